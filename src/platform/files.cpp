@@ -1,0 +1,156 @@
+#include "platform/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace ledrix {
+namespace {
+
+Error LastError() {
+  return Error::System(errno);
+}
+
+FileInfo ToFileInfo(const struct stat& status) {
+  FileInfo info;
+  info.modified = status.st_mtim;
+  info.device = status.st_dev;
+  info.inode = status.st_ino;
+  if (S_ISREG(status.st_mode)) {
+    info.kind = FileKind::kRegular;
+    info.size = static_cast<uint64_t>(status.st_size);
+  } else if (S_ISDIR(status.st_mode)) {
+    info.kind = FileKind::kFolder;
+  } else if (S_ISFIFO(status.st_mode)) {
+    info.kind = FileKind::kPipe;
+  }
+  return info;
+}
+
+Status RefuseUnreadable(const FileInfo& info) {
+  if (info.kind == FileKind::kFolder) return Error{ErrorKind::kFolder};
+  if (info.kind == FileKind::kOther) return Error{ErrorKind::kNotAFile};
+  return kNoError;
+}
+
+}  // namespace
+
+Result<FileInfo> GetFileInfo(const NativePath& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0) return LastError();
+  return ToFileInfo(status);
+}
+
+bool IsFolder(const NativePath& path) {
+  const Result<FileInfo> info = GetFileInfo(path);
+  return info.ok() && info.value().kind == FileKind::kFolder;
+}
+
+bool PathExists(const NativePath& path) {
+  const NativePath trimmed(std::string(Trim(SjisView::FromBytes(path.bytes())).bytes()));
+  if (trimmed.empty()) return false;
+  if (trimmed.bytes().back() == Separator(kPlatformPathStyle)) return IsFolder(trimmed);
+  return access(trimmed.c_str(), R_OK) == 0 && !IsFolder(trimmed);
+}
+
+Status RemoveFile(const NativePath& path) {
+  const Result<FileInfo> info = GetFileInfo(path);
+  if (!info.ok()) return info.error().system_number == ENOENT ? kNoError : Status(info.error());
+  if (info.value().kind != FileKind::kRegular) return kNoError;
+  if (unlink(path.c_str()) != 0) return LastError();
+  return kNoError;
+}
+
+FileDescriptor::~FileDescriptor() {
+  if (is_open()) ::close(number_);
+}
+
+Status FileDescriptor::Close() {
+  if (!is_open()) return kNoError;
+  const int result = ::close(std::exchange(number_, -1));
+  // After EINTR the descriptor is closed all the same.
+  return result == 0 || errno == EINTR ? kNoError : Status(LastError());
+}
+
+Result<InputFile> InputFile::Open(const NativePath& path) {
+  // Looked at before it is opened, because opening a device or a socket may do something to it.
+  const Result<FileInfo> before = GetFileInfo(path);
+  if (!before.ok()) return before.error();
+  if (const Status refused = RefuseUnreadable(before.value())) return *refused;
+  FileDescriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+  if (!descriptor.is_open()) return LastError();
+  struct stat status {};
+  if (fstat(descriptor.number(), &status) != 0) return LastError();
+  const FileInfo info = ToFileInfo(status);
+  if (const Status refused = RefuseUnreadable(info)) return *refused;
+  if (info.kind == FileKind::kRegular) {
+    posix_fadvise(descriptor.number(), 0, 0, POSIX_FADV_SEQUENTIAL);
+  }
+  return InputFile(std::move(descriptor), info);
+}
+
+Result<size_t> InputFile::Read(char* buffer, size_t capacity) {
+  while (true) {
+    const ssize_t count = read(descriptor_.number(), buffer, capacity);
+    if (count >= 0) return static_cast<size_t>(count);
+    if (errno != EINTR) return LastError();
+  }
+}
+
+Result<OutputFile> OutputFile::Create(const NativePath& path) {
+  FileDescriptor descriptor(
+      open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666));
+  if (!descriptor.is_open()) return LastError();
+  return OutputFile(path, std::move(descriptor));
+}
+
+void OutputFile::Append(std::string_view bytes) {
+  if (bytes.empty()) return;
+  std::memcpy(buffer_.get() + used_, bytes.data(), bytes.size());
+  used_ += bytes.size();
+}
+
+void OutputFile::WriteThrough(std::string_view bytes) {
+  Flush();
+  if (bytes.size() <= kBufferSize) {
+    Append(bytes);
+  } else {
+    WriteAll(bytes);
+  }
+}
+
+void OutputFile::WriteAll(std::string_view bytes) {
+  while (!bytes.empty() && !failure_) {
+    const ssize_t count = ::write(descriptor_.number(), bytes.data(), bytes.size());
+    if (count >= 0) {
+      bytes.remove_prefix(static_cast<size_t>(count));
+    } else if (errno != EINTR) {
+      failure_ = LastError();
+    }
+  }
+}
+
+void OutputFile::Flush() {
+  WriteAll({buffer_.get(), used_});
+  used_ = 0;
+}
+
+Status OutputFile::Close() {
+  if (descriptor_.is_open()) {
+    Flush();
+    const Status closed = descriptor_.Close();
+    if (!failure_) failure_ = closed;
+  }
+  return failure_;
+}
+
+void OutputFile::Discard() {
+  descriptor_.Close();
+  used_ = 0;
+  RemoveFile(path_);
+}
+
+}  // namespace ledrix

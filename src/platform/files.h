@@ -1,0 +1,134 @@
+// Files: what they are, reading them in blocks, writing them with every write checked.
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <ctime>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "platform/error.h"
+#include "platform/native_path.h"
+
+namespace ledrix {
+
+enum class FileKind { kRegular, kFolder, kPipe, kOther };
+
+// What the file system tells of a file; links are followed.
+struct FileInfo {
+  FileKind kind = FileKind::kOther;
+  uint64_t size = 0;  // bytes; 0 for anything but a regular file
+  timespec modified{};
+  dev_t device = 0;
+  ino_t inode = 0;
+};
+
+Result<FileInfo> GetFileInfo(const NativePath& path);
+
+// True when both tell of one and the same file.
+inline bool IsSameFile(const FileInfo& a, const FileInfo& b) {
+  return a.device == b.device && a.inode == b.inode;
+}
+
+// True when the path, a trailing separator or not, names an existing folder.
+bool IsFolder(const NativePath& path);
+
+// The path without half-width spaces at its ends is tested: false when it is empty; for one that
+// ends in a separator, IsFolder; otherwise true when the file can be opened for reading.
+bool PathExists(const NativePath& path);
+
+// Removes a regular file (or a link to one); anything else, such as /dev/null, stays. A file that
+// does not exist is no error.
+Status RemoveFile(const NativePath& path);
+
+// An open file descriptor, closed with the object.
+class FileDescriptor {
+ public:
+  FileDescriptor() = default;
+  explicit FileDescriptor(int number) : number_(number) {}
+  FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+  FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+  }
+  ~FileDescriptor();
+
+  int number() const { return number_; }
+  bool is_open() const { return number_ >= 0; }
+  // Closes and reports what the system says of it; kNoError when nothing is open.
+  Status Close();
+
+ private:
+  int number_ = -1;
+};
+
+// A file open for reading, block by block. A file that shrinks meanwhile ends early.
+class InputFile {
+ public:
+  // A regular file or a pipe; a folder, a device or a socket is refused.
+  static Result<InputFile> Open(const NativePath& path);
+
+  const FileInfo& info() const { return info_; }
+
+  // Fills `buffer` from the file; fewer bytes than `capacity` are no sign of the end. Returns the
+  // number of bytes read, 0 at the end of the file.
+  Result<size_t> Read(char* buffer, size_t capacity);
+
+ private:
+  InputFile(FileDescriptor descriptor, FileInfo info)
+      : descriptor_(std::move(descriptor)), info_(info) {}
+
+  FileDescriptor descriptor_;
+  FileInfo info_;
+};
+
+// A file open for writing through a buffer. The first failure is kept and makes all that follows
+// do nothing, so a writer may look for it at the end; only a closed file without a failure holds
+// all that was written.
+class OutputFile {
+ public:
+  // Creates the file or empties an existing one.
+  static Result<OutputFile> Create(const NativePath& path);
+  OutputFile(OutputFile&&) noexcept = default;
+  OutputFile& operator=(OutputFile&&) noexcept = default;
+  ~OutputFile() = default;
+
+  const NativePath& path() const { return path_; }
+  const Status& failure() const { return failure_; }
+
+  void Write(std::string_view bytes) {
+    if (bytes.size() <= kBufferSize - used_) {
+      Append(bytes);
+    } else {
+      WriteThrough(bytes);
+    }
+  }
+
+  // Writes what is buffered, closes and returns the first failure of all.
+  Status Close();
+
+  // Closes without regard to failures and removes the file if it is a regular one.
+  void Discard();
+
+ private:
+  static constexpr size_t kBufferSize = size_t{1} << 17;
+
+  OutputFile(NativePath path, FileDescriptor descriptor)
+      : path_(std::move(path)), descriptor_(std::move(descriptor)) {}
+  void Append(std::string_view bytes);
+  void WriteThrough(std::string_view bytes);
+  void WriteAll(std::string_view bytes);
+  void Flush();
+
+  NativePath path_;
+  FileDescriptor descriptor_;
+  std::unique_ptr<char[]> buffer_{new char[kBufferSize]};
+  size_t used_ = 0;
+  Status failure_ = kNoError;
+};
+
+}  // namespace ledrix
