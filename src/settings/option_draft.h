@@ -1,0 +1,43 @@
+// Option values on their way into the option record: typed texts, checked together and taken over
+// together, so that a refused value changes nothing.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "settings/option_record.h"
+
+namespace ledrix {
+
+class OptionDraft {
+ public:
+  // Starts with the values of the record; numbers as their decimal text.
+  explicit OptionDraft(const OptionRecord& record);
+
+  // Puts a text under a key. Returns a message for the user when there is no such key or when the
+  // text is none of the values of a flag or a choice; nothing is changed then.
+  [[nodiscard]] std::optional<std::string> Set(std::string_view key, std::string_view text);
+
+  // REQUIRES: `key` is an option's key.
+  const std::string& Text(std::string_view key) const;
+
+  // The message of the first check that fails, lines separated by "\r"; nothing when all pass.
+  [[nodiscard]] std::optional<std::string> Check() const;
+
+  // Writes every value into the record: numbers by their leading number, NoPattern trimmed, the
+  // user file types in use packed upwards and trimmed. REQUIRES: Check() found nothing.
+  void Accept(OptionRecord& record) const;
+
+ private:
+  std::optional<std::string> CheckUserFileTypes() const;
+  void AcceptUserFileTypes(OptionRecord& record) const;
+
+  std::map<std::string, std::string, std::less<>> texts_;
+};
+
+// The text without half-width spaces at its ends; a tab is no space.
+std::string TrimSpaces(std::string_view text);
+
+}  // namespace ledrix
