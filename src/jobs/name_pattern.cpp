@@ -1,0 +1,116 @@
+#include "jobs/name_pattern.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "platform/utf8.h"
+#include "settings/option_record.h"
+
+namespace ledrix {
+namespace {
+
+// One place of a pattern.
+struct Place {
+  enum class Kind { kRun, kAny, kDigit, kOneOf, kNoneOf };
+  Kind kind;
+  std::u32string characters;  // of kOneOf and kNoneOf
+};
+
+std::u32string Folded(std::string_view text, LetterCase letter_case) {
+  std::u32string characters = Utf8Characters(text);
+  if (letter_case == LetterCase::kIgnore) {
+    std::transform(characters.begin(), characters.end(), characters.begin(), ToUpper);
+  }
+  return characters;
+}
+
+// Reads the list that opens at `position`, which is left at its last character.
+Place ReadList(const std::u32string& pattern, size_t& position) {
+  const size_t close = pattern.find(U']', position + 1);
+  if (close == std::u32string::npos) return {Place::Kind::kOneOf, U"["};
+  std::u32string list = pattern.substr(position + 1, close - position - 1);
+  position = close;
+  if (!list.empty() && list[0] == U'!') return {Place::Kind::kNoneOf, list.substr(1)};
+  return {Place::Kind::kOneOf, list};
+}
+
+std::vector<Place> ReadPattern(const std::u32string& pattern) {
+  std::vector<Place> places;
+  for (size_t i = 0; i < pattern.size(); ++i) {
+    switch (pattern[i]) {
+      case U'*':
+        places.push_back({Place::Kind::kRun, {}});
+        break;
+      case U'?':
+        places.push_back({Place::Kind::kAny, {}});
+        break;
+      case U'#':
+        places.push_back({Place::Kind::kDigit, {}});
+        break;
+      case U'[':
+        places.push_back(ReadList(pattern, i));
+        break;
+      default:
+        places.push_back({Place::Kind::kOneOf, std::u32string(1, pattern[i])});
+    }
+  }
+  return places;
+}
+
+bool Takes(const Place& place, char32_t c) {
+  const bool listed = place.characters.find(c) != std::u32string::npos;
+  switch (place.kind) {
+    case Place::Kind::kRun:
+    case Place::Kind::kAny:
+      return true;
+    case Place::Kind::kDigit:
+      return c >= U'0' && c <= U'9';
+    case Place::Kind::kOneOf:
+      return listed;
+    case Place::Kind::kNoneOf:
+      return !listed;
+  }
+  return false;
+}
+
+// Each "*" takes as little as it can and is widened by one when what follows it fails; only the
+// last "*" met needs to be widened, so the time is at most name times pattern.
+bool Matches(const std::u32string& name, const std::vector<Place>& places) {
+  constexpr size_t kNone = static_cast<size_t>(-1);
+  size_t n = 0;
+  size_t p = 0;
+  size_t run = kNone;  // place of the last "*"
+  size_t run_end = 0;  // where in the name it ends for now
+  while (n < name.size()) {
+    if (p < places.size() && places[p].kind == Place::Kind::kRun) {
+      run = p++;
+      run_end = n;
+    } else if (p < places.size() && Takes(places[p], name[n])) {
+      ++n;
+      ++p;
+    } else if (run != kNone) {
+      n = ++run_end;
+      p = run + 1;
+    } else {
+      return false;
+    }
+  }
+  return std::all_of(places.begin() + static_cast<std::ptrdiff_t>(p), places.end(),
+                     [](const Place& place) { return place.kind == Place::Kind::kRun; });
+}
+
+}  // namespace
+
+bool MatchesPattern(std::string_view name, std::string_view pattern, LetterCase letter_case) {
+  return Matches(Folded(name, letter_case), ReadPattern(Folded(pattern, letter_case)));
+}
+
+bool MatchesAnyPattern(std::string_view name, std::string_view patterns, LetterCase letter_case) {
+  const std::vector<std::string> pieces = SplitAt(patterns, ';');
+  return std::any_of(pieces.begin(), pieces.end(), [&](const std::string& piece) {
+    return MatchesPattern(name, piece, letter_case);
+  });
+}
+
+}  // namespace ledrix

@@ -1,0 +1,37 @@
+// The names and the folder of a pair's outputs, and which file of a list counts as selected.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "jobs/job_record.h"
+#include "settings/option_record.h"
+
+namespace ledrix {
+
+// The file list of one side as plain data.
+struct FileList {
+  struct Entry {
+    std::string name;
+    bool selected = false;
+  };
+  std::vector<Entry> entries;
+  std::optional<size_t> current;  // index into `entries`, from 0
+};
+
+// The current entry's name when it is selected, otherwise the first selected one in list order,
+// otherwise empty.
+std::string SelectedFileName(const FileList& list);
+
+// The pattern with every "*" replaced by `base`.
+std::string FillPattern(std::string_view pattern, std::string_view base);
+
+// Returns the listing path of a pair and sets SbnPath and MrgPath of the record, each empty when
+// its flag is off. The merge source is always named after the old file.
+NativePath MakeOutputNames(const OptionRecord& options, JobRecord& job, const NativePath& old_path,
+                           const NativePath& new_path, PathStyle style = kPlatformPathStyle);
+
+}  // namespace ledrix

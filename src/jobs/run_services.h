@@ -1,0 +1,116 @@
+// The services through which every engine reports: the result list, the progress bar, the
+// exclusion test and the CSV summary of a text compare.
+//
+// CSV summary: Shift_JIS, CR LF, fields separated by "," without quoting.
+//   header   "No.,OldFileName,OldStep,NewFileName,NewStep,Rep,Add,Del,Total"
+//   compared  No "," old path "," old lines "," new path "," new lines "," changed "," added ","
+//             deleted "," total
+//   status    No "," old path ",-," new path "," status text
+// Rows are numbered from 1 in the order of writing.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "jobs/job_record.h"
+#include "platform/services.h"
+#include "settings/option_record.h"
+
+namespace ledrix {
+
+// Units of the whole progress bar.
+inline constexpr double kProgressWidth = 5655;
+
+// What a job tells the window or terminal that runs it. Texts are UTF-8, lines in a label are
+// separated by "\r". There is one thread.
+class RunFrontEnd {
+ public:
+  RunFrontEnd() = default;
+  RunFrontEnd(const RunFrontEnd&) = delete;
+  RunFrontEnd& operator=(const RunFrontEnd&) = delete;
+  virtual ~RunFrontEnd() = default;
+
+  // One more line of the result list. A line that opens with "(" carries an output's path in the
+  // file system's own bytes, from its fifteenth character on.
+  virtual void AddResultLine(const std::string& /*line*/) {}
+  // The left edge of the progress bar, from -kProgressWidth (nothing shown) to 0 (all of it).
+  virtual void SetProgress(double /*left*/) {}
+};
+
+// How a job ended, worst last; the console's exit status by number.
+enum class JobEnd { kNoDifference = 0, kDifference = 1, kTrouble = 2 };
+
+// Counts of one compared pair, in lines.
+struct CompareCounts {
+  int64_t old_lines = 0;
+  int64_t new_lines = 0;
+  int64_t changed = 0;
+  int64_t added = 0;
+  int64_t deleted = 0;
+
+  int64_t total() const { return changed + added + deleted; }
+};
+
+class RunServices {
+ public:
+  // All four must outlive the services.
+  RunServices(OptionRecord& options, JobRecord& job, PlatformServices& platform,
+              RunFrontEnd& front_end)
+      : options_(options), job_(job), platform_(platform), front_end_(front_end) {}
+
+  OptionRecord& options() { return options_; }
+  JobRecord& job() { return job_; }
+  PlatformServices& platform() { return platform_; }
+
+  // Adds an output's two lines to the result list: its number, the job's label and its path, then
+  // the message. Without a result list only the number is used up.
+  void AddResultLines(const NativePath& path, std::string_view message);
+
+  // Moves the progress bar to `count` units of work, each `unit_width` wide (kProgressWidth is
+  // the whole bar).
+  void UpdateProgress(double unit_width, double count);
+
+  // Lets the user interface act; true when the job is to stop.
+  bool YieldAndAskStop() {
+    platform_.YieldToUi();
+    return job_.StopRequested;
+  }
+
+  // True when a multiple compare leaves out the pair of this name; the pair is reported then.
+  bool IsExcludedType(std::string_view name);
+
+  // Where the summary goes that belongs to a listing: into the listing's folder.
+  NativePath CsvSummaryPath(const NativePath& listing) const;
+  // Opens CsvPath and writes the header line; on failure tells the user and returns false.
+  bool OpenCsvSummary();
+  // Closes the summary and reports it with the number of selected files.
+  void CloseCsvSummary(int64_t count);
+  // Closes the summary of a job that was stopped; its rows stay, nothing is reported.
+  void AbandonCsvSummary();
+  void WriteCsvCounts(const CompareCounts& counts);
+  // Written only when the option CsvStatus is on.
+  void WriteCsvStatus(std::string_view status);
+
+  void NoteEnd(JobEnd end) {
+    if (end > end_) end_ = end;
+  }
+  JobEnd end() const { return end_; }
+
+  // Tells of a file that could not be read or written to the end, and notes the trouble.
+  void ReportFileTrouble(const NativePath& path, const Error& error);
+
+ private:
+  void WriteCsvRow(std::string_view old_lines, const SjisText& rest);
+  bool FinishCsvFile();
+
+  OptionRecord& options_;
+  JobRecord& job_;
+  PlatformServices& platform_;
+  RunFrontEnd& front_end_;
+  JobEnd end_ = JobEnd::kNoDifference;
+};
+
+// A decimal number right-aligned in `width` characters; a longer one keeps only its first.
+std::string RightAligned(std::string number, size_t width);
+
+}  // namespace ledrix
