@@ -1,0 +1,58 @@
+// Decides line by line what is unchanged, changed, added and deleted.
+#pragma once
+
+#include "compare/line_ring.h"
+#include "compare/resync_search.h"
+
+namespace ledrix::modComp {
+
+// Takes each decision about the current lines of the two rings, before they advance.
+class DecisionWriter {
+ public:
+  DecisionWriter() = default;
+  DecisionWriter(const DecisionWriter&) = delete;
+  DecisionWriter& operator=(const DecisionWriter&) = delete;
+  virtual ~DecisionWriter() = default;
+
+  virtual void WriteUnchanged() = 0;  // the two current lines are equal
+  virtual void WriteChanged() = 0;    // the old line became the new line
+  virtual void WriteAdded() = 0;      // the new line
+  virtual void WriteDeleted() = 0;    // the old line
+};
+
+class Difference {
+ public:
+  // Everything must outlive the object.
+  Difference(LineRing& old_ring, LineRing& new_ring, const CompareOptions& options,
+             DecisionWriter& writer)
+      : old_(old_ring), new_(new_ring), search_(old_ring, new_ring, options), writer_(writer) {}
+
+  // Reads the first line of each side.
+  void Start() {
+    old_.AdvanceSide();
+    new_.AdvanceSide();
+  }
+
+  // True when both files are used up.
+  bool finished() const { return old_.at_end() && new_.at_end(); }
+
+  // Makes one decision at the two current lines, writes it and advances past it. REQUIRES:
+  // Start() was called and !finished().
+  void CompareStep();
+
+ private:
+  void AddLines(LineIndex count);
+  void DeleteLines(LineIndex count);
+  void Resynchronise();
+  void AdvanceBoth() {
+    old_.AdvanceSide();
+    new_.AdvanceSide();
+  }
+
+  LineRing& old_;
+  LineRing& new_;
+  ResyncSearch search_;
+  DecisionWriter& writer_;
+};
+
+}  // namespace ledrix::modComp

@@ -1,0 +1,95 @@
+#include "compare/line_reader.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace ledrix::modComp {
+
+LineReader::LineReader(InputFile file) : file_(std::move(file)), block_size_(kBlockSize) {
+  // One byte more than a small file needs, so that its end is found without another block.
+  if (info().kind == FileKind::kRegular) {
+    block_size_ = static_cast<size_t>(std::min<uint64_t>(kBlockSize, info().size + 1));
+  }
+  TakeBlock(block_size_);
+}
+
+bool LineReader::Next(LineIndex keep_from, SjisView& line) {
+  while (true) {
+    const Block& block = blocks_.back();
+    const char* const bytes = block.bytes.get();
+    const void* const found = std::memchr(bytes + scanned_, '\n', block.size - scanned_);
+    if (found != nullptr) {
+      const auto line_feed = static_cast<size_t>(static_cast<const char*>(found) - bytes);
+      const bool has_cr = line_feed > start_ && bytes[line_feed - 1] == '\r';
+      return TakeLine(line_feed - (has_cr ? 1 : 0), line_feed + 1, line);
+    }
+    scanned_ = block.size;
+    if (file_ended_) return start_ < block.size && TakeLine(block.size, block.size, line);
+    ReadMore(keep_from);
+  }
+}
+
+bool LineReader::TakeLine(size_t end, size_t next_start, SjisView& line) {
+  Block& block = blocks_.back();
+  line = SjisView::FromBytes({block.bytes.get() + start_, end - start_});
+  start_ = scanned_ = next_start;
+  block.lines_end = ++lines_read_;
+  return true;
+}
+
+void LineReader::ReadMore(LineIndex keep_from) {
+  if (blocks_.back().size == blocks_.back().capacity) AddBlock(keep_from);
+  Block& block = blocks_.back();
+  const Result<size_t> count =
+      file_.Read(block.bytes.get() + block.size, block.capacity - block.size);
+  if (!count.ok()) {
+    // What was read of the line is no line: nothing half read may look like text of the file.
+    failure_ = count.error();
+    start_ = scanned_ = block.size;
+    file_ended_ = true;
+    return;
+  }
+  block.size += count.value();
+  file_ended_ = count.value() == 0;
+}
+
+void LineReader::AddBlock(LineIndex keep_from) {
+  ReleaseBlocks(keep_from);
+  const size_t tail = blocks_.back().size - start_;
+  // Doubling keeps the copying of a line of many blocks proportional to its length.
+  TakeBlock(std::max(block_size_, tail * 2));
+  Block& previous = blocks_[blocks_.size() - 2];
+  Block& block = blocks_.back();
+  std::memcpy(block.bytes.get(), previous.bytes.get() + start_, tail);
+  block.size = tail;
+  block.lines_end = lines_read_;
+  if (start_ == 0) blocks_.erase(blocks_.end() - 2);  // it holds the copied part and no line
+  start_ = 0;
+  scanned_ = tail;
+}
+
+void LineReader::TakeBlock(size_t capacity) {
+  if (!spare_.empty() && capacity == spare_.back().capacity) {
+    blocks_.push_back(std::move(spare_.back()));
+    spare_.pop_back();
+    return;
+  }
+  Block block;
+  block.bytes = std::make_unique_for_overwrite<char[]>(capacity);
+  block.capacity = capacity;
+  blocks_.push_back(std::move(block));
+}
+
+void LineReader::ReleaseBlocks(LineIndex keep_from) {
+  while (blocks_.size() > 1 && blocks_.front().lines_end <= keep_from) {
+    Block block = std::move(blocks_.front());
+    blocks_.pop_front();
+    if (block.capacity != block_size_ || !spare_.empty()) continue;
+    block.size = 0;
+    block.derived.Reset();
+    spare_.push_back(std::move(block));
+  }
+}
+
+}  // namespace ledrix::modComp

@@ -1,0 +1,69 @@
+// Cuts a file into lines, reading it block by block.
+//
+// A line ends at CR LF or at a lone LF; a lone CR is text. What follows the last line end is a
+// line when it is not empty. The bytes of a line stay where the block was read until the caller
+// says that it no longer needs the line, so a line is never copied, except for the part of it that
+// crosses the end of a block.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <vector>
+
+#include "compare/text_arena.h"
+#include "platform/error.h"
+#include "platform/files.h"
+#include "platform/sjis_text.h"
+
+namespace ledrix::modComp {
+
+// Position of a line in its file, counted from 0.
+using LineIndex = int64_t;
+
+class LineReader {
+ public:
+  explicit LineReader(InputFile file);
+
+  const FileInfo& info() const { return file_.info(); }
+  LineIndex lines_read() const { return lines_read_; }
+
+  // Reads the next line, without its end. Lines before `keep_from` may lose their bytes with this
+  // call. Returns false at the end of the file and after a failed read.
+  bool Next(LineIndex keep_from, SjisView& line);
+
+  // Where texts derived from the line last read go; they live as long as the line's own bytes.
+  TextArena& arena() { return blocks_.back().derived; }
+
+  // Why the file could not be read to its end.
+  const Status& failure() const { return failure_; }
+
+ private:
+  struct Block {
+    std::unique_ptr<char[]> bytes;
+    size_t capacity = 0;
+    size_t size = 0;          // bytes filled
+    LineIndex lines_end = 0;  // index behind the last line that lies here
+    TextArena derived;
+  };
+
+  static constexpr size_t kBlockSize = size_t{1} << 18;
+
+  void ReadMore(LineIndex keep_from);
+  void AddBlock(LineIndex keep_from);
+  void TakeBlock(size_t capacity);
+  void ReleaseBlocks(LineIndex keep_from);
+  bool TakeLine(size_t end, size_t next_start, SjisView& line);
+
+  InputFile file_;
+  std::deque<Block> blocks_;  // the last one is being cut
+  std::vector<Block> spare_;  // blocks of the usual size, ready to be used again
+  size_t block_size_;
+  size_t start_ = 0;    // where the next line begins in the last block
+  size_t scanned_ = 0;  // no line end lies in the last block between start_ and here
+  bool file_ended_ = false;
+  LineIndex lines_read_ = 0;
+  Status failure_ = kNoError;
+};
+
+}  // namespace ledrix::modComp

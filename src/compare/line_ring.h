@@ -1,0 +1,76 @@
+// The lines of one side that a compare holds: a bounded window from the current line on, and a
+// few lines behind it that the listing may still show.
+//
+// Lines are named by their index in the file, from 0; a ring of slots holds them. The end of the
+// file is a state, not a line: no line, whatever its bytes, is taken for it.
+#pragma once
+
+#include <vector>
+
+#include "compare/line_reader.h"
+#include "compare/prepare_line.h"
+#include "settings/compare_options.h"
+
+namespace ledrix::modComp {
+
+// Told of every line read. The window counts lines and bytes of both sides for its progress bar.
+class LineCounter {
+ public:
+  LineCounter() = default;
+  LineCounter(const LineCounter&) = delete;
+  LineCounter& operator=(const LineCounter&) = delete;
+  virtual ~LineCounter() = default;
+
+  // `number` is the line's number in its file, from 1; `bytes` its length after tab expansion,
+  // with the line end.
+  virtual void LineRead(int64_t number, size_t bytes) = 0;
+};
+
+class LineRing {
+ public:
+  // Lines behind the current one that stay readable.
+  static constexpr LineIndex kHistory = 99;
+
+  // `options` and `counter` must outlive the ring.
+  LineRing(InputFile file, const CompareOptions& options, LineCounter& counter);
+
+  const FileInfo& info() const { return reader_.info(); }
+
+  // Index of the current line, -1 before the first advance; the number of lines at the end.
+  LineIndex current() const { return current_; }
+  // True when there is no current line because the file is used up.
+  bool at_end() const { return current_ >= reader_.lines_read(); }
+  // Number of the current line in the file, from 1.
+  int64_t current_number() const { return current_ + 1; }
+  // Lines read so far; at the end of a compare the file's line count.
+  LineIndex lines_read() const { return reader_.lines_read(); }
+  const Status& failure() const { return reader_.failure(); }
+
+  // The line of an index. REQUIRES: it was read, and lies at most kHistory lines behind the
+  // current one.
+  const Line& At(LineIndex index) const { return slots_[index & slot_mask_]; }
+  const Line& current_line() const { return At(current_); }
+
+  // Moves to the next line, reading it when the window does not hold it yet. The next line is
+  // always read, also with a window of one line. REQUIRES: !at_end(), or no advance yet.
+  void AdvanceSide() {
+    ++current_;
+    if (current_ >= reader_.lines_read()) ReadNextLine();
+  }
+
+  // Reads until the window is full or the file ends and returns the index behind the last line
+  // held.
+  LineIndex FillWindow();
+
+ private:
+  bool ReadNextLine();
+
+  const CompareOptions& options_;
+  LineCounter& counter_;
+  LineReader reader_;
+  std::vector<Line> slots_;  // as many as a power of two
+  LineIndex slot_mask_;
+  LineIndex current_ = -1;
+};
+
+}  // namespace ledrix::modComp

@@ -1,0 +1,58 @@
+// The fixed texts of a listing, chosen once per pair from the options.
+//
+// Widths are Shift_JIS bytes. W is the width of one side; a line of the side-by-side layout is
+// 2W + 6 bytes: the old side, a mark of 6 bytes, the new side.
+#pragma once
+
+#include "platform/sjis_text.h"
+#include "settings/compare_options.h"
+
+namespace ledrix::modComp {
+
+inline constexpr size_t kMarkWidth = 6;
+// What a line number takes of each side: four digits and a space.
+inline constexpr size_t kLineNoWidth = 5;
+
+// Each 6 bytes.
+struct ListingMarks {
+  SjisText changed;
+  SjisText added;
+  SjisText deleted;
+  SjisText continued;  // rows after the first, and the new line of a vertical change
+  SjisText unchanged;
+};
+
+struct ListingFormat {
+  explicit ListingFormat(const CompareOptions& options);
+
+  size_t side_width;  // W
+  size_t text_width;  // W without the line number
+  ListingMarks marks;
+  SjisText omission_line;  // stands for unchanged lines that are not shown
+  SjisText ruler;          // W bytes, 2W in the vertical layout
+  SjisText left_ruler;     // the ruler, or empty in the vertical layout
+
+  size_t listing_width() const { return 2 * side_width + kMarkWidth; }
+  // Left ruler, six spaces, ruler.
+  SjisText RulerLine() const;
+};
+
+// What a row shows of a text: some bytes, spaces up to the width, and what is left for the next
+// row.
+struct WrappedPiece {
+  SjisView bytes;
+  size_t padding;
+  SjisView rest;
+};
+
+// The next piece of a text for a row of `width` bytes. Without `wrap` the rest is dropped; with it
+// a double-byte character that the row end would split goes to the next row whole.
+WrappedPiece WrapPiece(SjisView text, size_t width, bool wrap);
+
+// The number with at least four digits, of which the last four are returned.
+SjisText FormatLineNo(int64_t number);
+
+// "(S001)", "(E012)": the kind and the block's number with at least three digits.
+SjisText BlockMarkerText(char kind, int64_t number);
+
+}  // namespace ledrix::modComp

@@ -1,0 +1,16 @@
+// Keeps an output from destroying what a pair still needs.
+#pragma once
+
+#include <vector>
+
+#include "platform/error.h"
+#include "platform/native_path.h"
+
+namespace ledrix {
+
+// Why an output must not be written: it is one of the inputs (the same path, or the same file by
+// another name) or one of the other outputs. kNoError when it may.
+Status RefuseOutput(const NativePath& output, const std::vector<NativePath>& inputs,
+                    const std::vector<NativePath>& other_outputs);
+
+}  // namespace ledrix

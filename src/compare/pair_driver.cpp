@@ -1,0 +1,302 @@
+#include "compare/pair_driver.h"
+
+#include <optional>
+#include <utility>
+
+#include "compare/difference.h"
+#include "compare/listing_body.h"
+#include "compare/listing_format.h"
+#include "compare/listing_frame.h"
+#include "compare/output_guard.h"
+#include "compare/side_outputs.h"
+#include "platform/code_page_932.h"
+
+namespace ledrix::modComp {
+namespace {
+
+constexpr const char* kSkipped = "ﾌｧｲﾙ日時ｻｲｽﾞ変更なし(SKIP)";
+constexpr const char* kFailed = "エラー";
+constexpr const char* kStopped = "中断";
+
+// Moves the progress bar by the bytes read of both sides.
+class ProgressMeter : public LineCounter {
+ public:
+  ProgressMeter(RunServices& services, uint64_t total_bytes)
+      : services_(services),
+        unit_width_(total_bytes > 0 ? kProgressWidth / static_cast<double>(total_bytes) : 0) {}
+
+  void LineRead(int64_t number, size_t bytes) override {
+    bytes_ += bytes;
+    if (number % kLinesPerUpdate == 0 && services_.job().GuiMode) {
+      services_.UpdateProgress(unit_width_, static_cast<double>(bytes_));
+    }
+  }
+
+ private:
+  static constexpr int64_t kLinesPerUpdate = 20;
+
+  RunServices& services_;
+  double unit_width_;
+  uint64_t bytes_ = 0;
+};
+
+ListedFile ToListedFile(const NativePath& path, const FileInfo& info) {
+  return {PathToSjis(path), SjisText::FromBytes(FormatStamp(ToLocalTime(info.modified)))};
+}
+
+// One pair on its way through the driver.
+class PairCompare {
+ public:
+  explicit PairCompare(RunServices& services)
+      : services_(services),
+        job_(services.job()),
+        options_(services.options()),
+        format_(options_),
+        sides_(options_, job_.MergeMarks ? MergeMarks::kWritten : MergeMarks::kNone) {}
+
+  // Ends with `status_` set unless the compare ran to its end.
+  void CompareFiles();
+  void MakeResultLine();
+
+ private:
+  bool OutputsAreSafe();
+  bool SkipsSameStamp();
+  std::optional<InputFile> OpenInput(const NativePath& path, const char* title);
+  bool CreateOutputs();
+  bool CreateOutput(const NativePath& path, const char* title, std::optional<OutputFile>& file);
+  void CompareOpened(InputFile old_file, InputFile new_file);
+  void WriteHeader(const LineRing& old_ring, const LineRing& new_ring);
+  void WriteSummary();
+  // Runs the loop to the end of both files; false when it was stopped or an output failed.
+  bool RunCompareLoop(Difference& difference);
+  bool OutputFailed() const;
+  // Closes every output; on a failure removes them all and tells which file it was.
+  void CloseOutputs();
+  void DiscardOutputs();
+  void RemoveUnwantedOutputs();
+  void ShowOpenError(const char* title, const char* kind, const Error& error,
+                     const NativePath& path);
+  std::vector<OutputFile*> Outputs();
+
+  bool Fail() {
+    status_ = kFailed;
+    return false;
+  }
+  bool Stop() {
+    status_ = kStopped;
+    return false;
+  }
+
+  RunServices& services_;
+  JobRecord& job_;
+  const CompareOptions options_;
+  const ListingFormat format_;
+  std::optional<OutputFile> listing_;
+  SideOutputs sides_;
+  CompareCounts counts_;
+  std::string status_;  // empty while the pair is a plain compared pair
+};
+
+void PairCompare::CompareFiles() {
+  if (!OutputsAreSafe() || SkipsSameStamp()) return;
+  if (job_.GuiMode) services_.UpdateProgress(0, 0);
+  if (services_.YieldAndAskStop()) {
+    Stop();
+    return;
+  }
+  std::optional<InputFile> old_file = OpenInput(job_.OldPath, "OLD Open Error");
+  if (!old_file) return;
+  std::optional<InputFile> new_file = OpenInput(job_.NewPath, "NEW Open Error");
+  if (!new_file || !CreateOutputs()) return;
+  CompareOpened(std::move(*old_file), std::move(*new_file));
+}
+
+// The text is the one for an output that cannot be created: to the user it is the same.
+bool PairCompare::OutputsAreSafe() {
+  struct Output {
+    const NativePath& path;
+    const char* title;
+  };
+  std::vector<NativePath> others;
+  if (job_.CsvFile) others.push_back(job_.CsvPath);
+  for (const Output& output :
+       {Output{job_.OutPath, "List Open Error"}, Output{job_.SbnPath, "Sbn List Open Error"},
+        Output{job_.MrgPath, "Merge Source Open Error"}}) {
+    if (output.path.empty()) continue;
+    if (const Status refused = RefuseOutput(output.path, {job_.OldPath, job_.NewPath}, others)) {
+      ShowOpenError(output.title, "OUTPUT:", *refused, output.path);
+      return Fail();
+    }
+    others.push_back(output.path);
+  }
+  return true;
+}
+
+bool PairCompare::SkipsSameStamp() {
+  if (!options_.skip_same_stamp) return false;
+  const Result<FileInfo> old_info = GetFileInfo(job_.OldPath);
+  const Result<FileInfo> new_info = GetFileInfo(job_.NewPath);
+  if (!old_info.ok() || !new_info.ok()) return false;
+  const FileInfo& a = old_info.value();
+  const FileInfo& b = new_info.value();
+  const bool same = a.kind == FileKind::kRegular && b.kind == FileKind::kRegular &&
+                    a.size == b.size && a.modified.tv_sec == b.modified.tv_sec &&
+                    a.modified.tv_nsec == b.modified.tv_nsec;
+  if (!same) return false;
+  status_ = kSkipped;
+  if (const Status removed = RemoveFile(job_.OutPath)) {
+    services_.ReportFileTrouble(job_.OutPath, *removed);
+  }
+  return true;
+}
+
+std::optional<InputFile> PairCompare::OpenInput(const NativePath& path, const char* title) {
+  Result<InputFile> file = InputFile::Open(path);
+  if (file.ok()) return std::move(file.value());
+  ShowOpenError(title, "INFILE:", file.error(), path);
+  Fail();
+  return std::nullopt;
+}
+
+bool PairCompare::CreateOutputs() {
+  return CreateOutput(job_.OutPath, "List Open Error", listing_) &&
+         (!job_.OptSbnList ||
+          CreateOutput(job_.SbnPath, "Sbn List Open Error", sides_.difference_file)) &&
+         (!job_.OptMrgSrc ||
+          CreateOutput(job_.MrgPath, "Merge Source Open Error", sides_.merge_source));
+}
+
+bool PairCompare::CreateOutput(const NativePath& path, const char* title,
+                               std::optional<OutputFile>& file) {
+  Result<OutputFile> created = OutputFile::Create(path);
+  if (!created.ok()) {
+    ShowOpenError(title, "OUTPUT:", created.error(), path);
+    return Fail();
+  }
+  file = std::move(created.value());
+  return true;
+}
+
+void PairCompare::ShowOpenError(const char* title, const char* kind, const Error& error,
+                                const NativePath& path) {
+  services_.platform().ShowMessage(
+      {kind + DescribeError(error) + "\r\n" + PathToUtf8(path), title});
+}
+
+void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
+  ProgressMeter meter(services_, old_file.info().size + new_file.info().size);
+  LineRing old_ring(std::move(old_file), options_, meter);
+  LineRing new_ring(std::move(new_file), options_, meter);
+  ListingBody body(options_, format_, old_ring, new_ring, *listing_, sides_, counts_);
+  Difference difference(old_ring, new_ring, options_, body);
+
+  WriteHeader(old_ring, new_ring);
+  const bool ended = RunCompareLoop(difference);
+  counts_.old_lines = old_ring.lines_read();
+  counts_.new_lines = new_ring.lines_read();
+  for (const auto& [ring, path] :
+       {std::pair(&old_ring, &job_.OldPath), std::pair(&new_ring, &job_.NewPath)}) {
+    if (!ring->failure()) continue;
+    services_.ReportFileTrouble(*path, *ring->failure());
+    Fail();
+  }
+  if (status_ == kFailed) {
+    DiscardOutputs();
+    return;
+  }
+  if (ended) {
+    body.Close();
+    WriteSummary();
+  }
+  CloseOutputs();
+  if (status_.empty()) RemoveUnwantedOutputs();
+}
+
+void PairCompare::WriteHeader(const LineRing& old_ring, const LineRing& new_ring) {
+  const HeaderData data{ToListedFile(job_.OldPath, old_ring.info()),
+                        ToListedFile(job_.NewPath, new_ring.info()), services_.platform().Now()};
+  const auto write = options_.simple ? WriteSimpleHeader : WriteHeaderBox;
+  write(*listing_, options_, format_, data);
+  sides_.WriteHeading(FormatStamp(data.run_time), data.old_file.path, data.new_file.path);
+}
+
+void PairCompare::WriteSummary() {
+  const auto write = options_.simple ? WriteSimpleSummary : WriteSummaryBox;
+  write(*listing_, format_, counts_);
+  sides_.WriteEndLine(counts_);
+}
+
+bool PairCompare::RunCompareLoop(Difference& difference) {
+  if (services_.YieldAndAskStop()) return Stop();
+  difference.Start();
+  while (!difference.finished()) {
+    difference.CompareStep();
+    if (services_.YieldAndAskStop()) return Stop();
+    if (OutputFailed()) return false;
+  }
+  if (job_.GuiMode) services_.UpdateProgress(kProgressWidth, 1);
+  return !services_.YieldAndAskStop() || Stop();
+}
+
+bool PairCompare::OutputFailed() const {
+  const auto failed = [](const std::optional<OutputFile>& file) { return file && file->failure(); };
+  return failed(listing_) || failed(sides_.difference_file) || failed(sides_.merge_source);
+}
+
+std::vector<OutputFile*> PairCompare::Outputs() {
+  std::vector<OutputFile*> outputs;
+  for (auto* file : {&listing_, &sides_.difference_file, &sides_.merge_source}) {
+    if (*file) outputs.push_back(&**file);
+  }
+  return outputs;
+}
+
+void PairCompare::CloseOutputs() {
+  for (OutputFile* file : Outputs()) {
+    if (const Status failure = file->Close()) {
+      services_.ReportFileTrouble(file->path(), *failure);
+      Fail();
+    }
+  }
+  if (status_ == kFailed) DiscardOutputs();
+}
+
+void PairCompare::DiscardOutputs() {
+  for (OutputFile* file : Outputs()) file->Discard();
+}
+
+void PairCompare::RemoveUnwantedOutputs() {
+  if (!options_.drop_unchanged_listing || counts_.total() > 0) return;
+  if (sides_.difference_file) sides_.difference_file->Discard();
+  listing_->Discard();
+}
+
+void PairCompare::MakeResultLine() {
+  const auto r5 = [](int64_t number) { return RightAligned(std::to_string(number), 5); };
+  if (status_ == kFailed || status_ == kStopped) {
+    services_.NoteEnd(JobEnd::kTrouble);
+  } else if (status_.empty() && counts_.total() == 0) {
+    status_ = "変更なし   Old(New)=" + r5(counts_.old_lines);
+  }
+  if (!status_.empty()) {
+    services_.WriteCsvStatus(status_);
+    services_.AddResultLines(job_.OutPath, status_);
+    return;
+  }
+  services_.NoteEnd(JobEnd::kDifference);
+  services_.WriteCsvCounts(counts_);
+  services_.AddResultLines(job_.OutPath,
+                           "UnMatch=" + r5(counts_.total()) + " OLD=" + r5(counts_.old_lines) +
+                               " NEW=" + r5(counts_.new_lines) + " Rep=" + r5(counts_.changed) +
+                               " Add=" + r5(counts_.added) + " Del=" + r5(counts_.deleted));
+}
+
+}  // namespace
+
+void ComparePair(RunServices& services) {
+  PairCompare pair(services);
+  pair.CompareFiles();
+  pair.MakeResultLine();
+}
+
+}  // namespace ledrix::modComp

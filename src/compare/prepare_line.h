@@ -1,0 +1,34 @@
+// From the bytes of a line to what is shown of it and what is compared of it.
+#pragma once
+
+#include "compare/text_arena.h"
+#include "platform/sjis_text.h"
+#include "settings/compare_options.h"
+
+namespace ledrix::modComp {
+
+// One line of a file. Both texts are views of memory that its reader keeps.
+struct Line {
+  SjisView raw;  // what the listing and the side outputs show
+  SjisView key;  // what decides whether two lines are equal, byte for byte
+};
+
+// Applies the space rule, the column range and the case rule to a line whose tabs are expanded
+// already when they are to be. What cannot be a view of `text` goes into the arena. A cut that
+// splits a double-byte character leaves half of it in the key.
+Line PrepareLine(const CompareOptions& options, SjisView text, TextArena& arena);
+
+// The text with every tab replaced by spaces up to the next stop; the stops stand every
+// `tab_width` bytes. Returns the text itself when it holds no tab.
+SjisView ExpandTabs(SjisView text, int tab_width, TextArena& arena);
+
+// The compared columns of a line without any half-width or full-width space. Returns a view of the
+// line when they hold none.
+SjisView RemoveAllSpaces(const CompareOptions& options, SjisView raw, TextArena& arena);
+
+// The upper-case form of a character's Shift_JIS code (lead byte * 256 + trail byte, or one byte):
+// ASCII, full-width Latin, Greek, Cyrillic and small Roman numerals. Any other code is returned as
+// it is. The second code that exists for each large Roman numeral becomes the first.
+unsigned UpperCaseCode(unsigned code);
+
+}  // namespace ledrix::modComp

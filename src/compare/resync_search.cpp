@@ -1,0 +1,79 @@
+#include "compare/resync_search.h"
+
+#include <algorithm>
+
+namespace ledrix::modComp {
+
+ResyncSearch::ResyncSearch(LineRing& old_ring, LineRing& new_ring, const CompareOptions& options)
+    : old_(old_ring),
+      new_(new_ring),
+      match_lines_(options.match_lines),
+      old_runs_(old_ring, options.window_lines, options.match_lines),
+      new_runs_(new_ring, options.window_lines, options.match_lines) {}
+
+Resync ResyncSearch::Find() {
+  old_end_ = old_.FillWindow();
+  new_end_ = new_.FillWindow();
+  old_runs_.Update(old_.current(), old_end_);
+  new_runs_.Update(new_.current(), new_end_);
+
+  // At the distance where both windows end there is nothing left to agree.
+  const LineIndex limit = std::max(old_end_ - old_.current(), new_end_ - new_.current());
+  const LineIndex addition = FindAddition(limit);
+  const LineIndex deletion = FindDeletion(addition);
+  const LineIndex nearest = std::min(addition, deletion);
+  if (nearest == limit || DiagonalAgrees(nearest)) return {};
+  return {deletion < addition ? Resync::Kind::kDeleted : Resync::Kind::kAdded, nearest};
+}
+
+LineIndex ResyncSearch::FindAddition(LineIndex limit) const {
+  const LineIndex o = old_.current();
+  const LineIndex n = new_.current();
+  if (!old_runs_.HasRun(o)) return limit;
+  LineIndex run = new_runs_.FirstBehind(n, old_runs_.RunHash(o));
+  while (run != RunIndex::kNone && !SameRun(o, run)) run = new_runs_.NextOf(run);
+  return run == RunIndex::kNone ? limit : run - n;
+}
+
+LineIndex ResyncSearch::FindDeletion(LineIndex limit) const {
+  const LineIndex o = old_.current();
+  const LineIndex n = new_.current();
+  if (!new_runs_.HasRun(n)) return limit;
+  LineIndex run = old_runs_.FirstBehind(o, new_runs_.RunHash(n));
+  for (; run != RunIndex::kNone && run - o < limit; run = old_runs_.NextOf(run)) {
+    const LineIndex opposite = n + (run - o);
+    const bool tried = opposite >= new_end_ || !SameLine(o, opposite);
+    if (tried && SameRun(run, n)) return run - o;
+  }
+  return limit;
+}
+
+bool ResyncSearch::DiagonalAgrees(LineIndex limit) {
+  const LineIndex o = old_.current();
+  const LineIndex diagonal = new_.current() - o;
+  if (diagonal != diagonal_ || diagonal_next_ <= o) {
+    diagonal_ = diagonal;
+    diagonal_next_ = o + 1;
+    diagonal_run_ = 0;
+  }
+  const LineIndex end = std::min({old_end_, new_end_ - diagonal, o + limit});
+  for (; diagonal_run_ < match_lines_ && diagonal_next_ < end; ++diagonal_next_) {
+    const bool same = SameLine(diagonal_next_, diagonal_next_ + diagonal);
+    diagonal_run_ = same ? diagonal_run_ + 1 : 0;
+  }
+  // The run stands where an earlier call may have found it, at or beyond this call's limit.
+  return diagonal_run_ >= match_lines_ && diagonal_next_ - 1 - o < limit;
+}
+
+bool ResyncSearch::SameLine(LineIndex old_index, LineIndex new_index) const {
+  return old_.At(old_index).key == new_.At(new_index).key;
+}
+
+bool ResyncSearch::SameRun(LineIndex old_index, LineIndex new_index) const {
+  for (LineIndex i = 0; i < match_lines_; ++i) {
+    if (!SameLine(old_index + i, new_index + i)) return false;
+  }
+  return true;
+}
+
+}  // namespace ledrix::modComp
