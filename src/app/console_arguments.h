@@ -1,0 +1,43 @@
+// The command line of the console program.
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace ledrix {
+
+// What every subcommand takes.
+struct CommonArguments {
+  std::vector<std::string> settings;  // KEY=VALUE, in the order given
+  std::string settings_file;          // "none", a path, or empty for the user's own
+  bool quiet = false;
+  bool progress = false;
+};
+
+struct CompareArguments {
+  std::string old_path;
+  std::string new_path;
+  std::string out;
+  std::string charset;
+  bool difference_file = false;
+  bool csv = false;
+  bool merge_source = false;
+  bool marks = false;
+};
+
+struct ConsoleArguments {
+  CommonArguments common;
+  CompareArguments compare;
+};
+
+// The program is to end at once with this text and status.
+struct ConsoleExit {
+  std::string text;  // UTF-8, one or more lines, without the last line end
+  int status = 0;
+};
+
+// Reads the command line as main gets it.
+std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char** argv);
+
+}  // namespace ledrix

@@ -1,0 +1,46 @@
+// The console program.
+#include <cstdio>
+#include <ctime>
+#include <exception>
+#include <new>
+
+#include "app/console_arguments.h"
+#include "app/console_compare.h"
+#include "app/console_platform.h"
+
+namespace ledrix {
+namespace {
+
+constexpr int kTroubleStatus = 2;
+
+int Run(int argc, char** argv) {
+  const auto parsed = ParseConsoleArguments(argc, argv);
+  if (const auto* exit = std::get_if<ConsoleExit>(&parsed)) {
+    std::fprintf(exit->status == 0 ? stdout : stderr, "%s\n", exit->text.c_str());
+    return exit->status;
+  }
+  const auto& arguments = std::get<ConsoleArguments>(parsed);
+  return RunCompareCommand(arguments.common, arguments.compare);
+}
+
+}  // namespace
+}  // namespace ledrix
+
+int main(int argc, char** argv) {
+  tzset();
+  ledrix::InstallSignalHandlers();
+  int status = ledrix::kTroubleStatus;
+  try {
+    status = ledrix::Run(argc, argv);
+  } catch (const std::bad_alloc&) {
+    ledrix::PrintTrouble("メモリが足りません");
+  } catch (const std::exception& error) {
+    ledrix::PrintTrouble(error.what());
+  }
+  // What did not reach standard output is trouble as well.
+  if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+    ledrix::PrintTrouble("標準出力に書き込めません");
+    status = ledrix::kTroubleStatus;
+  }
+  return status;
+}
