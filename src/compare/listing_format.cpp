@@ -6,8 +6,8 @@ namespace ledrix::modComp {
 namespace {
 
 ListingMarks MakeMarks(const CompareOptions& options) {
-  const SjisText continued = "  --  "_sjis;
-  const SjisText unchanged = SjisText::Repeat(kMarkWidth, ' ');
+  SjisText continued = "  --  "_sjis;
+  SjisText unchanged = SjisText::Repeat(kMarkWidth, ' ');
   if (!options.simple) {
     return {" 変更 "_sjis, " 追加 "_sjis, " 削除 "_sjis, continued, unchanged};
   }
@@ -21,7 +21,7 @@ SjisText MakeOmissionLine(const CompareOptions& options) {
   const size_t quarter = static_cast<size_t>(options.side_width) / 4;
   const size_t rest = static_cast<size_t>(options.side_width) % 4;
   const SjisText fill = SjisText::Repeat(quarter, options.simple ? "=="_sjis : "◇"_sjis);
-  const SjisText middle = fill + (options.simple ? "======"_sjis : " 中略 "_sjis) + fill;
+  SjisText middle = fill + (options.simple ? "======"_sjis : " 中略 "_sjis) + fill;
   if (options.vertical) return middle;
   const SjisText margin = SjisText::Repeat(2 * quarter + rest, ' ');
   return margin + middle + margin;

@@ -10,7 +10,7 @@ namespace ledrix::modComp {
 RunIndex::RunIndex(const LineRing& ring, int window_lines, int run_lines)
     : ring_(ring), run_lines_(run_lines) {
   // Room for the window and for the lines of one run that have just left it.
-  const size_t places = std::bit_ceil(static_cast<size_t>(window_lines + run_lines + 1));
+  const size_t places = std::bit_ceil(size_t{1} + window_lines + run_lines);
   mask_ = static_cast<LineIndex>(places) - 1;
   line_hashes_.resize(places);
   run_hashes_.resize(places);

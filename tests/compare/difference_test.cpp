@@ -1,0 +1,205 @@
+#include "compare/difference.h"
+
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <random>
+
+#include "compare/reference_difference.h"
+
+namespace ledrix::modComp {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class NoCounter : public LineCounter {
+  void LineRead(int64_t /*number*/, size_t /*bytes*/) override {}
+};
+
+class DecisionRecorder : public DecisionWriter {
+ public:
+  void WriteUnchanged() override { decisions += '='; }
+  void WriteChanged() override { decisions += '!'; }
+  void WriteAdded() override { decisions += '+'; }
+  void WriteDeleted() override { decisions += '-'; }
+  std::string decisions;
+};
+
+// A file in memory that is filled again and again.
+class MemoryFile {
+ public:
+  MemoryFile() : descriptor_(memfd_create("lines", 0)) {}
+  ~MemoryFile() { close(descriptor_); }
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
+
+  InputFile Fill(const Texts& lines) {
+    std::string bytes;
+    for (const std::string& line : lines) bytes += line + "\n";
+    EXPECT_EQ(ftruncate(descriptor_, 0), 0);
+    EXPECT_EQ(pwrite(descriptor_, bytes.data(), bytes.size(), 0), ssize_t(bytes.size()));
+    auto file = InputFile::Open(NativePath("/proc/self/fd/" + std::to_string(descriptor_)));
+    return std::move(file.value());
+  }
+
+ private:
+  int descriptor_;
+};
+
+std::string Decisions(const Texts& old_lines, const Texts& new_lines, int window, int match) {
+  static MemoryFile old_file;
+  static MemoryFile new_file;
+  OptionRecord record;
+  record.OptBuff = static_cast<int16_t>(window);
+  record.OptMatch = static_cast<int16_t>(match);
+  record.OptSpData = 0;
+  const CompareOptions options(record);
+  NoCounter counter;
+  LineRing old_ring(old_file.Fill(old_lines), options, counter);
+  LineRing new_ring(new_file.Fill(new_lines), options, counter);
+  DecisionRecorder recorder;
+  Difference difference(old_ring, new_ring, options, recorder);
+  difference.Start();
+  while (!difference.finished()) difference.CompareStep();
+  EXPECT_EQ(old_ring.lines_read(), LineIndex(old_lines.size()));
+  EXPECT_EQ(new_ring.lines_read(), LineIndex(new_lines.size()));
+  return recorder.decisions;
+}
+
+// One letter a line.
+Texts Letters(std::string_view letters) {
+  Texts lines;
+  for (const char c : letters) lines.emplace_back(1, c);
+  return lines;
+}
+
+TEST(Difference, DecidesAsTheTableSays) {
+  struct Case {
+    const char* name;
+    const char* old_lines;
+    const char* new_lines;
+    int window;
+    int match;
+    const char* decisions;
+  };
+  const Case cases[] = {
+      {"identical", "abcdef", "abcdef", 1000, 5, "======"},
+      {"both empty", "", "", 1000, 5, ""},
+      {"empty old", "", "abc", 1000, 5, "+++"},
+      {"empty new", "abc", "", 1000, 5, "---"},
+      {"inserted block", "abcdefgh", "abXYZcdefgh", 1000, 5, "==+++======"},
+      {"deleted block", "abWXYZcdefg", "abcdefg", 1000, 5, "==----====="},
+      {"changed line", "abcdefgh", "abXdefgh", 1000, 5, "==!====="},
+      {"completely different", "0123456789", "abcdefghij", 1000, 5, "!!!!!!!!!!"},
+      {"different, longer new", "0123456789", "abcdefghijkl", 1000, 5, "!!!!!!!!!!++"},
+      {"two lines become three", "ab12cdefg", "abXYZcdefg", 1000, 5, "==!!+====="},
+      {"unconfirmed insertion at the end", "12", "N12", 1000, 5, "!!+"},
+      {"changed line before a short tail", "X12", "Y12", 1000, 5, "!=="},
+      {"block longer than window less match", "abcdefghij", "1234abcdefghij", 8, 5, "!!!!!!!!!!++++"},
+      {"block as long as window less match", "abcdefghij", "123abcdefghij", 8, 5, "+++=========="},
+      {"window of one line", "aXbc", "bYbcd", 1, 1, "!!==+"},
+      {"match of one line", "abc", "xxxa", 1000, 1, "+++=--"},
+      {"addition wins at equal distance", "ab", "ba", 1000, 1, "+=-"},
+      {"nearest place wins", "abcde", "xabzabcde", 1000, 2, "+==+++==="},
+      {"no deletion where the addition failed", "abaz", "bay", 1000, 2, "!!!-"},
+  };
+  for (const Case& c : cases) {
+    const Texts old_lines = Letters(c.old_lines);
+    const Texts new_lines = Letters(c.new_lines);
+    EXPECT_EQ(Decisions(old_lines, new_lines, c.window, c.match), c.decisions) << c.name;
+    EXPECT_EQ(test::ReferenceDecisions(old_lines, new_lines, c.window, c.match), c.decisions)
+        << c.name << " (reference)";
+  }
+}
+
+TEST(Difference, ALineOfTheByteFFIsALine) {
+  const Texts with = {"a", "\xFF", "b", "\xFF"};
+  EXPECT_EQ(Decisions(with, with, 1000, 5), "====");
+  EXPECT_EQ(Decisions(with, Letters("ab"), 1000, 1), "=-=-");
+  EXPECT_EQ(Decisions({"\xFF"}, {}, 1, 1), "-");
+}
+
+// A pair of files that have something in common.
+struct RandomPair {
+  Texts old_lines;
+  Texts new_lines;
+};
+
+class PairGenerator {
+ public:
+  explicit PairGenerator(uint64_t seed) : random_(seed) {}
+
+  int Number(int lowest, int highest) {
+    return std::uniform_int_distribution<int>(lowest, highest)(random_);
+  }
+
+  RandomPair Make(int most_lines) {
+    const int kinds = Number(0, 3) == 0 ? Number(1, 3) : Number(4, 200);
+    RandomPair pair;
+    for (int i = Number(0, most_lines); i > 0; --i) pair.old_lines.push_back(Line(kinds));
+    if (Number(0, 4) == 0) {
+      for (int i = Number(0, most_lines); i > 0; --i) pair.new_lines.push_back(Line(kinds));
+      return pair;
+    }
+    pair.new_lines = pair.old_lines;
+    for (int edits = Number(0, 6); edits > 0; --edits) Edit(pair.new_lines, kinds);
+    return pair;
+  }
+
+ private:
+  std::string Line(int kinds) {
+    const int kind = Number(0, kinds);
+    return kind == 0 ? "" : std::string(1 + kind % 3, 'x') + std::to_string(kind);
+  }
+
+  void Edit(Texts& lines, int kinds) {
+    const auto at = lines.begin() + Number(0, static_cast<int>(lines.size()));
+    const auto end = at + std::min<std::ptrdiff_t>(Number(0, 8), lines.end() - at);
+    switch (Number(0, 3)) {
+      case 0:
+        lines.erase(at, end);
+        break;
+      case 1: {
+        Texts block;
+        for (int i = Number(1, 8); i > 0; --i) block.push_back(Line(kinds));
+        lines.insert(at, block.begin(), block.end());
+        break;
+      }
+      case 2:
+        for (auto line = at; line != end; ++line) *line = Line(kinds);
+        break;
+      default: {  // a block moves to the front
+        const Texts block(at, end);
+        lines.erase(at, end);
+        lines.insert(lines.begin(), block.begin(), block.end());
+      }
+    }
+  }
+
+  std::mt19937_64 random_;
+};
+
+// LEDRIX_RANDOM_PAIRS sets the number of pairs, LEDRIX_RANDOM_SEED another start.
+int64_t FromEnvironment(const char* name, int64_t otherwise) {
+  const char* text = std::getenv(name);
+  return text == nullptr ? otherwise : std::atoll(text);
+}
+
+TEST(Difference, AgreesWithTheStepByStepSearchOnRandomPairs) {
+  PairGenerator generator(static_cast<uint64_t>(FromEnvironment("LEDRIX_RANDOM_SEED", 20240309)));
+  const int64_t pairs = FromEnvironment("LEDRIX_RANDOM_PAIRS", 20000);
+  for (int64_t i = 0; i < pairs; ++i) {
+    const RandomPair pair = generator.Make(i % 50 == 0 ? 600 : 40);
+    const int window = generator.Number(0, 4) == 0 ? 1000 : generator.Number(1, 60);
+    const int match = generator.Number(0, 9) == 0 ? 99 : generator.Number(1, 8);
+    const std::string expected =
+        test::ReferenceDecisions(pair.old_lines, pair.new_lines, window, match);
+    ASSERT_EQ(Decisions(pair.old_lines, pair.new_lines, window, match), expected)
+        << "pair " << i << ", window " << window << ", match " << match;
+  }
+}
+
+}  // namespace
+}  // namespace ledrix::modComp

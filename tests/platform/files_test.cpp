@@ -1,0 +1,76 @@
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "support/test_files.h"
+
+namespace ledrix {
+namespace {
+
+using test::FileExists;
+using test::TempFolder;
+
+TEST(OutputFile, KeepsTheFirstFailureAndSparesADevice) {
+  Result<OutputFile> full = OutputFile::Create(NativePath("/dev/full"));
+  ASSERT_TRUE(full.ok());
+  full.value().Write("lost");
+  const Status closed = full.value().Close();
+  ASSERT_TRUE(closed);
+  EXPECT_EQ(closed->system_number, ENOSPC);
+  full.value().Discard();
+  EXPECT_TRUE(FileExists(NativePath("/dev/full")));
+}
+
+TEST(OutputFile, WritesTextsOfEverySizeInOrder) {
+  const TempFolder folder;
+  Result<OutputFile> file = OutputFile::Create(folder.At("out"));
+  std::string expected;
+  for (const size_t size : {1u, 131071u, 1u, 131072u, 131073u, 300000u, 5u}) {
+    const std::string text(size, static_cast<char>('a' + size % 26));
+    expected += text;
+    file.value().Write(text);
+  }
+  EXPECT_FALSE(file.value().Close());
+  EXPECT_TRUE(test::ReadFile(folder.At("out")) == expected);
+  file.value().Discard();
+  EXPECT_FALSE(FileExists(folder.At("out")));
+}
+
+TEST(InputFile, RefusesWhatIsNoFile) {
+  const TempFolder folder;
+  struct Case {
+    NativePath path;
+    ErrorKind kind;
+    int number;
+  };
+  const Case cases[] = {
+      {folder.At("missing"), ErrorKind::kSystem, ENOENT},
+      {NativePath(""), ErrorKind::kSystem, ENOENT},
+      {NativePath(folder.path()), ErrorKind::kFolder, 0},
+      {NativePath("/dev/zero"), ErrorKind::kNotAFile, 0},
+      {folder.Write("file", "") + "/x", ErrorKind::kSystem, ENOTDIR},
+  };
+  for (const Case& c : cases) {
+    const Result<InputFile> file = InputFile::Open(c.path);
+    ASSERT_FALSE(file.ok()) << c.path.bytes();
+    EXPECT_EQ(file.error().kind, c.kind) << c.path.bytes();
+    EXPECT_EQ(file.error().system_number, c.number) << c.path.bytes();
+    EXPECT_FALSE(DescribeError(file.error()).empty());
+  }
+}
+
+TEST(PathExists, TellsFilesFromFolders) {
+  const TempFolder folder;
+  const NativePath file = folder.Write("file", "x");
+  EXPECT_TRUE(PathExists(file));
+  EXPECT_TRUE(PathExists(NativePath(" " + file.bytes() + "  ")));
+  EXPECT_TRUE(PathExists(NativePath(folder.path() + "/")));
+  EXPECT_FALSE(PathExists(NativePath(folder.path())));
+  EXPECT_FALSE(PathExists(NativePath(file.bytes() + "/")));
+  EXPECT_FALSE(PathExists(folder.At("missing")));
+  EXPECT_FALSE(PathExists(NativePath("   ")));
+}
+
+}  // namespace
+}  // namespace ledrix

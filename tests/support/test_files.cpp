@@ -1,0 +1,110 @@
+#include "support/test_files.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "platform/code_page_932.h"
+
+namespace ledrix::test {
+namespace {
+
+constexpr std::string_view kFolderInGolden = "/tmp/ledrix.######";
+
+std::string InGoldenForm(std::string bytes, const TempFolder& folder) {
+  for (size_t at = bytes.find(folder.path()); at != std::string::npos;
+       at = bytes.find(folder.path(), at)) {
+    bytes.replace(at, folder.path().size(), kFolderInGolden);
+  }
+  return bytes;
+}
+
+std::vector<std::string> SplitLines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+}  // namespace
+
+TempFolder::TempFolder() {
+  char name[] = "/tmp/ledrix.XXXXXX";
+  path_ = mkdtemp(name);
+}
+
+TempFolder::~TempFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(path_, ignored);
+}
+
+NativePath TempFolder::Write(std::string_view name, std::string_view bytes) const {
+  const NativePath path = At(name);
+  std::ofstream(path.bytes(), std::ios::binary) << bytes;
+  return path;
+}
+
+std::string ReadFile(const NativePath& path) {
+  std::ostringstream bytes;
+  bytes << std::ifstream(path.bytes(), std::ios::binary).rdbuf();
+  return bytes.str();
+}
+
+bool FileExists(const NativePath& path) {
+  return std::filesystem::exists(std::filesystem::symlink_status(path.bytes()));
+}
+
+void SetModified(const NativePath& path, time_t seconds, long nanoseconds) {
+  const timespec times[2] = {{seconds, nanoseconds}, {seconds, nanoseconds}};
+  ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+}
+
+std::vector<std::string> ReadLines(const NativePath& path) {
+  const std::string bytes = ReadFile(path);
+  std::vector<std::string> lines;
+  for (std::string& line : SplitLines(bytes)) {
+    EXPECT_TRUE(!line.empty() && line.back() == '\r') << "line without CR LF in " << path.bytes();
+    if (!line.empty()) line.pop_back();
+    lines.push_back(DecodeSjis(SjisView::FromBytes(line)));
+  }
+  EXPECT_TRUE(bytes.empty() || bytes.back() == '\n') << "no end of the last line";
+  return lines;
+}
+
+std::string Lines(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\r\n";
+  return text;
+}
+
+std::string Sjis(std::string_view utf8) { return EncodeSjis(utf8).bytes(); }
+
+void ExpectGolden(std::string_view name, std::string bytes, const TempFolder& folder) {
+  const NativePath golden(std::string(LEDRIX_GOLDEN_FOLDER "/") + std::string(name));
+  bytes = InGoldenForm(std::move(bytes), folder);
+  if (std::getenv("LEDRIX_APPROVE") != nullptr) {
+    if (!::testing::Test::HasFailure()) std::ofstream(golden.bytes(), std::ios::binary) << bytes;
+    return;
+  }
+  const std::string expected = ReadFile(golden);
+  if (bytes == expected) return;
+  const std::vector<std::string> got = SplitLines(bytes);
+  const std::vector<std::string> want = SplitLines(expected);
+  for (size_t i = 0; i < std::max(got.size(), want.size()); ++i) {
+    const std::string g = i < got.size() ? got[i] : "(no line)";
+    const std::string w = i < want.size() ? want[i] : "(no line)";
+    if (g == w) continue;
+    ADD_FAILURE() << name << ", line " << i + 1 << "\n  recorded: "
+                  << DecodeSjis(SjisView::FromBytes(w))
+                  << "\n  now:      " << DecodeSjis(SjisView::FromBytes(g));
+    return;
+  }
+  ADD_FAILURE() << name << " differs";
+}
+
+}  // namespace ledrix::test
