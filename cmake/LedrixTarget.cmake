@@ -7,7 +7,8 @@ function(ledrix_target name)
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   # -Wno-restrict: the compiler of Debian 12 sees overlaps in std::string that are none.
   target_compile_options(${name} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
-                                         -Wno-sign-conversion -Wno-restrict -Werror)
+                                         -Wno-sign-conversion -Wno-missing-field-initializers
+                                         -Wno-restrict -Werror)
   if(LEDRIX_SANITIZE)
     target_compile_options(${name} PRIVATE -fsanitize=${LEDRIX_SANITIZE} -fno-omit-frame-pointer
                                            -fno-sanitize-recover=all)

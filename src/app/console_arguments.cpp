@@ -3,6 +3,7 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <algorithm>
 
 #include "platform/native_path.h"
 
@@ -81,7 +82,9 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
   }
   if (help) return ConsoleExit{kHelp, 0};
   if (version) return ConsoleExit{"ledrixc " LEDRIX_VERSION, 0};
-  const std::vector<std::string> extras = app.remaining(true);
+  std::vector<std::string> extras = app.remaining(true);
+  // The parser hands on the mark that ends the options.
+  extras.erase(std::remove(extras.begin(), extras.end(), "--"), extras.end());
   if (!extras.empty()) return Refuse("不明な引数です: " + PathToUtf8(NativePath(extras.front())));
   if (app.get_subcommands().empty()) return Refuse("コマンドが指定されていません");
   return arguments;

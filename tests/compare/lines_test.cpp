@@ -14,7 +14,9 @@ namespace {
 using test::Sjis;
 using test::TempFolder;
 
-std::string Shown(SjisView text) { return DecodeSjis(text); }
+std::string Shown(SjisView text) {
+  return DecodeSjis(text);
+}
 
 CompareOptions Options(std::string_view settings) {
   OptionRecord record;
@@ -68,7 +70,12 @@ TEST(PrepareLine, HalvesOfCutCharactersStayAsTheyAre) {
       {"OptSpData=2|OptEDCol=2", "a\x81\x40z", "a\x81"},
       {"OptUpperCase=0|OptSTCol=2", "\x83\x61q", "\x61Q"},
       {"OptUpperCase=0|OptEDCol=3", "aa\x82\x81", "AA\x82"},
-      {"OptUpperCase=0|OptSpData=2", "\x81 a\xFF" "b\x80", "\x81" "A\xFF" "B\x80"},
+      {"OptUpperCase=0|OptSpData=2",
+       "\x81 a\xFF"
+       "b\x80",
+       "\x81"
+       "A\xFF"
+       "B\x80"},
       {"OptSpData=1", std::string("\0a\0 ", 4), std::string("\0a\0", 3)},
   };
   for (const Case& c : cases) {
@@ -85,9 +92,10 @@ TEST(ExpandTabs, StopsCountBytes) {
     const char* expanded;
   };
   const Case cases[] = {
-      {8, "\tx", "        x"},    {8, "1234567\tx", "1234567 x"}, {4, "a\tb", "a   b"},
-      {8, "a\tb", "a       b"},   {8, "あ\tb", "あ      b"},      {4, "あい\tb", "あい    b"},
-      {1, "\t\t", "  "},          {16, "a\t\tb", "a                               b"},
+      {8, "\tx", "        x"},   {8, "1234567\tx", "1234567 x"},
+      {4, "a\tb", "a   b"},      {8, "a\tb", "a       b"},
+      {8, "あ\tb", "あ      b"}, {4, "あい\tb", "あい    b"},
+      {1, "\t\t", "  "},         {16, "a\t\tb", "a                               b"},
       {8, "no tab", "no tab"},
   };
   for (const Case& c : cases) {

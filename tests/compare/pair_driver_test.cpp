@@ -59,7 +59,9 @@ Texts operator+(Texts a, const Texts& b) {
   return a;
 }
 
-std::string File(const Texts& lines) { return Sjis(test::Lines(lines)); }
+std::string File(const Texts& lines) {
+  return Sjis(test::Lines(lines));
+}
 
 // A body line for tables: "(S001)", "...", "! a|b", "+ b", "- a", "= a".
 Texts Summary(const Texts& body) {
@@ -129,8 +131,8 @@ TEST(ListingBody, ShowsBlocksWithTheirContext) {
        Numbered(1, 3) + Texts{"old"} + Numbered(4, 6),
        Numbered(1, 3) + Texts{"new"} + Numbered(4, 6),
        "OptLstout=1|OptOutLineCnt=1",
-       {"= line 1", "= line 2", "= line 3", "(S001)", "! old|new", "(E001)", "= line 4",
-        "= line 5", "= line 6"}},
+       {"= line 1", "= line 2", "= line 3", "(S001)", "! old|new", "(E001)", "= line 4", "= line 5",
+        "= line 6"}},
   };
   for (const Case& c : cases) {
     PairRun run(File(c.old_lines), File(c.new_lines));
@@ -189,7 +191,8 @@ INSTANTIATE_TEST_SUITE_P(
         GoldenCase{"simple", "OptSimple=1|OptLstout=3|OptSpData=2|OptTABtoSPACE=1"},
         GoldenCase{"simple_odd", "OptSimple=1|PrintCompLen=73|OptLstout=3|OptSpData=0|MergeOld=1"},
         GoldenCase{"simple_vertical", "OptSimple=1|OptOutLineVar=1|OptLstout=3|PrintCompLen=72"},
-        GoldenCase{"cut_all_lines", "NTypeNextLine=0|OptOutLineCnt=1|OptTABtoSPACE=1|PrintCompLen=72"},
+        GoldenCase{"cut_all_lines",
+                   "NTypeNextLine=0|OptOutLineCnt=1|OptTABtoSPACE=1|PrintCompLen=72"},
         GoldenCase{"no_case_columns",
                    "OptUpperCase=0|OptSTCol=7|OptEDCol=72|OptLstout=3|OptMatch=2|OptBuff=20"}),
     [](const auto& param_info) { return std::string(param_info.param.name); });
@@ -230,16 +233,16 @@ TEST(PairDriver, EndsEachPairAsTheTableSays) {
       {"different, no unchanged listing wanted", "a\n", "b\n", "NoCompList=1", false,
        "    UnMatch=    1 OLD=    1 NEW=    1 Rep=    1 Add=    0 Del=    0", JobEnd::kDifference,
        true, true, true},
-      {"skipped although different", "ab\n", "cd\n", "", true,
-       "    ﾌｧｲﾙ日時ｻｲｽﾞ変更なし(SKIP)", JobEnd::kNoDifference, false, false, false},
+      {"skipped although different", "ab\n", "cd\n", "", true, "    ﾌｧｲﾙ日時ｻｲｽﾞ変更なし(SKIP)",
+       JobEnd::kNoDifference, false, false, false},
       {"same time, other size", "ab\n", "abc\n", "", true,
        "    UnMatch=    1 OLD=    1 NEW=    1 Rep=    1 Add=    0 Del=    0", JobEnd::kDifference,
        true, true, true},
       {"skip rule off", "ab\n", "cd\n", "OptNoCngNoOut=0", true,
        "    UnMatch=    1 OLD=    1 NEW=    1 Rep=    1 Add=    0 Del=    0", JobEnd::kDifference,
        true, true, true},
-      {"both empty", "", "", "", false, "    変更なし   Old(New)=    0", JobEnd::kNoDifference, true,
-       true, true},
+      {"both empty", "", "", "", false, "    変更なし   Old(New)=    0", JobEnd::kNoDifference,
+       true, true, true},
   };
   for (const Case& c : cases) {
     PairRun run(c.old_bytes, c.new_bytes);
@@ -391,8 +394,7 @@ TEST(SideOutputs, HoldWhatThePairDecided) {
   EXPECT_EQ(difference[4], "x");
   EXPECT_EQ(difference[5], "");
   EXPECT_EQ(difference[6].substr(80), "----+----9(E001)");
-  EXPECT_EQ(difference[7],
-            "<< END >>    変更(     1)  追加(     0)  削除(     1)  合計(     2)");
+  EXPECT_EQ(difference[7], "<< END >>    変更(     1)  追加(     0)  削除(     1)  合計(     2)");
 
   run.Set("MergeOld", "1");
   run.Set("OptSimple", "1");
@@ -415,9 +417,10 @@ TEST(RunJob, WritesTheCsvSummaryOfASinglePair) {
             (Texts{"( 1 Compare ) " + listing,
                    "    UnMatch=    1 OLD=    2 NEW=    2 Rep=    1 Add=    0 Del=    0",
                    "( 2 Compare ) " + csv, "     Total File Count=    1"}));
-  EXPECT_EQ(ReadLines(run.folder.At("Ledrix.CSV")),
-            (Texts{"No.,OldFileName,OldStep,NewFileName,NewStep,Rep,Add,Del,Total",
-                   "1," + run.job.OldPath.bytes() + ",2," + run.job.NewPath.bytes() + ",2,1,0,0,1"}));
+  EXPECT_EQ(
+      ReadLines(run.folder.At("Ledrix.CSV")),
+      (Texts{"No.,OldFileName,OldStep,NewFileName,NewStep,Rep,Add,Del,Total",
+             "1," + run.job.OldPath.bytes() + ",2," + run.job.NewPath.bytes() + ",2,1,0,0,1"}));
 }
 
 TEST(RunJob, RefusesACsvSummaryThatIsAnInput) {

@@ -16,20 +16,34 @@ TEST(NamePattern, MatchesAsTheTableSays) {
     bool matches;  // without regard to case
   };
   const Case cases[] = {
-      {"a.TXT", "*.txt", true},         {"a.txt", "*.tx", false},
-      {"abc", "a?c", true},             {"ac", "a?c", false},
-      {"v7", "v#", true},               {"vx", "v#", false},
-      {"v７", "v#", false},             {"b", "[abc]", true},
-      {"d", "[abc]", false},            {"d", "[!abc]", true},
-      {"B", "[!abc]", false},           {"b", "[a-c]", false},
-      {"-", "[a-c]", true},             {"a[b", "a[b", true},
-      {"ab", "a[]b", false},            {"!", "[!]", true},
-      {"", "", true},                   {"x", "", false},
-      {"", "***", true},                {"aXbXc", "*X*c", true},
-      {"main.c", "main*.*", true},      {"日本語.CBL", "??語.cbl", true},
-      {"ＡＢ", "ａｂ", true},           {"表.txt", "*\\*", false},
-      {"x\xFFy", "x?y", true},          {"x\xFFy", "x\xFEy", false},
-      {"a*b", "a[*]b", true},           {"axb", "a[*]b", false},
+      {"a.TXT", "*.txt", true},
+      {"a.txt", "*.tx", false},
+      {"abc", "a?c", true},
+      {"ac", "a?c", false},
+      {"v7", "v#", true},
+      {"vx", "v#", false},
+      {"v７", "v#", false},
+      {"b", "[abc]", true},
+      {"d", "[abc]", false},
+      {"d", "[!abc]", true},
+      {"B", "[!abc]", false},
+      {"b", "[a-c]", false},
+      {"-", "[a-c]", true},
+      {"a[b", "a[b", true},
+      {"ab", "a[]b", false},
+      {"!", "[!]", true},
+      {"", "", true},
+      {"x", "", false},
+      {"", "***", true},
+      {"aXbXc", "*X*c", true},
+      {"main.c", "main*.*", true},
+      {"日本語.CBL", "??語.cbl", true},
+      {"ＡＢ", "ａｂ", true},
+      {"表.txt", "*\\*", false},
+      {"x\xFFy", "x?y", true},
+      {"x\xFFy", "x\xFEy", false},
+      {"a*b", "a[*]b", true},
+      {"axb", "a[*]b", false},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(MatchesPattern(c.name, c.pattern, LetterCase::kIgnore), c.matches)
@@ -55,12 +69,12 @@ TEST(OutputNames, FollowTheOutputFolderAndTheOldName) {
   constexpr auto kWin = PathStyle::kWindows;
   constexpr auto kPosix = PathStyle::kPosix;
   const Case cases[] = {
-      {kWin, OutputDirMode::kOldDir, "C:\\src\\a.b.txt", "D:\\x\\n.c",
-       "C:\\src\\a_b_txt_COMP.TXT", "C:\\src\\a_b_txt-a_b_txt.SBN", "C:\\src\\a.b_MRG.txt"},
+      {kWin, OutputDirMode::kOldDir, "C:\\src\\a.b.txt", "D:\\x\\n.c", "C:\\src\\a_b_txt_COMP.TXT",
+       "C:\\src\\a_b_txt-a_b_txt.SBN", "C:\\src\\a.b_MRG.txt"},
       {kPosix, OutputDirMode::kNewDir, "/o/a.c", "/n/b.c", "/n/b_c_COMP.TXT", "/n/b_c-b_c.SBN",
        "/n/a_MRG.c"},
-      {kPosix, OutputDirMode::kElse, "/o/a.c", "/n/b.c", "/else/a_c_COMP.TXT",
-       "/else/a_c-a_c.SBN", "/else/a_MRG.c"},
+      {kPosix, OutputDirMode::kElse, "/o/a.c", "/n/b.c", "/else/a_c_COMP.TXT", "/else/a_c-a_c.SBN",
+       "/else/a_MRG.c"},
       {kPosix, OutputDirMode::kConstant, "/o/noext", "/n/b.c", "/fixed/noext_COMP.TXT",
        "/fixed/noext-noext.SBN", "/fixed/noext_MRG"},
   };
@@ -154,10 +168,9 @@ TEST(RunServices, CsvSummaryHoldsExcludedPairsOnlyWithTheStatusOption) {
                        ",/旧/a.TXT,120,/n,/a.TXT,123,2,4,1,7");
     EXPECT_EQ(test::ReadLines(run.job.CsvPath), expected);
     EXPECT_EQ(run.front_end.results,
-              (std::vector<std::string>{"( 1 Compare ) " + run.job.OutPath.bytes(),
-                                        "    a.TXT対象外ﾌｧｲﾙﾀｲﾌﾟ  ",
-                                        "( 2 Compare ) " + run.job.CsvPath.bytes(),
-                                        "     Total File Count=    5"}));
+              (std::vector<std::string>{
+                  "( 1 Compare ) " + run.job.OutPath.bytes(), "    a.TXT対象外ﾌｧｲﾙﾀｲﾌﾟ  ",
+                  "( 2 Compare ) " + run.job.CsvPath.bytes(), "     Total File Count=    5"}));
   }
 }
 

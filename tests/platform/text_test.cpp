@@ -48,10 +48,20 @@ TEST(CodePage932, EncodesBothSpellingsAndReplacesWhatItLacks) {
     const char* bytes;
   };
   const Case cases[] = {
-      {"～〜", "\x81\x60\x81\x60"}, {"∥‖", "\x81\x61\x81\x61"}, {"－−", "\x81\x7C\x81\x7C"},
-      {"￠¢", "\x81\x91\x81\x91"},   {"￡£", "\x81\x92\x81\x92"}, {"￢¬", "\x81\xCA\x81\xCA"},
-      {"―—", "\x81\x5C\x81\x5C"},   {"①", "\x87\x40"},          {"髙", "\xFB\xFC"},
-      {"é한😀", "???"},             {"\xE3\x81", "??"},          {"a\xFF" "b", "a?b"},
+      {"～〜", "\x81\x60\x81\x60"},
+      {"∥‖", "\x81\x61\x81\x61"},
+      {"－−", "\x81\x7C\x81\x7C"},
+      {"￠¢", "\x81\x91\x81\x91"},
+      {"￡£", "\x81\x92\x81\x92"},
+      {"￢¬", "\x81\xCA\x81\xCA"},
+      {"―—", "\x81\x5C\x81\x5C"},
+      {"①", "\x87\x40"},
+      {"髙", "\xFB\xFC"},
+      {"é한😀", "???"},
+      {"\xE3\x81", "??"},
+      {"a\xFF"
+       "b",
+       "a?b"},
   };
   for (const Case& c : cases) EXPECT_EQ(Sjis(c.utf8), c.bytes) << c.utf8;
 }
@@ -73,11 +83,12 @@ TEST(CodePage932, AgreesWithTheSystemTableBothWays) {
   };
   int characters = 0;
   for (int code = 1; code < 0x10000; ++code) {
-    const std::string bytes = code < 0x100 ? std::string(1, static_cast<char>(code))
-                                           : std::string{static_cast<char>(code >> 8),
-                                                         static_cast<char>(code & 0xFF)};
+    const std::string bytes =
+        code < 0x100 ? std::string(1, static_cast<char>(code))
+                     : std::string{static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)};
     const std::string utf8 = convert(decode, bytes);
-    if (utf8.empty() || (bytes.size() == 2 && !IsSjisLead(static_cast<unsigned char>(code >> 8)))) continue;
+    if (utf8.empty() || (bytes.size() == 2 && !IsSjisLead(static_cast<unsigned char>(code >> 8))))
+      continue;
     ++characters;
     ASSERT_EQ(DecodeSjis(SjisView::FromBytes(bytes)), utf8) << std::hex << code;
     ASSERT_EQ(EncodeSjis(utf8).bytes(), convert(encode, utf8)) << std::hex << code;

@@ -82,7 +82,9 @@ std::string Lines(const std::vector<std::string>& lines) {
   return text;
 }
 
-std::string Sjis(std::string_view utf8) { return EncodeSjis(utf8).bytes(); }
+std::string Sjis(std::string_view utf8) {
+  return EncodeSjis(utf8).bytes();
+}
 
 void ExpectGolden(std::string_view name, std::string bytes, const TempFolder& folder) {
   const NativePath golden(std::string(LEDRIX_GOLDEN_FOLDER "/") + std::string(name));
@@ -99,8 +101,8 @@ void ExpectGolden(std::string_view name, std::string bytes, const TempFolder& fo
     const std::string g = i < got.size() ? got[i] : "(no line)";
     const std::string w = i < want.size() ? want[i] : "(no line)";
     if (g == w) continue;
-    ADD_FAILURE() << name << ", line " << i + 1 << "\n  recorded: "
-                  << DecodeSjis(SjisView::FromBytes(w))
+    ADD_FAILURE() << name << ", line " << i + 1
+                  << "\n  recorded: " << DecodeSjis(SjisView::FromBytes(w))
                   << "\n  now:      " << DecodeSjis(SjisView::FromBytes(g));
     return;
   }

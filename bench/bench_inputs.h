@@ -1,0 +1,20 @@
+// The inputs of the benchmarks: made from a seed, so that every machine measures the same bytes.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace ledrix::bench {
+
+// Writes the pairs OLD and NEW of every case into a folder that exists, `lines` lines a side,
+// Shift_JIS with CR LF, lines of 20 to 120 bytes, Japanese and ASCII mixed:
+//   same.old same.new              equal contents
+//   changed.old changed.new        one line in a hundred changed, in groups of one to four lines
+//                                  that are replaced, inserted or deleted
+//   different.old different.new    no line in common
+//   kinds.old kinds.new            six kinds of lines in random order
+//   blocks.old blocks.new          900 lines inserted every 5,000
+// Returns false when a file could not be written.
+bool MakeInputs(const std::string& folder, int64_t lines);
+
+}  // namespace ledrix::bench

@@ -1,0 +1,84 @@
+#include "support/program.h"
+
+#include <fcntl.h>
+#include <grp.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "support/test_files.h"
+
+namespace ledrix::test {
+namespace {
+
+constexpr uid_t kNobody = 65534;
+constexpr int kCouldNotStart = 126;
+
+bool MountSmallFileSystem(const std::string& folder) {
+  return unshare(CLONE_NEWNS) == 0 &&
+         mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+         mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=1m") == 0;
+}
+
+bool DropRoot() {
+  return setgroups(0, nullptr) == 0 && setresgid(kNobody, kNobody, kNobody) == 0 &&
+         setresuid(kNobody, kNobody, kNobody) == 0;
+}
+
+bool SucceedsInAChild(const std::function<bool()>& action) {
+  const pid_t child = fork();
+  if (child == 0) _exit(action() ? 0 : 1);
+  int status = 0;
+  return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+[[noreturn]] void Become(const std::vector<std::string>& command, const ProgramOptions& options,
+                         const TempFolder& folder) {
+  const auto redirect = [&folder](const char* name, int descriptor) {
+    const int file = open(folder.At(name).c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    return file >= 0 && dup2(file, descriptor) == descriptor;
+  };
+  const bool ready = redirect("out", STDOUT_FILENO) && redirect("err", STDERR_FILENO) &&
+                     (options.tmpfs.empty() || MountSmallFileSystem(options.tmpfs)) &&
+                     (!options.as_nobody || DropRoot()) &&
+                     (options.folder.empty() || chdir(options.folder.c_str()) == 0);
+  if (!ready) _exit(kCouldNotStart);
+  for (const std::string& variable : options.environment) {
+    putenv(const_cast<char*>(variable.c_str()));
+  }
+  std::vector<char*> arguments;
+  for (const std::string& argument : command) {
+    arguments.push_back(const_cast<char*>(argument.c_str()));
+  }
+  arguments.push_back(nullptr);
+  execv(arguments[0], arguments.data());
+  _exit(kCouldNotStart);
+}
+
+}  // namespace
+
+bool MayDropRoot() {
+  return geteuid() == 0 && SucceedsInAChild(DropRoot);
+}
+
+bool MayMount() {
+  const TempFolder folder;
+  return SucceedsInAChild([&folder] { return MountSmallFileSystem(folder.path()); });
+}
+
+ProgramResult RunProgram(const std::vector<std::string>& command, const ProgramOptions& options) {
+  const TempFolder folder;
+  const pid_t child = fork();
+  if (child == 0) Become(command, options, folder);
+  if (options.meanwhile) options.meanwhile(child);
+  int status = 0;
+  waitpid(child, &status, 0);
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status),
+          ReadFile(folder.At("out")), ReadFile(folder.At("err"))};
+}
+
+}  // namespace ledrix::test
