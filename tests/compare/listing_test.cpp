@@ -9,7 +9,6 @@
 namespace ledrix::modComp {
 namespace {
 
-using test::Sjis;
 using test::TempFolder;
 
 TEST(WriteFixedWidth, WrapsWithoutSplittingCharacters) {

@@ -51,6 +51,7 @@ bool SucceedsInAChild(const std::function<bool()>& action) {
     putenv(const_cast<char*>(variable.c_str()));
   }
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (const std::string& argument : command) {
     arguments.push_back(const_cast<char*>(argument.c_str()));
   }

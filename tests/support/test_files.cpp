@@ -44,7 +44,7 @@ TempFolder::~TempFolder() {
 }
 
 NativePath TempFolder::Write(std::string_view name, std::string_view bytes) const {
-  const NativePath path = At(name);
+  NativePath path = At(name);
   std::ofstream(path.bytes(), std::ios::binary) << bytes;
   return path;
 }
