@@ -36,13 +36,15 @@ bool SucceedsInAChild(const std::function<bool()>& action) {
   return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
+// The program is opened before root is dropped: its folder need not be open to everybody.
 [[noreturn]] void Become(const std::vector<std::string>& command, const ProgramOptions& options,
                          const TempFolder& folder) {
   const auto redirect = [&folder](const char* name, int descriptor) {
     const int file = open(folder.At(name).c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
     return file >= 0 && dup2(file, descriptor) == descriptor;
   };
-  const bool ready = redirect("out", STDOUT_FILENO) && redirect("err", STDERR_FILENO) &&
+  const int program = open(command[0].c_str(), O_RDONLY | O_CLOEXEC);
+  const bool ready = program >= 0 && redirect("out", STDOUT_FILENO) && redirect("err", STDERR_FILENO) &&
                      (options.tmpfs.empty() || MountSmallFileSystem(options.tmpfs)) &&
                      (!options.as_nobody || DropRoot()) &&
                      (options.folder.empty() || chdir(options.folder.c_str()) == 0);
@@ -56,7 +58,7 @@ bool SucceedsInAChild(const std::function<bool()>& action) {
     arguments.push_back(const_cast<char*>(argument.c_str()));
   }
   arguments.push_back(nullptr);
-  execv(arguments[0], arguments.data());
+  fexecve(program, arguments.data(), environ);
   _exit(kCouldNotStart);
 }
 
