@@ -3,13 +3,14 @@
 #include <optional>
 #include <utility>
 
+#include "charset/read_with_conversion.h"
 #include "compare/difference.h"
 #include "compare/listing_body.h"
 #include "compare/listing_format.h"
 #include "compare/listing_frame.h"
-#include "compare/output_guard.h"
 #include "compare/side_outputs.h"
 #include "platform/code_page_932.h"
+#include "platform/output_guard.h"
 
 namespace ledrix::modComp {
 namespace {
@@ -61,6 +62,7 @@ class PairCompare {
  private:
   bool OutputsAreSafe();
   bool SkipsSameStamp();
+  bool ConvertInput(NativePath& path, const char* title);
   std::optional<InputFile> OpenInput(const NativePath& path, const char* title);
   bool CreateOutputs();
   bool CreateOutput(const NativePath& path, const char* title, std::optional<OutputFile>& file);
@@ -100,10 +102,7 @@ class PairCompare {
 void PairCompare::CompareFiles() {
   if (!OutputsAreSafe() || SkipsSameStamp()) return;
   if (job_.GuiMode) services_.UpdateProgress(0, 0);
-  if (services_.YieldAndAskStop()) {
-    Stop();
-    return;
-  }
+  if (!ConvertInput(job_.OldPath, "OLD Error") || !ConvertInput(job_.NewPath, "NEW Error")) return;
   std::optional<InputFile> old_file = OpenInput(job_.OldPath, "OLD Open Error");
   if (!old_file) return;
   std::optional<InputFile> new_file = OpenInput(job_.NewPath, "NEW Open Error");
@@ -148,6 +147,17 @@ bool PairCompare::SkipsSameStamp() {
     services_.ReportFileTrouble(job_.OutPath, *removed);
   }
   return true;
+}
+
+bool PairCompare::ConvertInput(NativePath& path, const char* title) {
+  services_.platform().YieldToUi();
+  if (const Status failed = ReadWithConversion(services_, path)) {
+    services_.platform().ShowMessage({"Chrcode ERR:" + DescribeError(*failed) +
+                                          "\r\n文字コード標準(無変換)でリトライしてください",
+                                      title});
+    return Fail();
+  }
+  return !services_.YieldAndAskStop() || Stop();
 }
 
 std::optional<InputFile> PairCompare::OpenInput(const NativePath& path, const char* title) {
@@ -296,6 +306,7 @@ void PairCompare::MakeResultLine() {
 void ComparePair(RunServices& services) {
   PairCompare pair(services);
   pair.CompareFiles();
+  services.temp_files().DeleteAll();
   pair.MakeResultLine();
 }
 

@@ -1,8 +1,8 @@
 #include "jobs/run_loop.h"
 
-#include "compare/output_guard.h"
 #include "compare/pair_driver.h"
 #include "jobs/output_names.h"
+#include "platform/output_guard.h"
 
 namespace ledrix {
 namespace {

@@ -49,6 +49,12 @@ void RunServices::UpdateProgress(double unit_width, double count) {
   front_end_.SetProgress(std::min(count * unit_width - kProgressWidth, 0.0));
 }
 
+void RunServices::SetBarText(const std::string& text) {
+  bar_text_ = text;
+  front_end_.SetBarText(text);
+  platform_.YieldToUi();
+}
+
 bool RunServices::IsExcludedType(std::string_view name) {
   if (options_.NoPattern.empty()) return false;
   if (!MatchesAnyPattern(name, options_.NoPattern, LetterCase::kIgnore)) return false;

@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "jobs/job_record.h"
+#include "jobs/temp_file_list.h"
 #include "platform/services.h"
 #include "settings/option_record.h"
 
@@ -33,6 +34,8 @@ class RunFrontEnd {
   // One more line of the result list. A line that opens with "(" carries an output's path in the
   // file system's own bytes, from its fifteenth character on.
   virtual void AddResultLine(const std::string& /*line*/) {}
+  // The text beside the progress bar.
+  virtual void SetBarText(const std::string& /*text*/) {}
   // The left edge of the progress bar, from -kProgressWidth (nothing shown) to 0 (all of it).
   virtual void SetProgress(double /*left*/) {}
 };
@@ -56,11 +59,16 @@ class RunServices {
   // All four must outlive the services.
   RunServices(OptionRecord& options, JobRecord& job, PlatformServices& platform,
               RunFrontEnd& front_end)
-      : options_(options), job_(job), platform_(platform), front_end_(front_end) {}
+      : options_(options),
+        job_(job),
+        platform_(platform),
+        front_end_(front_end),
+        temp_files_(platform) {}
 
   OptionRecord& options() { return options_; }
   JobRecord& job() { return job_; }
   PlatformServices& platform() { return platform_; }
+  TempFileList& temp_files() { return temp_files_; }
 
   // Adds an output's two lines to the result list: its number, the job's label and its path, then
   // the message. Without a result list only the number is used up.
@@ -69,6 +77,10 @@ class RunServices {
   // Moves the progress bar to `count` units of work, each `unit_width` wide (kProgressWidth is
   // the whole bar).
   void UpdateProgress(double unit_width, double count);
+
+  // Shows a text beside the progress bar and lets the user interface act.
+  void SetBarText(const std::string& text);
+  const std::string& bar_text() const { return bar_text_; }
 
   // Lets the user interface act; true when the job is to stop.
   bool YieldAndAskStop() {
@@ -107,6 +119,8 @@ class RunServices {
   JobRecord& job_;
   PlatformServices& platform_;
   RunFrontEnd& front_end_;
+  TempFileList temp_files_;
+  std::string bar_text_;
   JobEnd end_ = JobEnd::kNoDifference;
 };
 

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 
 namespace ledrix {
@@ -28,6 +29,18 @@ FileInfo ToFileInfo(const struct stat& status) {
     info.kind = FileKind::kPipe;
   }
   return info;
+}
+
+Status WriteAll(const FileDescriptor& descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(descriptor.number(), bytes.data(), bytes.size());
+    if (count >= 0) {
+      bytes.remove_prefix(static_cast<size_t>(count));
+    } else if (errno != EINTR) {
+      return LastError();
+    }
+  }
+  return kNoError;
 }
 
 Status RefuseUnreadable(const FileInfo& info) {
@@ -62,6 +75,60 @@ Status RemoveFile(const NativePath& path) {
   if (info.value().kind != FileKind::kRegular) return kNoError;
   if (unlink(path.c_str()) != 0) return LastError();
   return kNoError;
+}
+
+NativePath UnusedTemporaryPath(const std::string& suffix) {
+  const char* folder = std::getenv("TMPDIR");
+  const NativePath stem =
+      AddBackslash(NativePath(folder != nullptr && *folder != '\0' ? folder : "/tmp")) +
+      ("ledrix-" + std::to_string(getpid()) + "-");
+  for (int number = 1;; ++number) {
+    NativePath path = stem + (std::to_string(number) + suffix);
+    struct stat status {};
+    if (lstat(path.c_str(), &status) != 0) return path;
+  }
+}
+
+Status MakePrivateFolder(const NativePath& path) {
+  const NativePath folder = StripBackslash(path);
+  if (folder.empty() || IsFolder(folder)) return kNoError;
+  const NativePath parent = DirOf(folder);
+  if (parent != folder) {
+    if (const Status failed = MakePrivateFolder(parent)) return failed;
+  }
+  if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) return LastError();
+  return kNoError;
+}
+
+Status ReplaceFile(const NativePath& path, std::string_view bytes) {
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
+                                                         &std::free);
+  const NativePath target = real != nullptr ? NativePath(real.get()) : path;
+  std::string temporary = target.bytes() + ".XXXXXX";
+  FileDescriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
+  if (!descriptor.is_open()) return LastError();
+  Status failure = WriteAll(descriptor, bytes);
+  if (!failure && fsync(descriptor.number()) != 0) failure = LastError();
+  const Status closed = descriptor.Close();
+  if (!failure) failure = closed;
+  if (!failure && rename(temporary.c_str(), target.c_str()) != 0) failure = LastError();
+  if (failure) unlink(temporary.c_str());
+  return failure;
+}
+
+Result<std::string> ReadWholeFile(const NativePath& path) {
+  Result<InputFile> file = InputFile::Open(path);
+  if (!file.ok()) return file.error();
+  std::string bytes;
+  while (true) {
+    constexpr size_t kStep = size_t{1} << 16;
+    const size_t size = bytes.size();
+    bytes.resize(size + kStep);
+    const Result<size_t> count = file.value().Read(bytes.data() + size, kStep);
+    if (!count.ok()) return count.error();
+    bytes.resize(size + count.value());
+    if (count.value() == 0) return bytes;
+  }
 }
 
 FileDescriptor::~FileDescriptor() {
@@ -100,14 +167,27 @@ Result<size_t> InputFile::Read(char* buffer, size_t capacity) {
   }
 }
 
-Result<OutputFile> OutputFile::Create(const NativePath& path) {
+Result<OutputFile> OutputFile::Open(const NativePath& path, int flags, unsigned mode) {
   FileDescriptor descriptor(
-      open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666));
+      ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY | flags, mode));
   if (!descriptor.is_open()) return LastError();
   return OutputFile(path, std::move(descriptor));
 }
 
-void OutputFile::Append(std::string_view bytes) {
+Result<OutputFile> OutputFile::Create(const NativePath& path) {
+  return Open(path, O_TRUNC, 0666);
+}
+
+Result<OutputFile> OutputFile::Append(const NativePath& path) {
+  return Open(path, O_APPEND, 0666);
+}
+
+Result<OutputFile> OutputFile::CreateTemporary(const NativePath& path) {
+  if (unlink(path.c_str()) != 0 && errno != ENOENT) return LastError();
+  return Open(path, O_EXCL | O_NOFOLLOW, 0600);
+}
+
+void OutputFile::Buffer(std::string_view bytes) {
   if (bytes.empty()) return;
   std::memcpy(buffer_.get() + used_, bytes.data(), bytes.size());
   used_ += bytes.size();
@@ -116,21 +196,14 @@ void OutputFile::Append(std::string_view bytes) {
 void OutputFile::WriteThrough(std::string_view bytes) {
   Flush();
   if (bytes.size() <= kBufferSize) {
-    Append(bytes);
+    Buffer(bytes);
   } else {
     WriteAll(bytes);
   }
 }
 
 void OutputFile::WriteAll(std::string_view bytes) {
-  while (!bytes.empty() && !failure_) {
-    const ssize_t count = ::write(descriptor_.number(), bytes.data(), bytes.size());
-    if (count >= 0) {
-      bytes.remove_prefix(static_cast<size_t>(count));
-    } else if (errno != EINTR) {
-      failure_ = LastError();
-    }
-  }
+  if (!failure_) failure_ = ledrix::WriteAll(descriptor_, bytes);
 }
 
 void OutputFile::Flush() {

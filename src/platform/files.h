@@ -45,6 +45,19 @@ bool PathExists(const NativePath& path);
 // does not exist is no error.
 Status RemoveFile(const NativePath& path);
 
+// A path in the folder for temporary files at which nothing stands, ending in `suffix`.
+NativePath UnusedTemporaryPath(const std::string& suffix);
+
+// Makes a folder and those above it that are missing, for this user alone (mode 0700).
+Status MakePrivateFolder(const NativePath& path);
+
+// Replaces a file's content as a whole: after a failure, a crash or a full disk the old content
+// stands. A link at `path` stays a link.
+Status ReplaceFile(const NativePath& path, std::string_view bytes);
+
+// The bytes of a regular file.
+Result<std::string> ReadWholeFile(const NativePath& path);
+
 // An open file descriptor, closed with the object.
 class FileDescriptor {
  public:
@@ -93,6 +106,12 @@ class OutputFile {
  public:
   // Creates the file or empties an existing one.
   static Result<OutputFile> Create(const NativePath& path);
+  // Creates the file or writes behind the end of an existing one.
+  static Result<OutputFile> Append(const NativePath& path);
+  // Creates a file that only this user may read, in place of a file or link that stands there; a
+  // link is never followed.
+  static Result<OutputFile> CreateTemporary(const NativePath& path);
+
   OutputFile(OutputFile&&) noexcept = default;
   OutputFile& operator=(OutputFile&&) noexcept = default;
   ~OutputFile() = default;
@@ -102,7 +121,7 @@ class OutputFile {
 
   void Write(std::string_view bytes) {
     if (bytes.size() <= kBufferSize - used_) {
-      Append(bytes);
+      Buffer(bytes);
     } else {
       WriteThrough(bytes);
     }
@@ -117,9 +136,10 @@ class OutputFile {
  private:
   static constexpr size_t kBufferSize = size_t{1} << 17;
 
+  static Result<OutputFile> Open(const NativePath& path, int flags, unsigned mode);
   OutputFile(NativePath path, FileDescriptor descriptor)
       : path_(std::move(path)), descriptor_(std::move(descriptor)) {}
-  void Append(std::string_view bytes);
+  void Buffer(std::string_view bytes);
   void WriteThrough(std::string_view bytes);
   void WriteAll(std::string_view bytes);
   void Flush();

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/local_time.h"
+#include "platform/native_path.h"
 
 namespace ledrix {
 
@@ -42,6 +43,11 @@ class PlatformServices {
   virtual void YieldToUi() {}
 
   virtual LocalTime Now() { return SystemNow(); }
+
+  // Told before a temporary file gets its first byte and after it was removed, so that a program
+  // that is ended in between can remove it.
+  virtual void TemporaryFileMade(const NativePath& /*path*/) {}
+  virtual void TemporaryFileGone(const NativePath& /*path*/) {}
 };
 
 }  // namespace ledrix

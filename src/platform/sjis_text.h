@@ -68,6 +68,11 @@ class SjisText {
     bytes_.append(count, c);
     return *this;
   }
+  // Appends a character by its code: one byte, or lead byte * 256 + trail byte.
+  void AppendCode(unsigned code) {
+    if (code > 0xFF) bytes_.push_back(static_cast<char>(code >> 8));
+    bytes_.push_back(static_cast<char>(code & 0xFF));
+  }
   // Keeps the memory, so that one text can be filled again and again.
   void Clear() { bytes_.clear(); }
 

@@ -1,4 +1,4 @@
-#include "compare/output_guard.h"
+#include "platform/output_guard.h"
 
 #include <algorithm>
 

@@ -1,0 +1,101 @@
+#include "charset/line_cutter.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace ledrix {
+namespace {
+
+// The longest line end, CR LF in UTF-16.
+constexpr size_t kLongestEnd = 4;
+
+}  // namespace
+
+std::string_view LineCutter::Peek(size_t size) {
+  while (used_ < size && !file_ended_) ReadMore();
+  return {buffer_.data(), std::min(size, used_)};
+}
+
+bool LineCutter::Next(LineCutting cutting, std::string_view& line) {
+  while (true) {
+    const size_t end = FindEnd(cutting);
+    // An end at the edge of what is read may turn out to be longer.
+    if (end != kNone && (file_ended_ || end + kLongestEnd <= used_)) {
+      return Take(end, end + EndSize(cutting, end), line);
+    }
+    if (file_ended_) return start_ < used_ && Take(used_, used_, line);
+    ReadMore();
+  }
+}
+
+bool LineCutter::NextBytes(std::string_view& bytes) {
+  if (start_ == used_ && !file_ended_) ReadMore();
+  return start_ < used_ && Take(used_, used_, bytes);
+}
+
+bool LineCutter::Take(size_t end, size_t next, std::string_view& line) {
+  line = {buffer_.data() + start_, end - start_};
+  line_end_ = dropped_ + end;
+  start_ = scanned_ = next;
+  return true;
+}
+
+size_t LineCutter::FindEnd(LineCutting cutting) {
+  const size_t end = cutting == LineCutting::kBytes ? FindByteEnd() : FindUtf16End();
+  scanned_ = end != kNone ? end : std::max(scanned_, used_ > 0 ? used_ - 1 : 0);
+  return end;
+}
+
+size_t LineCutter::FindByteEnd() {
+  const auto find = [this](char c, size_t from, size_t to) {
+    const void* found = from < to ? std::memchr(buffer_.data() + from, c, to - from) : nullptr;
+    return found == nullptr ? kNone
+                            : static_cast<size_t>(static_cast<const char*>(found) - buffer_.data());
+  };
+  // The next LF stays known, so that a file of CR alone is not searched for one from every line on.
+  if (!line_feed_known_ || line_feed_ < scanned_) {
+    line_feed_ = find('\n', scanned_, used_);
+    line_feed_known_ = true;
+  }
+  const size_t carriage_return = find('\r', scanned_, std::min(line_feed_, used_));
+  return carriage_return != kNone ? carriage_return : line_feed_;
+}
+
+size_t LineCutter::FindUtf16End() {
+  for (size_t j = scanned_; j + 1 < used_; ++j) {
+    if ((buffer_[j] == '\r' || buffer_[j] == '\n') && buffer_[j + 1] == '\0') return j;
+  }
+  return kNone;
+}
+
+size_t LineCutter::EndSize(LineCutting cutting, size_t end) const {
+  if (cutting == LineCutting::kBytes) {
+    return buffer_[end] == '\r' && end + 1 < used_ && buffer_[end + 1] == '\n' ? 2 : 1;
+  }
+  const bool pair = used_ - end >= kLongestEnd && buffer_[end] == '\r' &&
+                    buffer_[end + 2] == '\n' && buffer_[end + 3] == '\0';
+  return pair ? 4 : 2;
+}
+
+void LineCutter::ReadMore() {
+  // The bytes of lines that were taken make room first.
+  std::copy(buffer_.begin() + static_cast<std::ptrdiff_t>(start_),
+            buffer_.begin() + static_cast<std::ptrdiff_t>(used_), buffer_.begin());
+  dropped_ += start_;
+  used_ -= start_;
+  scanned_ -= start_;
+  start_ = 0;
+  line_feed_known_ = false;
+  if (buffer_.size() < used_ + kBlockSize) buffer_.resize(2 * used_ + kBlockSize);
+  const Result<size_t> count = file_.Read(buffer_.data() + used_, buffer_.size() - used_);
+  if (count.ok()) {
+    used_ += count.value();
+    file_ended_ = count.value() == 0;
+  } else {
+    failure_ = count.error();
+    file_ended_ = true;
+    start_ = scanned_ = used_;  // half a line is no line
+  }
+}
+
+}  // namespace ledrix

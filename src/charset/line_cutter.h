@@ -1,0 +1,62 @@
+// Cuts a file of any character code into the bytes of its lines.
+//
+// Byte mode: a line ends at CR LF, CR or LF. UTF-16 mode: at the byte pairs of those units, found
+// by stepping one byte at a time. What follows the last line end is a line when it is not empty.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "platform/error.h"
+#include "platform/files.h"
+
+namespace ledrix {
+
+enum class LineCutting { kBytes, kUtf16 };
+
+class LineCutter {
+ public:
+  // `file` must outlive the cutter.
+  explicit LineCutter(InputFile& file) : file_(file) {}
+
+  // The first `size` bytes of the file, fewer when it is shorter. REQUIRES: no line was cut yet.
+  std::string_view Peek(size_t size);
+
+  // Takes the next line; its bytes stay valid until the next call. Returns false at the end of the
+  // file and after a failed read.
+  bool Next(LineCutting cutting, std::string_view& line);
+
+  // Takes the next bytes as they stand, line ends included; they stay valid until the next call.
+  // Returns false as Next does.
+  bool NextBytes(std::string_view& bytes);
+
+  // Position behind the last byte of the line last taken, in bytes from the start of the file.
+  uint64_t line_end() const { return line_end_; }
+  const Status& failure() const { return failure_; }
+
+ private:
+  static constexpr size_t kBlockSize = size_t{1} << 18;
+  static constexpr size_t kNone = static_cast<size_t>(-1);
+
+  size_t FindEnd(LineCutting cutting);
+  size_t FindByteEnd();
+  size_t FindUtf16End();
+  size_t EndSize(LineCutting cutting, size_t end) const;
+  void ReadMore();
+  bool Take(size_t end, size_t next, std::string_view& line);
+
+  InputFile& file_;
+  std::vector<char> buffer_;
+  size_t used_ = 0;       // bytes of the buffer that are filled
+  size_t start_ = 0;      // where the next line begins
+  size_t scanned_ = 0;    // no line end begins between start_ and here
+  size_t line_feed_ = 0;  // the first LF from scanned_ on, or kNone
+  bool line_feed_known_ = false;
+  uint64_t dropped_ = 0;  // bytes of the file before the buffer
+  uint64_t line_end_ = 0;
+  bool file_ended_ = false;
+  Status failure_ = kNoError;
+};
+
+}  // namespace ledrix

@@ -1,0 +1,65 @@
+#include "platform/program_folder.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include "platform/files.h"
+
+namespace ledrix {
+namespace {
+
+constexpr const char* kPortableMark = "Ledrix.portable";
+
+std::string Environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? std::string() : value;
+}
+
+NativePath HomeFolder() {
+  const std::string home = Environment("HOME");
+  if (!home.empty()) return NativePath(home);
+  const passwd* user = getpwuid(getuid());
+  return NativePath(user == nullptr ? "/" : user->pw_dir);
+}
+
+// A folder of the base directories of the desktop; a relative path is not taken.
+NativePath BaseFolder(const char* variable, const char* below_home) {
+  const std::string folder = Environment(variable);
+  if (!folder.empty() && folder[0] == '/') return AddBackslash(NativePath(folder));
+  return AddBackslash(HomeFolder()) + below_home;
+}
+
+NativePath ExecutableFolder() {
+  const std::unique_ptr<char, decltype(&std::free)> path(realpath("/proc/self/exe", nullptr),
+                                                         &std::free);
+  return path == nullptr ? NativePath() : DirOf(NativePath(path.get()));
+}
+
+NativePath ChooseProgramFolder() {
+  const std::string chosen = Environment("LEDRIX_HOME");
+  if (!chosen.empty()) return AddBackslash(MakeAbsolute(NativePath(chosen)));
+  const NativePath executable_folder = ExecutableFolder();
+  if (!executable_folder.empty() && PathExists(executable_folder + kPortableMark)) {
+    return executable_folder;
+  }
+  return BaseFolder("XDG_DATA_HOME", ".local/share/") + "ledrix/";
+}
+
+}  // namespace
+
+NativePath ProgramFolder() {
+  NativePath folder = ChooseProgramFolder();
+  // When it cannot be made, writing into it will fail and be dealt with there.
+  (void)MakePrivateFolder(folder);
+  return folder;
+}
+
+NativePath SettingsPath() {
+  return BaseFolder("XDG_CONFIG_HOME", ".config/") + "ledrix/settings.ini";
+}
+
+}  // namespace ledrix
