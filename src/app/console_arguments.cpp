@@ -12,8 +12,10 @@ namespace {
 
 constexpr const char* kHelp =
     R"(使い方: ledrixc compare OLD NEW [オプション]
+        ledrixc judge FILE...
 
   compare OLD NEW   旧ファイル OLD と新ファイル NEW を比較し、結果ﾘｽﾄを出力します
+  judge FILE...     ファイルの文字コードを判定します（- は標準入力）
 
 compare のオプション:
   --out FILE|FOLDER 結果ﾘｽﾄのファイル、または出力先のフォルダ
@@ -22,9 +24,11 @@ compare のオプション:
   --csv             CSV形式の一覧も出力します
   --mrg             ﾏｰｼﾞｿｰｽも出力します
   --marks           ﾏｰｼﾞｿｰｽの各行に出所の印を付けます
+  --charset NAME    文字コード（none 無変換、auto 判定、または文字コード名）
 
 共通のオプション:
   --set KEY=VALUE   オプションを設定します（何度でも指定できます）
+  --settings FILE   保存されている設定の代わりに FILE の設定を使います
   --settings none   保存されている設定を使わず、全て既定値にします
   --quiet           結果を標準出力に表示しません
   --progress        端末に進行状況を表示します
@@ -38,7 +42,7 @@ ConsoleExit Refuse(const std::string& reason) {
   return {"ledrixc: " + reason + "（使い方は ledrixc --help）", 2};
 }
 
-void AddCompare(CLI::App& app, CompareArguments& arguments) {
+CLI::App* AddCompare(CLI::App& app, CompareArguments& arguments) {
   CLI::App* compare = app.add_subcommand("compare");
   compare->fallthrough()->set_help_flag();
   compare->add_option("OLD", arguments.old_path)->required();
@@ -49,6 +53,14 @@ void AddCompare(CLI::App& app, CompareArguments& arguments) {
   compare->add_flag("--csv", arguments.csv);
   compare->add_flag("--mrg", arguments.merge_source);
   compare->add_flag("--marks", arguments.marks);
+  return compare;
+}
+
+CLI::App* AddJudge(CLI::App& app, JudgeArguments& arguments) {
+  CLI::App* judge = app.add_subcommand("judge");
+  judge->fallthrough()->set_help_flag();
+  judge->add_option("FILE", arguments.paths)->required();
+  return judge;
 }
 
 void AddCommon(CLI::App& app, CommonArguments& arguments) {
@@ -71,7 +83,10 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
   app.require_subcommand(0, 1);
   app.allow_extras();
   AddCommon(app, arguments.common);
-  AddCompare(app, arguments.compare);
+  CompareArguments compare;
+  JudgeArguments judge;
+  AddCompare(app, compare);
+  const CLI::App* const judge_command = AddJudge(app, judge);
 
   try {
     app.parse(argc, argv);
@@ -87,6 +102,11 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
   extras.erase(std::remove(extras.begin(), extras.end(), "--"), extras.end());
   if (!extras.empty()) return Refuse("不明な引数です: " + PathToUtf8(NativePath(extras.front())));
   if (app.get_subcommands().empty()) return Refuse("コマンドが指定されていません");
+  if (judge_command->parsed()) {
+    arguments.command = judge;
+  } else {
+    arguments.command = compare;
+  }
   return arguments;
 }
 

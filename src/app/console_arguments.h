@@ -26,9 +26,13 @@ struct CompareArguments {
   bool marks = false;
 };
 
+struct JudgeArguments {
+  std::vector<std::string> paths;  // "-" is standard input
+};
+
 struct ConsoleArguments {
   CommonArguments common;
-  CompareArguments compare;
+  std::variant<CompareArguments, JudgeArguments> command;
 };
 
 // The program is to end at once with this text and status.

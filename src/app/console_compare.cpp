@@ -1,5 +1,6 @@
 #include "app/console_compare.h"
 
+#include "app/console_front_end.h"
 #include "app/console_options.h"
 #include "app/console_platform.h"
 #include "jobs/run_loop.h"
@@ -26,12 +27,10 @@ void ChooseOutputs(const OptionRecord& options, const std::string& out, JobRecor
 
 int RunCompareCommand(const CommonArguments& common, const CompareArguments& arguments) {
   OptionRecord options;
-  if (const auto refused = LoadConsoleOptions(common, options)) {
-    PrintTrouble(*refused);
-    return kTroubleStatus;
-  }
-  if (!arguments.charset.empty()) {
-    PrintTrouble("文字コードの変換はまだ使用できません: " + arguments.charset);
+  auto refused = LoadConsoleOptions(common, options);
+  if (!refused) refused = ChooseCharset(arguments.charset, options);
+  if (refused) {
+    PrintTrouble(kConsoleProgram, *refused);
     return kTroubleStatus;
   }
 
@@ -40,7 +39,7 @@ int RunCompareCommand(const CommonArguments& common, const CompareArguments& arg
   job.NewPath = MakeAbsolute(NativePath(arguments.new_path));
   for (const NativePath& path : {job.OldPath, job.NewPath}) {
     if (!IsFolder(path)) continue;
-    PrintTrouble("フォルダの比較はまだ使用できません: " + PathToUtf8(path));
+    PrintTrouble(kConsoleProgram, "フォルダの比較はまだ使用できません: " + PathToUtf8(path));
     return kTroubleStatus;
   }
   job.FileCount = 1;
@@ -51,7 +50,7 @@ int RunCompareCommand(const CommonArguments& common, const CompareArguments& arg
   job.MergeMarks = arguments.marks;
   ChooseOutputs(options, arguments.out, job);
 
-  ConsolePlatform platform(job);
+  ConsolePlatform platform(kConsoleProgram, job);
   ConsoleFrontEnd front_end(common.quiet, common.progress);
   RunServices services(options, job, platform, front_end);
   RunJob(services);

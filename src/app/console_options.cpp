@@ -1,7 +1,13 @@
 #include "app/console_options.h"
 
+#include <cerrno>
+
+#include "charset/line_converter.h"
+#include "charset/read_with_conversion.h"
 #include "platform/files.h"
+#include "platform/program_folder.h"
 #include "settings/option_draft.h"
+#include "settings/settings_store.h"
 
 namespace ledrix {
 namespace {
@@ -14,26 +20,53 @@ std::optional<std::string> SetOption(OptionDraft& draft, const std::string& argu
   return draft.Set(argument.substr(0, equals), argument.substr(equals + 1));
 }
 
+std::optional<std::string> CheckFixedFolder(const OptionRecord& options) {
+  const NativePath folder(options.ContOutDirPath);
+  if (options.ContOutDir != 1 || IsFolder(AddBackslash(folder))) return std::nullopt;
+  return "出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘが見つかりません: " + options.ContOutDirPath;
+}
+
+// The user's own settings may not be there yet; a file named on the command line must be.
+std::optional<std::string> LoadStoredOptions(const std::string& settings_file,
+                                             OptionRecord& options) {
+  if (settings_file == "none") return std::nullopt;
+  const bool own = settings_file.empty();
+  const NativePath path = own ? SettingsPath() : MakeAbsolute(NativePath(settings_file));
+  SettingsStore store(path);
+  const Status unread = store.Load();
+  const bool missing = unread && unread->kind == ErrorKind::kSystem &&
+                       (unread->system_number == ENOENT || unread->system_number == ENOTDIR);
+  if (unread && !(own && missing)) return PathToUtf8(path) + ": " + DescribeError(*unread);
+  LoadOptions(store, options);
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<std::string> LoadConsoleOptions(const CommonArguments& arguments,
                                               OptionRecord& options) {
-  if (!arguments.settings_file.empty() && arguments.settings_file != "none") {
-    return "設定ファイルはまだ使用できません: " + arguments.settings_file;
-  }
+  if (auto refused = LoadStoredOptions(arguments.settings_file, options)) return refused;
+  if (arguments.settings.empty()) return CheckFixedFolder(options);
   OptionDraft draft(options);
   for (const std::string& setting : arguments.settings) {
     if (auto refused = SetOption(draft, setting)) return refused;
   }
   if (auto refused = draft.Check()) return refused;
   draft.Accept(options);
-  if (options.ContOutDir == 1 && !IsFolder(AddBackslash(NativePath(options.ContOutDirPath)))) {
-    return "出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘが見つかりません: " + options.ContOutDirPath;
+  return CheckFixedFolder(options);
+}
+
+std::optional<std::string> ChooseCharset(const std::string& charset, OptionRecord& options) {
+  if (charset == "none") {
+    options.CharsetCode.clear();
+  } else if (charset == "auto") {
+    options.CharsetCode = kFullAuto;
+  } else if (!charset.empty()) {
+    options.CharsetCode = charset;
   }
-  if (!options.CharsetCode.empty()) {
-    return "文字コードの変換はまだ使用できません: " + options.CharsetCode;
-  }
-  return std::nullopt;
+  const std::string& chosen = options.CharsetCode;
+  if (chosen.empty() || chosen == kFullAuto || IsCharsetAvailable(chosen)) return std::nullopt;
+  return "ご使用の環境では " + chosen + " の文字コードは使用できません";
 }
 
 }  // namespace ledrix

@@ -1,47 +1,32 @@
-// The console program's stand-ins for a desktop: messages go to stderr, signals stop the job.
+// A terminal in place of a desktop: messages go to stderr, signals stop the job.
 #pragma once
+
+#include <string>
 
 #include "jobs/run_services.h"
 #include "platform/services.h"
 
 namespace ledrix {
 
-// Makes SIGINT, SIGTERM and SIGHUP a request to stop; a second one ends the program at once. A
-// closed pipe and the file size limit become failed writes.
-void InstallSignalHandlers();
-
-// Writes one line to stderr; line breaks become " / ".
-void PrintTrouble(const std::string& text);
+// Writes "PROGRAM: TEXT" as one line to stderr; line breaks become " / ".
+void PrintTrouble(const char* program, const std::string& text);
 
 class ConsolePlatform : public PlatformServices {
  public:
-  // `job` must outlive the object.
-  explicit ConsolePlatform(JobRecord& job) : job_(job) {}
+  // `program` names the program before each line; `job` is told to stop. Both must outlive the
+  // object.
+  ConsolePlatform(const char* program, JobRecord& job) : program_(program), job_(job) {}
 
   // Returns the default button.
   MessageAnswer ShowMessage(const Message& message) override;
   void ReportTrouble(const std::string& line) override;
   void YieldToUi() override;
+  void TemporaryFileMade(const NativePath& path) override;
+  void TemporaryFileGone(const NativePath& path) override;
 
  private:
+  const char* program_;
   JobRecord& job_;
-};
-
-// Prints the result list on standard output and, on a terminal, the progress bar on stderr.
-class ConsoleFrontEnd : public RunFrontEnd {
- public:
-  explicit ConsoleFrontEnd(bool quiet, bool progress);
-  ~ConsoleFrontEnd() override { ClearProgress(); }
-
-  void AddResultLine(const std::string& line) override;
-  void SetProgress(double left) override;
-
- private:
-  void ClearProgress();
-
-  bool quiet_;
-  bool draw_progress_;
-  int percent_drawn_ = -1;
 };
 
 }  // namespace ledrix

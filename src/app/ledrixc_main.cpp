@@ -6,7 +6,10 @@
 
 #include "app/console_arguments.h"
 #include "app/console_compare.h"
+#include "app/console_front_end.h"
+#include "app/console_judge.h"
 #include "app/console_platform.h"
+#include "app/signals.h"
 
 namespace ledrix {
 namespace {
@@ -20,7 +23,10 @@ int Run(int argc, char** argv) {
     return exit->status;
   }
   const auto& arguments = std::get<ConsoleArguments>(parsed);
-  return RunCompareCommand(arguments.common, arguments.compare);
+  if (const auto* judge = std::get_if<JudgeArguments>(&arguments.command)) {
+    return RunJudgeCommand(arguments.common, *judge);
+  }
+  return RunCompareCommand(arguments.common, std::get<CompareArguments>(arguments.command));
 }
 
 }  // namespace
@@ -33,13 +39,13 @@ int main(int argc, char** argv) {
   try {
     status = ledrix::Run(argc, argv);
   } catch (const std::bad_alloc&) {
-    ledrix::PrintTrouble("メモリが足りません");
+    ledrix::PrintTrouble(ledrix::kConsoleProgram, "メモリが足りません");
   } catch (const std::exception& error) {
-    ledrix::PrintTrouble(error.what());
+    ledrix::PrintTrouble(ledrix::kConsoleProgram, error.what());
   }
   // What did not reach standard output is trouble as well.
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-    ledrix::PrintTrouble("標準出力に書き込めません");
+    ledrix::PrintTrouble(ledrix::kConsoleProgram, "標準出力に書き込めません");
     status = ledrix::kTroubleStatus;
   }
   return status;

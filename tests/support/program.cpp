@@ -44,7 +44,8 @@ bool SucceedsInAChild(const std::function<bool()>& action) {
     return file >= 0 && dup2(file, descriptor) == descriptor;
   };
   const int program = open(command[0].c_str(), O_RDONLY | O_CLOEXEC);
-  const bool ready = program >= 0 && redirect("out", STDOUT_FILENO) && redirect("err", STDERR_FILENO) &&
+  const bool ready = program >= 0 && redirect("out", STDOUT_FILENO) &&
+                     redirect("err", STDERR_FILENO) &&
                      (options.tmpfs.empty() || MountSmallFileSystem(options.tmpfs)) &&
                      (!options.as_nobody || DropRoot()) &&
                      (options.folder.empty() || chdir(options.folder.c_str()) == 0);

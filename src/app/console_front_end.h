@@ -1,0 +1,33 @@
+// What a job shows on a terminal.
+#pragma once
+
+#include <string>
+
+#include "jobs/run_services.h"
+
+namespace ledrix {
+
+inline constexpr const char* kConsoleProgram = "ledrixc";
+
+// Prints the result list on standard output and, on a terminal, the progress bar on stderr.
+class ConsoleFrontEnd : public RunFrontEnd {
+ public:
+  ConsoleFrontEnd(bool quiet, bool progress);
+  ~ConsoleFrontEnd() override { ClearProgress(); }
+
+  void AddResultLine(const std::string& line) override;
+  void SetProgress(double left) override;
+  void SetBarText(const std::string& text) override;
+
+ private:
+  void Draw();
+  void ClearProgress();
+
+  bool quiet_;
+  bool draw_progress_;
+  int percent_ = 0;
+  std::string bar_text_;
+  std::string drawn_;
+};
+
+}  // namespace ledrix

@@ -1,0 +1,58 @@
+#include "app/signals.h"
+
+#include <unistd.h>
+
+#include <climits>
+#include <csignal>
+#include <cstring>
+
+namespace ledrix {
+namespace {
+
+volatile std::sig_atomic_t signal_pending = 0;
+
+// What a signal handler may look at: each path in memory of its own.
+struct NotedFile {
+  volatile std::sig_atomic_t used = 0;
+  char path[PATH_MAX] = {};
+};
+NotedFile noted_files[4];
+
+void NoteSignal(int number) {
+  if (signal_pending != 0) {
+    for (const NotedFile& file : noted_files) {
+      if (file.used != 0) unlink(file.path);
+    }
+    std::signal(number, SIG_DFL);
+    std::raise(number);
+  }
+  signal_pending = 1;
+}
+
+}  // namespace
+
+void InstallSignalHandlers() {
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) std::signal(number, NoteSignal);
+  for (const int number : {SIGPIPE, SIGXFSZ}) std::signal(number, SIG_IGN);
+}
+
+bool IsStopSignalled() {
+  return signal_pending != 0;
+}
+
+void NoteTemporaryFile(const NativePath& path) {
+  for (NotedFile& file : noted_files) {
+    if (file.used != 0 || path.bytes().size() >= sizeof file.path) continue;
+    std::strcpy(file.path, path.c_str());
+    file.used = 1;
+    return;
+  }
+}
+
+void ForgetTemporaryFile(const NativePath& path) {
+  for (NotedFile& file : noted_files) {
+    if (file.used != 0 && path.bytes() == file.path) file.used = 0;
+  }
+}
+
+}  // namespace ledrix

@@ -1,0 +1,107 @@
+#include "jobs/batch_compare.h"
+
+#include "compare/pair_driver.h"
+#include "jobs/output_names.h"
+#include "platform/code_page_932.h"
+#include "platform/output_guard.h"
+
+namespace ledrix {
+namespace {
+
+constexpr const char* kOldMissing = "  OLD NOTHING         : ";
+constexpr const char* kNewMissing = "  NEW NOTHING(削除扱) : ";
+constexpr const char* kListingFailed = "  LIST OPEN ERROR     : ";
+
+void FillJob(const CommandLineArgs& args, RunServices& services) {
+  JobRecord& job = services.job();
+  job = JobRecord();
+  job.JobKind = JobKind::kComp;
+  job.FileCount = 1;
+  job.OldPath = MakeAbsolute(NativePath(args.old_path));
+  job.NewPath = MakeAbsolute(NativePath(args.new_path));
+  job.MergeMarks = args.merge_marks;
+  job.DebugLog = args.debug_log;
+  services.options().StartMsg = 0;
+  if (!args.output_path.empty()) {
+    job.OutputDirMode = OutputDirMode::kElse;
+    job.OutPath = MakeAbsolute(NativePath(args.output_path));
+  } else {
+    job.OutputDirMode = OutputDirMode::kOldDir;
+    job.OutPath = AddBackslash(DirOf(job.OldPath)) +
+                  FillPattern(services.options().ComboLstLst, NameForPattern(job.OldPath));
+  }
+}
+
+// A problem goes to the log, which may fail, and to stderr.
+class BatchLog {
+ public:
+  BatchLog(const NativePath& path, PlatformServices& platform) : platform_(platform) {
+    Result<OutputFile> file = OutputFile::Append(path);
+    if (file.ok()) file_ = std::move(file.value());
+  }
+
+  void Write(const char* label, const NativePath& path, const Error& error) {
+    if (file_) {
+      file_->Write(FormatDateTime(platform_.Now()));
+      file_->Write((EncodeSjis(label) + PathToSjis(path)).bytes());
+      file_->Write("\r\n");
+    }
+    platform_.ReportTrouble(PathToUtf8(path) + ": " + DescribeError(error));
+  }
+  void Close() {
+    if (file_) (void)file_->Close();
+  }
+
+ private:
+  PlatformServices& platform_;
+  std::optional<OutputFile> file_;
+};
+
+// A pipe is not opened here: that would take its content from the compare.
+Status CheckReadable(const NativePath& path) {
+  const Result<FileInfo> info = GetFileInfo(path);
+  if (info.ok() && info.value().kind == FileKind::kPipe) return kNoError;
+  const Result<InputFile> file = InputFile::Open(path);
+  return file.ok() ? kNoError : Status(file.error());
+}
+
+// Leaves the listing empty. Nothing is opened when it is one of the inputs.
+Status CheckCreatable(const JobRecord& job) {
+  if (const Status refused = RefuseOutput(job.OutPath, {job.OldPath, job.NewPath}, {})) {
+    return refused;
+  }
+  Result<OutputFile> file = OutputFile::Create(job.OutPath);
+  return file.ok() ? file.value().Close() : Status(file.error());
+}
+
+// True when both files can be read and the listing can be created; every problem is logged.
+bool CheckBatchFiles(const NativePath& log_path, RunServices& services) {
+  const JobRecord& job = services.job();
+  BatchLog log(log_path, services.platform());
+  bool good = true;
+  const auto check = [&](const Status& problem, const char* label, const NativePath& path) {
+    if (!problem) return;
+    log.Write(label, path, *problem);
+    good = false;
+  };
+  check(CheckReadable(job.OldPath), kOldMissing, job.OldPath);
+  check(CheckReadable(job.NewPath), kNewMissing, job.NewPath);
+  check(CheckCreatable(job), kListingFailed, job.OutPath);
+  log.Close();
+  return good;
+}
+
+}  // namespace
+
+void BatchCompare(const CommandLineArgs& args, const NativePath& program_folder,
+                  RunServices& services) {
+  FillJob(args, services);
+  if (!CheckBatchFiles(program_folder + "ledrixc.log", services)) {
+    services.NoteEnd(JobEnd::kTrouble);
+    return;
+  }
+  services.platform().YieldToUi();
+  modComp::ComparePair(services);
+}
+
+}  // namespace ledrix

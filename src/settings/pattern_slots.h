@@ -1,0 +1,53 @@
+// Three named sets of text compare options, each in an INI file of the program's folder
+// (LedrixPtn1.ini to LedrixPtn3.ini): the name under [Pattern] Name, the values under [Option].
+#pragma once
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/native_path.h"
+#include "settings/option_record.h"
+
+namespace ledrix {
+
+inline constexpr size_t kPatternSlots = 3;
+
+// The keys that a pattern holds, in the order of reading and writing.
+std::span<const std::string_view> PatternKeys();
+
+// One pattern in memory; without a name it is empty. Of `values` only the pattern keys count.
+struct PatternSlot {
+  std::string name;
+  OptionRecord values;
+};
+
+// The three slots of a run. They start empty. Slots are numbered from 0; failures of the file
+// system are ignored.
+class PatternSlots {
+ public:
+  // `folder` is the program's folder, with a separator at its end.
+  explicit PatternSlots(NativePath folder) : folder_(std::move(folder)) {}
+
+  PatternSlot& operator[](size_t n) { return slots_[n]; }
+  const PatternSlot& operator[](size_t n) const { return slots_[n]; }
+
+  // Reads a slot's name and, when it has one, its values; a missing or empty value is the option's
+  // default.
+  void LoadPattern(size_t n);
+  // Trims the slot's name and writes the slot; an empty name deletes the file instead.
+  void SavePattern(size_t n);
+  // Deletes the slot's file and empties its name.
+  void DeletePattern(size_t n);
+  // Copies the slot's values into the option record.
+  void ApplyPattern(size_t n, OptionRecord& options) const;
+
+ private:
+  NativePath FileOf(size_t n) const;
+
+  NativePath folder_;
+  std::array<PatternSlot, kPatternSlots> slots_;
+};
+
+}  // namespace ledrix

@@ -1,0 +1,151 @@
+#include "settings/settings_store.h"
+
+#include <algorithm>
+
+#include "platform/files.h"
+#include "settings/option_draft.h"
+
+namespace ledrix {
+namespace {
+
+// A character that may not stand as it is, and the letter behind the backslash that names it.
+struct Escape {
+  char character;
+  char letter;
+};
+constexpr Escape kEscapes[] = {{'\\', '\\'}, {'\n', 'n'}, {'\r', 'r'},
+                               {'\0', '0'},  {'=', 'e'},  {']', 'b'}};
+
+// `kept` is a character that has an escape but may stand as it is here, or 0 for none.
+std::string Escaped(std::string_view text, std::string_view kept) {
+  std::string escaped;
+  for (const char c : text) {
+    const auto* const found = std::find_if(std::begin(kEscapes), std::end(kEscapes),
+                                           [c](const Escape& e) { return e.character == c; });
+    if (found == std::end(kEscapes) || kept.find(c) != std::string_view::npos) {
+      escaped += c;
+    } else {
+      escaped += '\\';
+      escaped += found->letter;
+    }
+  }
+  return escaped;
+}
+
+std::string Unescaped(std::string_view text) {
+  std::string plain;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\\' || i + 1 == text.size()) {
+      plain += text[i];
+      continue;
+    }
+    const char letter = text[++i];
+    const auto* const found =
+        std::find_if(std::begin(kEscapes), std::end(kEscapes),
+                     [letter](const Escape& e) { return e.letter == letter; });
+    plain += found == std::end(kEscapes) ? letter : found->character;
+  }
+  return plain;
+}
+
+}  // namespace
+
+Status SettingsStore::Load() {
+  sections_.clear();
+  const Result<std::string> bytes = ReadWholeFile(path_);
+  if (!bytes.ok()) return bytes.error();
+  Parse(bytes.value());
+  return kNoError;
+}
+
+void SettingsStore::Parse(std::string_view bytes) {
+  std::string section;
+  for (size_t start = 0; start < bytes.size();) {
+    const size_t end = std::min(bytes.find('\n', start), bytes.size());
+    std::string_view line = bytes.substr(start, end - start);
+    start = end + 1;
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    const size_t equals = line.find('=');
+    if (line.size() >= 2 && line.front() == '[' && line.back() == ']') {
+      section = Unescaped(line.substr(1, line.size() - 2));
+    } else if (equals != std::string_view::npos && equals > 0) {
+      WriteSetting(section, Unescaped(line.substr(0, equals)), Unescaped(line.substr(equals + 1)));
+    }
+  }
+}
+
+SettingsStore::Section& SettingsStore::SectionNamed(std::string_view name) {
+  const auto found = std::find_if(sections_.begin(), sections_.end(),
+                                  [name](const Section& section) { return section.name == name; });
+  if (found != sections_.end()) return *found;
+  // The root stands first: its values have no heading.
+  const auto place = name.empty() ? sections_.begin() : sections_.end();
+  return *sections_.insert(place, {std::string(name), {}, {}});
+}
+
+std::string SettingsStore::ReadSetting(std::string_view section, std::string_view key,
+                                       std::string_view default_text) const {
+  const auto found =
+      std::find_if(sections_.begin(), sections_.end(),
+                   [section](const Section& candidate) { return candidate.name == section; });
+  if (found == sections_.end()) return std::string(default_text);
+  const auto place = found->places.find(std::string(key));
+  if (place == found->places.end()) return std::string(default_text);
+  const std::string& text = found->values[place->second].text;
+  return text.substr(0, text.find('\0'));
+}
+
+void SettingsStore::WriteSetting(std::string_view section, std::string_view key,
+                                 std::string_view text) {
+  Section& target = SectionNamed(section);
+  const auto [place, is_new] = target.places.try_emplace(std::string(key), target.values.size());
+  if (is_new) {
+    target.values.push_back({std::string(key), std::string(text)});
+  } else {
+    target.values[place->second].text = text;
+  }
+}
+
+void SettingsStore::ClearSettingKey(std::string_view section) {
+  if (section.empty()) {
+    sections_.clear();
+  } else {
+    std::erase_if(sections_, [section](const Section& s) { return s.name == section; });
+  }
+}
+
+Status SettingsStore::Save() const {
+  if (const Status failed = MakePrivateFolder(DirOf(path_))) return failed;
+  std::string bytes;
+  for (const Section& section : sections_) {
+    if (!section.name.empty()) bytes += "[" + Escaped(section.name, "=") + "]\n";
+    for (const Value& value : section.values) {
+      bytes += Escaped(value.key, "]") + "=" + Escaped(value.text, "=]") + "\n";
+    }
+  }
+  return ReplaceFile(path_, bytes);
+}
+
+void LoadOptions(const SettingsStore& store, OptionRecord& options) {
+  for (const OptionField& field : OptionFields()) {
+    field.Set(options, store.ReadSetting(field.section, field.key, field.default_text));
+  }
+}
+
+void SaveOptions(const OptionRecord& options, const EndPaths& end_paths, SettingsStore& store) {
+  for (const OptionField& field : OptionFields()) {
+    if (field.section != "Option") continue;  // the window writes the others
+    const std::string text = field.Get(options);
+    store.WriteSetting(field.section, field.key, field.key == "Charset" ? TrimSpaces(text) : text);
+    if (field.key == "EndPath") {
+      store.WriteSetting("Option", "EndPathOld", end_paths.old_folder);
+      store.WriteSetting("Option", "EndPathNew", end_paths.new_folder);
+    }
+  }
+}
+
+std::vector<std::string> CharsetList(const OptionRecord& options) {
+  return SplitAt(options.Charset, ' ');
+}
+
+}  // namespace ledrix
