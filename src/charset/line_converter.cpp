@@ -365,10 +365,10 @@ class AutodetectConverter : public LineConverter {
   }
 
   LineConverter& Choose(std::string_view bytes, LinePosition position) {
-    // In the order in which ties are decided.
+    // In the order in which ties are decided. That a line is valid UTF-8 by accident is rare.
     std::array<Candidate, 3> candidates = {
-        {{&sjis_, modJudgeCode::ScoreSJIS(bytes), IsValid(sjis_, bytes, position)},
-         {&utf8_, modJudgeCode::ScoreUTF8(bytes), IsValid(utf8_, bytes, position)},
+        {{&utf8_, modJudgeCode::ScoreUTF8(bytes), IsValid(utf8_, bytes, position)},
+         {&sjis_, modJudgeCode::ScoreSJIS(bytes), IsValid(sjis_, bytes, position)},
          {&euc_, modJudgeCode::ScoreEUC(bytes), IsValid(euc_, bytes, position)}}};
     const auto worse = [](const Candidate& a, const Candidate& b) {
       return a.valid != b.valid ? b.valid : a.score < b.score;

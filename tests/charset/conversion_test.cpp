@@ -1,0 +1,470 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <random>
+#include <thread>
+
+#include "charset/line_converter.h"
+#include "charset/line_cutter.h"
+#include "charset/read_with_conversion.h"
+#include "jobs/run_loop.h"
+#include "platform/code_page_932.h"
+#include "platform/iconv_decoder.h"
+#include "platform/utf8.h"
+#include "support/test_run.h"
+
+namespace ledrix {
+namespace {
+
+using test::FileExists;
+using test::Sjis;
+using test::TempFolder;
+using test::TestRun;
+using Texts = std::vector<std::string>;
+
+std::string Convert(const char* charset, std::string_view bytes,
+                    LinePosition position = LinePosition::kLater) {
+  const auto converter = LineConverter::Make(charset);
+  if (converter == nullptr) return "(no converter)";
+  SjisText text;
+  converter->Convert(bytes, position, text);
+  return text.bytes();
+}
+
+// How one character is written in a code; empty when it does not exist there.
+std::string InUtf8(char16_t c, int) {
+  std::string text;
+  AppendUtf8(text, c);
+  return text;
+}
+std::string InUtf16(char16_t c, int) {
+  return {static_cast<char>(c & 0xFF), static_cast<char>(c >> 8)};
+}
+// Row and cell of a Shift_JIS code, from 1 to 94; row 0 for a code outside the 94 rows.
+std::pair<int, int> RowCell(int code) {
+  const int lead = code >> 8;
+  const int trail = code & 0xFF;
+  if (lead < 0x81 || lead > 0xEF) return {0, 0};
+  const int pair = lead <= 0x9F ? lead - 0x81 : lead - 0xC1;
+  if (trail >= 0x9F) return {pair * 2 + 2, trail - 0x9E};
+  return {pair * 2 + 1, trail - (trail > 0x7F ? 0x40 : 0x3F)};
+}
+std::string InEuc(char16_t, int code) {
+  if (code < 0x80) return std::string(1, static_cast<char>(code));
+  if (code >= 0xA1 && code <= 0xDF) return {'\x8E', static_cast<char>(code)};
+  const auto [row, cell] = RowCell(code);
+  if (row == 0) return {};
+  return {static_cast<char>(row + 0xA0), static_cast<char>(cell + 0xA0)};
+}
+std::string InJis(char16_t, int code) {
+  if (code < 0x80) return std::string(1, static_cast<char>(code));
+  if (code >= 0xA1 && code <= 0xDF)
+    return "\x1B(I" + std::string(1, static_cast<char>(code - 0x80));
+  const auto [row, cell] = RowCell(code);
+  if (row == 0) return {};
+  return "\x1B$B" + std::string{static_cast<char>(row + 0x20), static_cast<char>(cell + 0x20)} +
+         "\x1B(B";
+}
+
+// Every character of the code page, from each code in which it exists, ends at the code that
+// Windows chooses for it.
+TEST(LineConverter, WalksTheWholeCodePage) {
+  struct Code {
+    const char* charset;
+    std::string (*write)(char16_t, int);
+    int characters;
+  };
+  // 1,880 user-defined and 388 extension characters have no place in the 94 rows.
+  const Code codes[] = {{"UTF-8", InUtf8, 9604 + 63},
+                        {"UNICODE", InUtf16, 9604 + 63},
+                        {"EUC-JP", InEuc, 9604 + 63 - 1880 - 388},
+                        {"ISO-2022-JP", InJis, 9604 + 63 - 1880 - 388}};
+  const CodePage932& table = CodePage932::Get();
+  for (const Code& code : codes) {
+    int characters = 0;
+    for (int sjis = 0xA1; sjis < 0x10000; ++sjis) {
+      const bool single = sjis <= 0xDF;
+      if (!single && sjis < 0x8140) continue;
+      const char16_t character = table.Decode(static_cast<uint16_t>(sjis));
+      const std::string bytes = character == 0 ? "" : code.write(character, sjis);
+      if (bytes.empty()) continue;
+      ++characters;
+      std::string utf8;
+      AppendUtf8(utf8, character);
+      ASSERT_EQ(Convert(code.charset, bytes), EncodeSjis(utf8).bytes())
+          << code.charset << " " << std::hex << sjis;
+    }
+    EXPECT_EQ(characters, code.characters) << code.charset;
+  }
+}
+
+TEST(LineConverter, ReplacesWhatIsInvalidAndNothingElse) {
+  struct Case {
+    const char* charset;
+    std::string bytes;
+    const char* text;
+  };
+  const Case cases[] = {
+      {"UTF-8",
+       "a\xE3\x81"
+       "b",
+       "a?b"},
+      {"UTF-8", "\xE3\x81\x82\xE3\x81", "あ?"},
+      {"UTF-8", "\xF0\x9F\x98\x80x", "?x"},
+      {"UTF-8", "\x80\xBF", "??"},
+      {"UTF-8", "\xED\xA0\x80z", "???z"},
+      {"UTF-8", "\xC0\x80", "??"},
+      {"UTF-8", "〜‖−¢£¬—①髙", "～∥－￠￡￢―①髙"},
+      {"UNICODE", std::string("a\0b", 3), "a?"},
+      {"UNICODE",
+       std::string("\x3D\xD8\x00\xDE"
+                   "b\0",
+                   6),
+       "?b"},
+      {"UNICODE",
+       std::string("\x3D\xD8"
+                   "b\0\x00\xDC",
+                   6),
+       "?b?"},
+      {"EUC-JP", "a\xA4\xA2\xA4", "aあ?"},
+      {"EUC-JP", "\xA4z\x80\xFF", "?z??"},
+      {"EUC-JP", "\x8E\xB1\x8E\xE0", "ｱ??"},
+      {"EUC-JP", "\xAD\xA1\xF9\xA1", "①纊"},
+      {"EUC-JP",
+       "\x8F\xD4\xE3"
+       "x",
+       "纊x"},
+      {"EUC-JP", "\x8F\xA1", "??"},
+      {"ISO-2022-JP", "\x1B$B$\"$\x1B(Bz", "あ?z"},
+      {"ISO-2022-JP", "\x1B$B$\" \x1B(Jb\x1B(I1\x1B(B1", "あ bｱ1"},
+      {"ISO-2022-JP", "\x1B[0mx", "\x1B[0mx"},
+      {"ISO-2022-JP", "\x1B$@0!\x1B$(D!!", "亜?"},
+      {"UTF-7", "a+MEIwRA-b+-c", "aあいb+c"},
+      {"UTF-7", "+MEIwRA,x", "あい,x"},
+      {"UTF-7", "+MEI", "あ"},
+      {"UTF-7", "+!a\x80", "?!a?"},
+      {"UTF-7", "+MEJB-", "あ?"},
+      {"_autodetect", "ascii \x1B[m", "ascii \x1B[m"},
+      {"_autodetect", "\x1B$B$\"\x1B(B", "あ"},
+      {"_autodetect", "\x82\xA0\x82\xA2", "あい"},
+      {"_autodetect", "\xA4\xA2\xA4\xA4", "あい"},
+      {"_autodetect", "\xE3\x81\x82\xE3\x81\x84", "あい"},
+      {"_autodetect", "\xB1\xB2\xB3", "ｱｲｳ"},
+      {"windows-1252",
+       "\x80"
+       "a",
+       "?a"},
+      {"UTF-16BE", std::string("\0a\x30\x42\x30", 5), "aあ?"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(DecodeSjis(SjisView::FromBytes(Convert(c.charset, c.bytes))), c.text)
+        << c.charset << " " << c.text;
+  }
+  EXPECT_EQ(Convert("UTF-8", std::string("a\0b", 3)), std::string("a\0b", 3));
+  EXPECT_EQ(Convert("shift_jis", "\x83 \xEE\xEF\xFA\x4A\xFD"), "? \xFA\x40\x87\x54\xFD");
+}
+
+TEST(LineConverter, AMarkAtTheStartOfTheFileIsNoText) {
+  struct Case {
+    const char* charset;
+    std::string mark;
+    std::string text;
+  };
+  const Case cases[] = {{"UTF-8", "\xEF\xBB\xBF", "a"},
+                        {"UNICODE", "\xFF\xFE", std::string("a\0", 2)},
+                        {"UTF-7", "+/v8-", "a"},
+                        {"_autodetect", "\xEF\xBB\xBF", "a"}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(Convert(c.charset, c.mark + c.text, LinePosition::kFirst), "a") << c.charset;
+    EXPECT_EQ(Convert(c.charset, c.mark, LinePosition::kFirst), "") << c.charset;
+    EXPECT_EQ(Convert(c.charset, c.text + c.mark, LinePosition::kFirst), "a?") << c.charset;
+  }
+}
+
+TEST(IsCharsetAvailable, RefusesWhatCannotBeConverted) {
+  for (const char* name : {"utf-8", "EUC-JP", "_autodetect", "UNICODE", "UTF-7", "koi8-r"}) {
+    EXPECT_TRUE(IsCharsetAvailable(name)) << name;
+  }
+  for (const char* name : {"", "  ", "no-such-code", "UTF-8/x", "UTF-8//IGNORE", "../UTF-8"}) {
+    EXPECT_FALSE(IsCharsetAvailable(name)) << name;
+  }
+}
+
+Texts Cut(const NativePath& path, LineCutting cutting) {
+  Result<InputFile> file = InputFile::Open(path);
+  LineCutter cutter(file.value());
+  Texts lines;
+  for (std::string_view line; cutter.Next(cutting, line);) lines.emplace_back(line);
+  EXPECT_FALSE(cutter.failure());
+  return lines;
+}
+
+std::string Wide(std::string_view ascii) {
+  std::string text;
+  for (const char c : ascii) text += {c, '\0'};
+  return text;
+}
+
+TEST(LineCutter, CutsAtEveryKindOfLineEnd) {
+  struct Case {
+    LineCutting cutting;
+    std::string bytes;
+    Texts lines;
+  };
+  constexpr auto kBytes = LineCutting::kBytes;
+  constexpr auto kUtf16 = LineCutting::kUtf16;
+  const Case cases[] = {
+      {kBytes, "", {}},
+      {kBytes, "abc\r\nd", {"abc", "d"}},
+      {kBytes, "abc\r\n\r\n", {"abc", ""}},
+      {kBytes, "a\rb\nc\n\rd", {"a", "b", "c", "", "d"}},
+      {kBytes, "\r", {""}},
+      {kUtf16, Wide("a\r\nb"), {Wide("a"), Wide("b")}},
+      {kUtf16, Wide("a\rb\n"), {Wide("a"), Wide("b")}},
+      {kUtf16, Wide("\r\n\r\n"), {"", ""}},
+      {kUtf16, "x\r" + std::string(1, '\0') + "y", {"x", "y"}},
+      {kUtf16, "a\r\nb", {"a\r\nb"}},
+      {kUtf16, Wide("a") + "\r", {Wide("a") + "\r"}},
+  };
+  const TempFolder folder;
+  for (const Case& c : cases) {
+    EXPECT_EQ(Cut(folder.Write("f", c.bytes), c.cutting), c.lines) << c.bytes;
+  }
+}
+
+TEST(LineCutter, LinesOfEveryLengthSurviveTheBlocks) {
+  const TempFolder folder;
+  std::mt19937 random(11);
+  const char* const ends[] = {"\r\n", "\n", "\r"};
+  for (const int longest : {2, 300, 500000}) {
+    for (const bool mixed : {false, true}) {
+      Texts lines;
+      std::string bytes;
+      while (bytes.size() < 1'500'000) {
+        lines.emplace_back(1 + random() % longest, static_cast<char>('a' + lines.size() % 26));
+        bytes += lines.back() + ends[mixed ? random() % 3 : 2];
+      }
+      EXPECT_TRUE(Cut(folder.Write("f", bytes), LineCutting::kBytes) == lines) << longest;
+      for (std::string& line : lines) line = Wide(line);
+      EXPECT_TRUE(Cut(folder.Write("f", Wide(bytes)), LineCutting::kUtf16) == lines) << longest;
+    }
+  }
+}
+
+class RecordingBar : public RunFrontEnd {
+ public:
+  void AddResultLine(const std::string& line) override { results.push_back(line); }
+  void SetBarText(const std::string& text) override { texts.push_back(text); }
+  Texts results;
+  Texts texts;
+};
+
+TEST(ReadWithConversion, MakesACopyOnlyWhereOneIsNeeded) {
+  struct Case {
+    const char* charset_code;
+    std::string bytes;
+    const char* suffix;  // of the copy; nullptr when the file itself is read
+    std::string copy;
+  };
+  const Case cases[] = {
+      {"", "\xE3\x81\x82", nullptr, ""},
+      {kFullAuto, "", nullptr, ""},
+      {kFullAuto, Sjis("あ4"), nullptr, ""},
+      {kFullAuto,
+       "\xE3\x81\x82"
+       "4\nb",
+       "_UTF-8", Sjis("あ4\r\nb\r\n")},
+      {kFullAuto, Wide("a\r\nb"), "_UNICODE", "a\r\nb\r\n"},
+      {"Shift_JIS", "\xE3\x81\x82", nullptr, ""},
+      {"EUC-JP", Wide("4\r\n4"), "_EUC-JP", std::string("4\0\r\n4\0\r\n", 8)},
+      {"UTF-16LE", Wide("44\n44"), "_UTF-16LE", "44\r\n44\r\n"},
+      {"utf-8", "a4\rb\n", "_utf-8", "a4\r\nb\r\n"},
+  };
+  for (const Case& c : cases) {
+    const TempFolder folder;
+    TestRun run;
+    run.options.CharsetCode = c.charset_code;
+    run.job.OldPath = folder.Write("f.txt", c.bytes);
+    NativePath path = run.job.OldPath;
+    EXPECT_FALSE(ReadWithConversion(run.services, path)) << c.charset_code;
+    EXPECT_EQ(path, run.job.OldPath + (c.suffix == nullptr ? "" : c.suffix)) << c.charset_code;
+    if (c.suffix != nullptr) {
+      EXPECT_EQ(test::ReadFile(path), c.copy) << c.charset_code;
+    }
+    run.services.temp_files().DeleteAll();
+    EXPECT_EQ(FileExists(path), c.suffix == nullptr) << c.charset_code;
+  }
+}
+
+TEST(ReadWithConversion, TellsHowFarItIs) {
+  const TempFolder folder;
+  OptionRecord options;
+  options.CharsetCode = kFullAuto;
+  JobRecord job;
+  test::RecordingPlatform platform(job);
+  RecordingBar front_end;
+  RunServices services(options, job, platform, front_end);
+  std::string bytes;
+  for (int i = 0; i < 20001; ++i)
+    bytes +=
+        "\xE3\x81\x82"
+        "4\n";
+  job.OldPath = folder.Write("f", bytes);
+  services.SetBarText("before");
+  NativePath path = job.OldPath;
+  ASSERT_FALSE(ReadWithConversion(services, path));
+  EXPECT_EQ(front_end.texts,
+            (Texts{"before", "文字コード判定中", "before", "UTF-8 変換中", "UTF-8 変換中 ･･･ 50%",
+                   "UTF-8 変換中 ･･･ 100%", "UTF-8 変換中 ･･･ 100%", ""}));
+}
+
+// A pair in UTF-8, compared in full-auto mode.
+struct ConvertedPair : TestRun {
+  TempFolder folder;
+  ConvertedPair() {
+    std::string bytes;
+    for (int i = 0; i < 12000; ++i) bytes += "\xE3\x81\x82" + std::to_string(i) + "\n";
+    job.OldPath = folder.Write("old.txt", bytes);
+    job.NewPath = folder.Write("new.txt", bytes + "\xE3\x81\x84\n");
+    test::SetModified(job.OldPath, test::kTestTime);
+    options.CharsetCode = kFullAuto;
+  }
+  Texts Names() const {
+    Texts names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
+      names.push_back(entry.path().filename());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+};
+
+TEST(ConvertedCompare, NamesTheCopiesAndRemovesThem) {
+  ConvertedPair run;
+  run.job.OptCsvList = true;
+  RunJob(run.services);
+  EXPECT_EQ(run.front_end.results.at(1),
+            "    UnMatch=    1 OLD=12000 NEW=12001 Rep=    0 Add=    1 Del=    0");
+  EXPECT_EQ(run.Names(), (Texts{"Ledrix.CSV", "new.txt", "old.txt", "old_txt_COMP.TXT"}));
+  const std::string header = test::ReadLines(run.folder.At("old_txt_COMP.TXT")).at(3);
+  EXPECT_NE(header.find("/old.txt_UTF-8 "), std::string::npos) << header;
+  EXPECT_NE(test::ReadLines(run.folder.At("Ledrix.CSV")).at(1).find("/new.txt_UTF-8,12001"),
+            std::string::npos);
+}
+
+TEST(ConvertedCompare, AStopAtAnyYieldLeavesNoCopy) {
+  for (int stop = 1; stop <= 20; ++stop) {
+    ConvertedPair run;
+    run.platform.stop_at_yield = stop;
+    RunJob(run.services);
+    EXPECT_EQ(run.front_end.results.back(), "    中断") << stop;
+    for (const std::string& name : run.Names()) {
+      EXPECT_EQ(name.find("UTF"), std::string::npos) << stop << name;
+    }
+  }
+}
+
+TEST(ConvertedCompare, RefusesACopyThatCannotBeMade) {
+  struct Case {
+    const char* name;
+    void (*prepare)(ConvertedPair&);
+    const char* message;
+  };
+  const Case cases[] = {
+      {"missing old file", [](ConvertedPair& run) { run.job.OldPath = run.folder.At("none"); },
+       "OLD Error: Chrcode ERR:ファイルが見つかりません"},
+      {"new file is a folder", [](ConvertedPair& run) { run.job.NewPath = NativePath("/tmp"); },
+       "NEW Error: Chrcode ERR:ファイルではなくフォルダです"},
+      {"unknown charset", [](ConvertedPair& run) { run.options.CharsetCode = "no-such-code"; },
+       "OLD Error: Chrcode ERR:この文字コードは使用できません"},
+      {"a folder of the copy's name",
+       [](ConvertedPair& run) {
+         std::filesystem::create_directory(run.folder.At("old.txt_UTF-8").bytes());
+       },
+       "OLD Error: Chrcode ERR:フォルダです"},
+      {"the new file has the copy's name",
+       [](ConvertedPair& run) { run.job.NewPath = run.folder.Write("old.txt_UTF-8", "mine"); },
+       "OLD Error: Chrcode ERR:入力ファイルと同じファイルには出力できません"},
+      {"the listing has the copy's name",
+       [](ConvertedPair& run) { run.job.ListingPath = run.folder.At("old.txt_UTF-8"); },
+       "OLD Error: Chrcode ERR:他の出力ファイルと同じファイルには出力できません"},
+  };
+  for (const Case& c : cases) {
+    ConvertedPair run;
+    c.prepare(run);
+    const std::string new_bytes = test::ReadFile(run.job.NewPath);
+    RunJob(run.services);
+    EXPECT_EQ(run.platform.messages,
+              (Texts{c.message + std::string("\r\n文字コード標準(無変換)でリトライしてください")}))
+        << c.name;
+    EXPECT_EQ(run.front_end.results.back(), "    エラー") << c.name;
+    EXPECT_EQ(test::ReadFile(run.job.NewPath), new_bytes) << c.name;
+    EXPECT_FALSE(FileExists(run.folder.At("old_txt_COMP.TXT"))) << c.name;
+  }
+}
+
+TEST(ConvertedCompare, ALinkAtTheCopysNameIsReplacedAndNotFollowed) {
+  ConvertedPair run;
+  const NativePath precious = run.folder.Write("precious", "keep");
+  ASSERT_EQ(symlink(precious.c_str(), run.folder.At("old.txt_UTF-8").c_str()), 0);
+  RunJob(run.services);
+  EXPECT_EQ(test::ReadFile(precious), "keep");
+  EXPECT_EQ(run.services.end(), JobEnd::kDifference);
+}
+
+// Any two codes of the sample pair give the same body and counts.
+TEST(ConvertedCompare, TheSamplePairIsTheSameInEveryCode) {
+  const std::string examples = LEDRIX_SOURCE_FOLDER "/examples/";
+  const Texts sides = {"",
+                       "codes/euc-jp/",
+                       "codes/iso-2022-jp/",
+                       "codes/utf-8/",
+                       "codes/utf-8-bom/",
+                       "codes/utf-16le/",
+                       "codes/utf-7/"};
+  const TempFolder folder;
+  std::string body;
+  for (size_t i = 0; i < sides.size(); ++i) {
+    // Copies would be made beside the samples; these are ours.
+    const auto copy = [&](const std::string& code, const char* side) {
+      return folder.Write(std::string(side) + std::to_string(i),
+                          test::ReadFile(NativePath(examples + code + side + "/KYUYO01.CBL")));
+    };
+    TestRun run;
+    run.options.CharsetCode = kFullAuto;
+    run.job.OldPath = copy(sides[i], "old");
+    run.job.NewPath = copy(sides[sides.size() - 1 - i], "new");
+    run.job.ListingPath = folder.At("listing");
+    RunJob(run.services);
+    EXPECT_EQ(run.front_end.results.at(1),
+              "    UnMatch=  218 OLD=  318 NEW=  338 Rep=   36 Add=  101 Del=   81");
+    std::string listing = test::ReadFile(folder.At("listing"));
+    listing.erase(0, 5 * 188);  // the header above the ruler
+    if (body.empty()) body = listing;
+    EXPECT_TRUE(listing == body) << sides[i];
+  }
+}
+
+// A pipe is read once, whatever it is judged to be.
+TEST(ConvertedCompare, PipesAreConvertedAsFilesAre) {
+  for (const std::string& bytes : {std::string("\xE3\x81\x82"
+                                               "4\n"),
+                                   Sjis("あ4\n"), std::string()}) {
+    ConvertedPair run;
+    const NativePath pipe = run.folder.At("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    run.job.OldPath = pipe;
+    run.job.NewPath = run.folder.Write("new.txt", bytes);
+    std::thread writer([&] { run.folder.Write("pipe", bytes); });
+    RunJob(run.services);
+    writer.join();
+    EXPECT_EQ(run.services.end(), JobEnd::kNoDifference);
+    EXPECT_EQ(run.front_end.results.back().substr(0, 16), "    変更なし");
+    EXPECT_FALSE(FileExists(run.job.OldPath)) << "copy " << run.job.OldPath.bytes();
+  }
+}
+
+}  // namespace
+}  // namespace ledrix

@@ -1,0 +1,263 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <random>
+
+#include "settings/ini_file.h"
+#include "settings/pattern_slots.h"
+#include "settings/settings_store.h"
+#include "support/program.h"
+#include "support/test_files.h"
+
+namespace ledrix {
+namespace {
+
+using test::FileExists;
+using test::Sjis;
+using test::TempFolder;
+
+TEST(SettingsStore, GivesBackEveryText) {
+  const TempFolder folder;
+  const std::string texts[] = {"",    " spaced ", "C:\\My Documents\\", "a=b]c", "line\r\nbreak",
+                               "[x]", "\\n\\",    "表示 ﾃｽﾄ",           ";",     "\xFF\xFE"};
+  const NativePath path = folder.At("new/folder/settings.ini");
+  SettingsStore store(path);
+  int number = 0;
+  for (const std::string& text : texts)
+    store.WriteSetting("Option", std::to_string(number++), text);
+  store.WriteSetting("Option", "a=key", "1");
+  store.WriteSetting("odd ] name", "k", "2");
+  store.WriteSetting("", "root", "3");
+  ASSERT_FALSE(store.Save());
+
+  SettingsStore read(path);
+  ASSERT_FALSE(read.Load());
+  number = 0;
+  for (const std::string& text : texts) {
+    EXPECT_EQ(read.ReadSetting("Option", std::to_string(number++), "default"), text);
+  }
+  EXPECT_EQ(read.ReadSetting("Option", "a=key", ""), "1");
+  EXPECT_EQ(read.ReadSetting("odd ] name", "k", ""), "2");
+  EXPECT_EQ(read.ReadSetting("", "root", ""), "3");
+  EXPECT_EQ(read.ReadSetting("Option", "missing", "default"), "default");
+  EXPECT_EQ(read.ReadSetting("Missing", "0", "default"), "default");
+
+  store.WriteSetting("Option", "nul", std::string("ab\0cd", 5));
+  EXPECT_EQ(store.ReadSetting("Option", "nul", ""), "ab");
+  store.ClearSettingKey("Option");
+  EXPECT_EQ(store.ReadSetting("Option", "1", "gone"), "gone");
+  EXPECT_EQ(store.ReadSetting("", "root", "gone"), "3");
+  store.ClearSettingKey("");
+  ASSERT_FALSE(store.Save());
+  EXPECT_EQ(test::ReadFile(path), "");
+}
+
+TEST(SettingsStore, NonsenseIsPassedOver) {
+  const TempFolder folder;
+  std::string noise("\0\x01[\n]=\n=x\n[Option\nOptMatch 7\n\n[Option]\nOptMatch=7\nOptMatch=8\n",
+                    63);
+  std::mt19937 random(3);
+  for (int i = 0; i < 100000; ++i) noise += static_cast<char>(random());
+  noise +=
+      "\n[Option]\nOptBuff=" + std::string(10'000'000, '9') + "\nOptLstout=\nPrintCompLen=80 (A4)";
+  SettingsStore store(folder.Write("settings.ini", noise));
+  ASSERT_FALSE(store.Load());
+  OptionRecord options;
+  LoadOptions(store, options);
+  EXPECT_EQ(options.OptMatch, 8);
+  EXPECT_EQ(options.OptBuff, 32767);
+  EXPECT_EQ(options.OptLstout, 0);  // empty is not missing
+  EXPECT_EQ(options.PrintCompLen, 80);
+  EXPECT_EQ(options.OptTABtoKETA, 8);
+}
+
+TEST(SettingsStore, KeepsTheOldFileWhereTheNewOneCannotBeWritten) {
+  const TempFolder folder;
+  const NativePath path = folder.Write("settings.ini", "[Option]\nOptMatch=7\n");
+  chmod(folder.path().c_str(), 0555);
+  SettingsStore store(path);
+  ASSERT_FALSE(store.Load());
+  store.WriteSetting("Option", "OptMatch", "9");
+  if (geteuid() != 0) {
+    EXPECT_TRUE(store.Save());
+    EXPECT_EQ(test::ReadFile(path), "[Option]\nOptMatch=7\n");
+  }
+  EXPECT_TRUE(SettingsStore(NativePath("/dev/null/settings.ini")).Save());
+  EXPECT_TRUE(SettingsStore(folder.At("none")).Load());
+}
+
+TEST(SettingsStore, ALinkedFileStaysALink) {
+  const TempFolder folder;
+  folder.Write("real.ini", "");
+  ASSERT_EQ(symlink("real.ini", folder.At("settings.ini").c_str()), 0);
+  SettingsStore store(folder.At("settings.ini"));
+  store.WriteSetting("Option", "k", "v");
+  ASSERT_FALSE(store.Save());
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.At("settings.ini").bytes()));
+  EXPECT_EQ(test::ReadFile(folder.At("real.ini")), "[Option]\nk=v\n");
+}
+
+// Saves until it is killed.
+[[noreturn]] void SaveForever(const NativePath& path) {
+  for (int i = 0;; ++i) {
+    SettingsStore store(path);
+    store.WriteSetting("Option", "Text", std::string(20000, i % 2 == 0 ? 'a' : 'b'));
+    store.WriteSetting("Option", "Last", "end");
+    (void)store.Save();
+  }
+}
+
+TEST(SettingsStore, AKilledSaveLeavesTheOldOrTheNewFile) {
+  const TempFolder folder;
+  const NativePath path = folder.At("settings.ini");
+  {
+    SettingsStore store(path);
+    store.WriteSetting("Option", "Text", std::string(20000, 'a'));
+    store.WriteSetting("Option", "Last", "end");
+    ASSERT_FALSE(store.Save());
+  }
+  std::mt19937 random(5);
+  for (int kills = 0; kills < 50; ++kills) {
+    const pid_t child = fork();
+    if (child == 0) SaveForever(path);
+    usleep(static_cast<useconds_t>(2000 + random() % 20000));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    SettingsStore store(path);
+    ASSERT_FALSE(store.Load());
+    const std::string text = store.ReadSetting("Option", "Text", "");
+    ASSERT_TRUE(text == std::string(20000, 'a') || text == std::string(20000, 'b')) << text.size();
+    ASSERT_EQ(store.ReadSetting("Option", "Last", ""), "end");
+  }
+}
+
+TEST(Options, AreSavedAndLoadedUnderTheirKeys) {
+  const TempFolder folder;
+  OptionRecord options;
+  options.OptMatch = -5;
+  options.VerDisp = 1;
+  options.Charset = " A  B ";
+  options.FPattern[2] = "*.x;*.y";
+  SettingsStore store(folder.At("s"));
+  SaveOptions(options, {"/old/", "/new/"}, store);
+  ASSERT_FALSE(store.Save());
+
+  const std::string file = test::ReadFile(folder.At("s"));
+  EXPECT_EQ(file.find("[Option]\nOptSTCol=1\nOptEDCol=9999\nOptMatch=-5\n"), 0u);
+  EXPECT_NE(file.find("EndPath=1\nEndPathOld=/old/\nEndPathNew=/new/\nStartMsg=1\n"),
+            std::string::npos);
+  EXPECT_NE(file.find("Charset=A  B\nCharsetCode=\n"), std::string::npos);
+  EXPECT_EQ(file.find("VerDisp"), std::string::npos);
+
+  SettingsStore read(folder.At("s"));
+  ASSERT_FALSE(read.Load());
+  OptionRecord loaded;
+  LoadOptions(read, loaded);
+  EXPECT_EQ(loaded.OptMatch, -5);
+  EXPECT_EQ(loaded.VerDisp, 0);
+  EXPECT_EQ(loaded.FPattern[2], "*.x;*.y");
+  EXPECT_EQ(CharsetList(loaded), (std::vector<std::string>{"A", "", "B"}));
+  read.WriteSetting("Option", "VerDisp", "1");
+  LoadOptions(read, loaded);
+  EXPECT_EQ(loaded.VerDisp, 0);
+  read.WriteSetting("Settings", "VerDisp", "1");
+  LoadOptions(read, loaded);
+  EXPECT_EQ(loaded.VerDisp, 1);
+}
+
+TEST(IniFile, ReadsWhatExistingFilesHold) {
+  const TempFolder folder;
+  clsIniFile file;
+  file.pFileName(folder.Write(
+      "p.ini", Sjis("; comment\r\nstray\r\n[pattern]\r\n Name = ﾊﾟﾀｰﾝ表 \r\nQuoted=\" a \"\r\n"
+                    "Empty=\r\nNumber=12x\r\nBig=99999\r\nWord=abc\r\nName=second\r\n"
+                    "[OPTION]\nOptMatch=8\n[Pattern]\r\nLate=1\r\n") +
+                   "Long=" + std::string(300, 'x')));
+  struct Case {
+    const char* section;
+    const char* key;
+    std::string text;
+  };
+  const Case cases[] = {
+      {"Pattern", "name", "ﾊﾟﾀｰﾝ表"},  {"Pattern", "Quoted", " a "},
+      {"Pattern", "Empty", "default"}, {"Option", "OptMatch", "8"},
+      {"Option", "Name", "default"},   {"None", "Name", "default"},
+      {"Pattern", "stray", "default"}, {"Pattern", "Late", "default"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(file.mGetString(c.section, c.key, "default"), c.text) << c.section << " " << c.key;
+  }
+  EXPECT_EQ(file.mGetInteger("Pattern", "Number"), 12);
+  EXPECT_EQ(file.mGetInteger("Pattern", "Big"), 32767);
+  EXPECT_EQ(file.mGetInteger("Pattern", "Word", 5), 0);
+  EXPECT_EQ(file.mGetInteger("Pattern", "None", 5), 5);
+
+  clsIniFile longer;
+  longer.pFileName(folder.Write("l.ini", "[a]\nLong=" + std::string(300, 'x')));
+  EXPECT_EQ(longer.mGetString("a", "Long"), std::string(255, 'x'));
+}
+
+TEST(IniFile, WritesOneValueAndKeepsTheRest) {
+  const TempFolder folder;
+  clsIniFile file;
+  file.pFileName(
+      folder.Write("p.ini", "; note\r\n[Pattern]\r\nName=a\r\n\r\n[Option]\r\nOther=1\r\n"));
+  EXPECT_TRUE(file.mSetString("Pattern", "NAME", "ｶﾅ 表"));
+  EXPECT_TRUE(file.mSetString("Pattern", "More", " x "));
+  EXPECT_TRUE(file.mSetString("New", "Key", "two\r\nlines"));
+  EXPECT_EQ(test::ReadFile(file.pFileName()),
+            Sjis("; note\r\n[Pattern]\r\nNAME=ｶﾅ 表\r\nMore=\" x \"\r\n\r\n[Option]\r\nOther=1\r\n"
+                 "[New]\r\nKey=two  lines\r\n"));
+  EXPECT_EQ(file.mGetString("Pattern", "More"), " x ");
+  file.pFileName(NativePath("/dev/null/p.ini"));
+  EXPECT_FALSE(file.mSetString("a", "b", "c"));
+  EXPECT_EQ(clsIniFile().pFileName().bytes(), "");
+}
+
+TEST(PatternSlots, SaveLoadApplyAndDelete) {
+  const TempFolder folder;
+  const NativePath program_folder(folder.path() + "/");
+  PatternSlots slots(program_folder);
+  slots[1].name = "  夜間  ";
+  slots[1].values.OptMatch = 7;
+  slots[1].values.ComboLstLst = "*.LST";
+  slots[1].values.CsvStatus = 0;  // belongs to no pattern
+  slots.SavePattern(1);
+  EXPECT_EQ(slots[1].name, "夜間");
+  ASSERT_TRUE(FileExists(folder.At("LedrixPtn2.ini")));
+  EXPECT_EQ(test::ReadLines(folder.At("LedrixPtn2.ini")).size(), 2u + 1 + 17);
+
+  PatternSlots read(program_folder);
+  for (size_t n = 0; n < kPatternSlots; ++n) read.LoadPattern(n);
+  EXPECT_EQ(read[0].name, "");
+  EXPECT_EQ(read[1].name, "夜間");
+  OptionRecord options;
+  options.OptNoCngNoOut = 0;
+  read.ApplyPattern(1, options);
+  EXPECT_EQ(options.OptMatch, 7);
+  EXPECT_EQ(options.ComboLstLst, "*.LST");
+  EXPECT_EQ(options.CsvStatus, 1);
+  EXPECT_EQ(options.OptNoCngNoOut, 0);
+
+  folder.Write("LedrixPtn3.ini", "[Option]\r\nOptMatch=3\r\n");  // no name: an empty slot
+  read.LoadPattern(2);
+  EXPECT_EQ(read[2].name, "");
+  folder.Write("LedrixPtn1.ini",
+               Sjis("[Pattern]\r\nName=x\r\n[Option]\r\nOptSTCol=\r\nOptBuff=\x01\xFF"));
+  read.LoadPattern(0);
+  EXPECT_EQ(read[0].values.OptSTCol, 1);
+  EXPECT_EQ(read[0].values.OptBuff, 0);
+
+  slots[1].name = "  ";
+  slots.SavePattern(1);
+  EXPECT_FALSE(FileExists(folder.At("LedrixPtn2.ini")));
+  slots.DeletePattern(1);
+  EXPECT_EQ(slots[1].name, "");
+}
+
+}  // namespace
+}  // namespace ledrix
