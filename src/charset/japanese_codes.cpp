@@ -13,7 +13,7 @@ namespace {
 using RowCellTable = std::array<uint16_t, static_cast<size_t>(kRows) * kCells>;
 
 size_t Place(int row, int cell) {
-  return static_cast<size_t>((row - 1) * kCells + (cell - 1));
+  return size_t{kCells} * static_cast<size_t>(row - 1) + static_cast<size_t>(cell - 1);
 }
 
 // By arithmetic: two rows share a lead byte, and the lead bytes leave out the half-width katakana.

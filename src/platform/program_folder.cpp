@@ -42,7 +42,7 @@ NativePath ExecutableFolder() {
 NativePath ChooseProgramFolder() {
   const std::string chosen = Environment("LEDRIX_HOME");
   if (!chosen.empty()) return AddBackslash(MakeAbsolute(NativePath(chosen)));
-  const NativePath executable_folder = ExecutableFolder();
+  NativePath executable_folder = ExecutableFolder();
   if (!executable_folder.empty() && PathExists(executable_folder + kPortableMark)) {
     return executable_folder;
   }

@@ -441,7 +441,7 @@ TEST(ConvertedCompare, TheSamplePairIsTheSameInEveryCode) {
     EXPECT_EQ(run.front_end.results.at(1),
               "    UnMatch=  218 OLD=  318 NEW=  338 Rep=   36 Add=  101 Del=   81");
     std::string listing = test::ReadFile(folder.At("listing"));
-    listing.erase(0, 5 * 188);  // the header above the ruler
+    listing.erase(0, size_t{5} * 188);  // the header above the ruler
     if (body.empty()) body = listing;
     EXPECT_TRUE(listing == body) << sides[i];
   }

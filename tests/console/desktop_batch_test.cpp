@@ -11,7 +11,6 @@ namespace ledrix {
 namespace {
 
 using test::FileExists;
-using test::ProgramOptions;
 using test::ProgramResult;
 using test::ReadLines;
 using test::RunProgram;

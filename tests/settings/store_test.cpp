@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <filesystem>
 #include <random>
 
@@ -58,12 +60,13 @@ TEST(SettingsStore, GivesBackEveryText) {
 
 TEST(SettingsStore, NonsenseIsPassedOver) {
   const TempFolder folder;
-  std::string noise("\0\x01[\n]=\n=x\n[Option\nOptMatch 7\n\n[Option]\nOptMatch=7\nOptMatch=8\n",
-                    63);
+  using namespace std::string_literals;
+  std::string noise = "\0\x01[\n]=\n=x\n[Option\nOptMatch 7\n\n[Option]\nOptMatch=7\nOptMatch=8\n"s;
   std::mt19937 random(3);
   for (int i = 0; i < 100000; ++i) noise += static_cast<char>(random());
-  noise +=
-      "\n[Option]\nOptBuff=" + std::string(10'000'000, '9') + "\nOptLstout=\nPrintCompLen=80 (A4)";
+  std::string nines;
+  nines.resize(10'000'000, '9');
+  noise += "\n[Option]\nOptBuff=" + nines + "\nOptLstout=\nPrintCompLen=80 (A4)";
   SettingsStore store(folder.Write("settings.ini", noise));
   ASSERT_FALSE(store.Load());
   OptionRecord options;
@@ -102,12 +105,12 @@ TEST(SettingsStore, ALinkedFileStaysALink) {
 }
 
 // Saves until it is killed.
-[[noreturn]] void SaveForever(const NativePath& path) {
+[[noreturn]] void SaveForever(const NativePath& path, std::atomic<int>& saves) {
   for (int i = 0;; ++i) {
     SettingsStore store(path);
     store.WriteSetting("Option", "Text", std::string(20000, i % 2 == 0 ? 'a' : 'b'));
     store.WriteSetting("Option", "Last", "end");
-    (void)store.Save();
+    if (!store.Save()) ++saves;
   }
 }
 
@@ -120,10 +123,14 @@ TEST(SettingsStore, AKilledSaveLeavesTheOldOrTheNewFile) {
     store.WriteSetting("Option", "Last", "end");
     ASSERT_FALSE(store.Save());
   }
+  void* const shared = mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE,
+                            MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+  ASSERT_NE(shared, MAP_FAILED);
+  auto& saves = *new (shared) std::atomic<int>(0);
   std::mt19937 random(5);
-  for (int kills = 0; kills < 50; ++kills) {
+  for (int kills = 0; kills < 50 || saves < 1000; ++kills) {
     const pid_t child = fork();
-    if (child == 0) SaveForever(path);
+    if (child == 0) SaveForever(path, saves);
     usleep(static_cast<useconds_t>(2000 + random() % 20000));
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
@@ -133,6 +140,7 @@ TEST(SettingsStore, AKilledSaveLeavesTheOldOrTheNewFile) {
     ASSERT_TRUE(text == std::string(20000, 'a') || text == std::string(20000, 'b')) << text.size();
     ASSERT_EQ(store.ReadSetting("Option", "Last", ""), "end");
   }
+  munmap(shared, sizeof(std::atomic<int>));
 }
 
 TEST(Options, AreSavedAndLoadedUnderTheirKeys) {
