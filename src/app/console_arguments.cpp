@@ -42,13 +42,19 @@ ConsoleExit Refuse(const std::string& reason) {
   return {"ledrixc: " + reason + "（使い方は ledrixc --help）", 2};
 }
 
+CLI::Validator NotEmpty() {
+  return CLI::Validator(
+      [](const std::string& text) { return text.empty() ? std::string("値が空です") : std::string(); },
+      "");
+}
+
 CLI::App* AddCompare(CLI::App& app, CompareArguments& arguments) {
   CLI::App* compare = app.add_subcommand("compare");
   compare->fallthrough()->set_help_flag();
   compare->add_option("OLD", arguments.old_path)->required();
   compare->add_option("NEW", arguments.new_path)->required();
-  compare->add_option("--out", arguments.out);
-  compare->add_option("--charset", arguments.charset);
+  compare->add_option("--out", arguments.out)->take_last()->check(NotEmpty());
+  compare->add_option("--charset", arguments.charset)->take_last()->check(NotEmpty());
   compare->add_flag("--sbn", arguments.difference_file);
   compare->add_flag("--csv", arguments.csv);
   compare->add_flag("--mrg", arguments.merge_source);
@@ -65,7 +71,7 @@ CLI::App* AddJudge(CLI::App& app, JudgeArguments& arguments) {
 
 void AddCommon(CLI::App& app, CommonArguments& arguments) {
   app.add_option("--set", arguments.settings)->allow_extra_args(false);
-  app.add_option("--settings", arguments.settings_file);
+  app.add_option("--settings", arguments.settings_file)->take_last()->check(NotEmpty());
   app.add_flag("--quiet", arguments.quiet);
   app.add_flag("--progress", arguments.progress);
 }

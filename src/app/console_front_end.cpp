@@ -12,8 +12,8 @@ ConsoleFrontEnd::ConsoleFrontEnd(bool quiet, bool progress)
 void ConsoleFrontEnd::AddResultLine(const std::string& line) {
   if (quiet_) return;
   ClearProgress();
-  std::fwrite(line.data(), 1, line.size(), stdout);
-  std::fputc('\n', stdout);
+  // The path in a line may hold anything; two lines an output stay two lines, in UTF-8.
+  std::printf("%s\n", PathToUtf8(NativePath(line)).c_str());
 }
 
 void ConsoleFrontEnd::SetProgress(double left) {

@@ -32,7 +32,11 @@ void NoteSignal(int number) {
 }  // namespace
 
 void InstallSignalHandlers() {
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) std::signal(number, NoteSignal);
+  // Without SA_RESTART, so that a job that waits for a pipe hears of the request.
+  struct sigaction action {};
+  action.sa_handler = NoteSignal;
+  sigemptyset(&action.sa_mask);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
   for (const int number : {SIGPIPE, SIGXFSZ}) std::signal(number, SIG_IGN);
 }
 

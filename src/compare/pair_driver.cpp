@@ -76,10 +76,11 @@ class PairCompare {
   void CloseOutputs();
   void DiscardOutputs();
   void RemoveUnwantedOutputs();
-  void ShowOpenError(const char* title, const char* kind, const Error& error,
-                     const NativePath& path);
+  // Tells why a file cannot be opened and ends the pair; always false.
+  bool FailToOpen(const char* title, const char* kind, const Error& error, const NativePath& path);
   std::vector<OutputFile*> Outputs();
 
+  // Each ends the pair and returns false.
   bool Fail() {
     status_ = kFailed;
     return false;
@@ -123,8 +124,7 @@ bool PairCompare::OutputsAreSafe() {
         Output{job_.MrgPath, "Merge Source Open Error"}}) {
     if (output.path.empty()) continue;
     if (const Status refused = RefuseOutput(output.path, {job_.OldPath, job_.NewPath}, others)) {
-      ShowOpenError(output.title, "OUTPUT:", *refused, output.path);
-      return Fail();
+      return FailToOpen(output.title, "OUTPUT:", *refused, output.path);
     }
     others.push_back(output.path);
   }
@@ -152,6 +152,7 @@ bool PairCompare::SkipsSameStamp() {
 bool PairCompare::ConvertInput(NativePath& path, const char* title) {
   services_.platform().YieldToUi();
   if (const Status failed = ReadWithConversion(services_, path)) {
+    if (services_.YieldAndAskStop()) return Stop();
     services_.platform().ShowMessage({"Chrcode ERR:" + DescribeError(*failed) +
                                           "\r\n文字コード標準(無変換)でリトライしてください",
                                       title});
@@ -163,8 +164,7 @@ bool PairCompare::ConvertInput(NativePath& path, const char* title) {
 std::optional<InputFile> PairCompare::OpenInput(const NativePath& path, const char* title) {
   Result<InputFile> file = InputFile::Open(path);
   if (file.ok()) return std::move(file.value());
-  ShowOpenError(title, "INFILE:", file.error(), path);
-  Fail();
+  FailToOpen(title, "INFILE:", file.error(), path);
   return std::nullopt;
 }
 
@@ -179,18 +179,18 @@ bool PairCompare::CreateOutputs() {
 bool PairCompare::CreateOutput(const NativePath& path, const char* title,
                                std::optional<OutputFile>& file) {
   Result<OutputFile> created = OutputFile::Create(path);
-  if (!created.ok()) {
-    ShowOpenError(title, "OUTPUT:", created.error(), path);
-    return Fail();
-  }
+  if (!created.ok()) return FailToOpen(title, "OUTPUT:", created.error(), path);
   file = std::move(created.value());
   return true;
 }
 
-void PairCompare::ShowOpenError(const char* title, const char* kind, const Error& error,
-                                const NativePath& path) {
+bool PairCompare::FailToOpen(const char* title, const char* kind, const Error& error,
+                             const NativePath& path) {
+  // A stop request ends a wait for a pipe with an error.
+  if (services_.YieldAndAskStop()) return Stop();
   services_.platform().ShowMessage(
       {kind + DescribeError(error) + "\r\n" + PathToUtf8(path), title});
+  return Fail();
 }
 
 void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
@@ -206,7 +206,7 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
   counts_.new_lines = new_ring.lines_read();
   for (const auto& [ring, path] :
        {std::pair(&old_ring, &job_.OldPath), std::pair(&new_ring, &job_.NewPath)}) {
-    if (!ring->failure()) continue;
+    if (!ring->failure() || status_ == kStopped) continue;
     services_.ReportFileTrouble(*path, *ring->failure());
     Fail();
   }

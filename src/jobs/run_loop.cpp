@@ -7,10 +7,11 @@
 namespace ledrix {
 namespace {
 
-// Opening the summary empties it, so it must be none of the files that the job reads.
+// Opening the summary empties it, so it must be none of the files that the job reads and writes.
 bool CsvSummaryIsSafe(RunServices& services) {
   JobRecord& job = services.job();
-  const Status refused = RefuseOutput(job.CsvPath, {job.OldPath, job.NewPath}, {});
+  const Status refused = RefuseOutput(job.CsvPath, {job.OldPath, job.NewPath},
+                                      {job.OutPath, job.SbnPath, job.MrgPath});
   if (!refused) return true;
   services.platform().ShowMessage(
       {DescribeError(*refused) + "\r\n" + PathToUtf8(job.CsvPath), "CSV File Open Error"});

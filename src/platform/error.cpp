@@ -13,7 +13,7 @@ struct Description {
   const char* text;
 };
 
-constexpr std::array<Description, 19> kDescriptions = {{
+constexpr std::array<Description, 20> kDescriptions = {{
     {ENOENT, "ファイルが見つかりません"},
     {EACCES, "アクセスが拒否されました"},
     {EPERM, "操作が許可されていません"},
@@ -32,6 +32,7 @@ constexpr std::array<Description, 19> kDescriptions = {{
     {ENXIO, "デバイスが有りません"},
     {ENODEV, "デバイスが有りません"},
     {EBUSY, "使用中です"},
+    {EINTR, "中断されました"},
     {ETXTBSY, "実行中のプログラムです"},
 }};
 

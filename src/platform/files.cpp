@@ -34,11 +34,8 @@ FileInfo ToFileInfo(const struct stat& status) {
 Status WriteAll(const FileDescriptor& descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t count = ::write(descriptor.number(), bytes.data(), bytes.size());
-    if (count >= 0) {
-      bytes.remove_prefix(static_cast<size_t>(count));
-    } else if (errno != EINTR) {
-      return LastError();
-    }
+    if (count < 0) return LastError();
+    bytes.remove_prefix(static_cast<size_t>(count));
   }
   return kNoError;
 }
@@ -160,11 +157,9 @@ Result<InputFile> InputFile::Open(const NativePath& path) {
 }
 
 Result<size_t> InputFile::Read(char* buffer, size_t capacity) {
-  while (true) {
-    const ssize_t count = read(descriptor_.number(), buffer, capacity);
-    if (count >= 0) return static_cast<size_t>(count);
-    if (errno != EINTR) return LastError();
-  }
+  const ssize_t count = read(descriptor_.number(), buffer, capacity);
+  if (count < 0) return LastError();
+  return static_cast<size_t>(count);
 }
 
 Result<OutputFile> OutputFile::Open(const NativePath& path, int flags, unsigned mode) {
@@ -223,7 +218,10 @@ Status OutputFile::Close() {
 void OutputFile::Discard() {
   descriptor_.Close();
   used_ = 0;
-  RemoveFile(path_);
+  // Through a link the file itself is removed and not the link.
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path_.c_str(), nullptr),
+                                                         &std::free);
+  if (real != nullptr) (void)RemoveFile(NativePath(real.get()));
 }
 
 }  // namespace ledrix

@@ -88,7 +88,8 @@ class InputFile {
   const FileInfo& info() const { return info_; }
 
   // Fills `buffer` from the file; fewer bytes than `capacity` are no sign of the end. Returns the
-  // number of bytes read, 0 at the end of the file.
+  // number of bytes read, 0 at the end of the file. A signal that is handled ends a wait for a
+  // pipe with the error EINTR, here and when a file is opened or written.
   Result<size_t> Read(char* buffer, size_t capacity);
 
  private:

@@ -72,7 +72,7 @@ std::string NameForPattern(const NativePath& path, PathStyle style) {
 }
 
 NativePath MakeAbsolute(const NativePath& path) {
-  if (path.empty() || path.bytes().front() == '/') return path;
+  if (!path.empty() && path.bytes().front() == '/') return path;
   const std::unique_ptr<char, decltype(&std::free)> folder(getcwd(nullptr, 0), &std::free);
   if (folder == nullptr) return path;
   return AddBackslash(NativePath(folder.get())) + path.bytes();

@@ -20,6 +20,12 @@ bool IsScalarValue(char32_t c, size_t size) {
   return c >= kSmallest[size] && c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
 }
 
+// The C.UTF-8 locale is part of the C library, so this does not depend on installed locales.
+locale_t UnicodeLocale() {
+  static const locale_t kUnicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  return kUnicode;
+}
+
 }  // namespace
 
 Utf8Char DecodeUtf8(std::string_view text, size_t position) {
@@ -69,12 +75,17 @@ std::u32string Utf8Characters(std::string_view text) {
 }
 
 char32_t ToUpper(char32_t character) {
-  // The C.UTF-8 locale is part of the C library, so this does not depend on installed locales.
-  static const locale_t kUnicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-  if (character < 0x80 || kUnicode == nullptr) {
+  if (character < 0x80 || UnicodeLocale() == nullptr) {
     return character >= 'a' && character <= 'z' ? character - ('a' - 'A') : character;
   }
-  return static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), kUnicode));
+  return static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), UnicodeLocale()));
+}
+
+char32_t ToLower(char32_t character) {
+  if (character < 0x80 || UnicodeLocale() == nullptr) {
+    return character >= 'A' && character <= 'Z' ? character + ('a' - 'A') : character;
+  }
+  return static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), UnicodeLocale()));
 }
 
 }  // namespace ledrix

@@ -26,8 +26,9 @@ void AppendUtf8(std::string& text, char32_t character);
 // character has, so that different bytes stay different.
 std::u32string Utf8Characters(std::string_view text);
 
-// The letter in upper case, as Unicode has it and whatever the locale is; any other character
-// unchanged.
+// The letter in upper or lower case, as Unicode has it and whatever the locale is; any other
+// character unchanged.
 char32_t ToUpper(char32_t character);
+char32_t ToLower(char32_t character);
 
 }  // namespace ledrix

@@ -1,0 +1,50 @@
+// The run log, which doubles as the history of the folders that jobs touched, and the debug log.
+//
+// Run log (Ledrixr.Log in the program's folder), Shift_JIS, CR LF, one line a use of a folder:
+//   folder "," yyyy/mm/dd hh:mm:ss
+// where the folder ends in its separator; the last comma of a line divides it. A line without a
+// valid date is passed over. Debug log (ldxdebug.log): yyyy/mm/dd hh:mm:ss " >> " text.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/local_time.h"
+#include "platform/native_path.h"
+#include "platform/services.h"
+
+namespace ledrix {
+
+struct HistoryEntry {
+  NativePath folder;
+  std::string date_text;  // "yyyy/mm/dd hh:mm:ss"
+};
+
+class RunLog {
+ public:
+  // `program_folder` ends in a separator; `platform` must outlive the log.
+  RunLog(const NativePath& program_folder, PlatformServices& platform)
+      : log_path_(program_folder + "Ledrixr.Log"),
+        debug_path_(program_folder + "ldxdebug.log"),
+        platform_(platform) {}
+
+  // Appends the folder of a path with the current time. Failures are dropped, here and below.
+  void WriteRunRecord(const NativePath& path);
+
+  // The folders that exist and were used at most 30 calendar days ago, sorted by folder without
+  // regard to letter case, the uses of one folder by date.
+  std::vector<HistoryEntry> LoadHistory();
+  // Replaces the log by these entries, sorted as LoadHistory gives them.
+  void SaveHistory(std::vector<HistoryEntry> entries);
+  // Keeps the newest use of each folder, and of those the 50 newest.
+  void CompactHistory();
+
+  void WriteDebugLog(const std::string& text);
+
+ private:
+  NativePath log_path_;
+  NativePath debug_path_;
+  PlatformServices& platform_;
+};
+
+}  // namespace ledrix
