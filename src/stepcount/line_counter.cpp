@@ -11,8 +11,8 @@ Result<int64_t> CountFileLines(RunServices& services, const NativePath& path) {
   if (!file.ok()) return file.error();
   const auto buffer = std::make_unique_for_overwrite<char[]>(kBlockSize);
   int64_t count = 0;
-  bool in_line = false;         // bytes of a line that has not ended yet were read
-  bool after_return = false;    // the last byte read was a CR
+  bool in_line = false;       // bytes of a line that has not ended yet were read
+  bool after_return = false;  // the last byte read was a CR
   while (true) {
     const Result<size_t> size = file.value().Read(buffer.get(), kBlockSize);
     if (!size.ok()) return size.error();

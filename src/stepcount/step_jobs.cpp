@@ -86,8 +86,8 @@ void StepCsvJob(RunServices& services, const FileList& files) {
     const std::string& name = files.entries[i - 1].name;
     const NativePath path = job.OldPath + name;
     services.UpdateProgress(unit, static_cast<double>(i));
-    services.SetMessage("ＣＳＶ形式ファイル出力中\r" + PathToUtf8(path) + "\r" +
-                        std::to_string(i) + " / " + std::to_string(items) + " File");
+    services.SetMessage("ＣＳＶ形式ファイル出力中\r" + PathToUtf8(path) + "\r" + std::to_string(i) +
+                        " / " + std::to_string(items) + " File");
     if (IsFolder(path)) continue;
     ++number;
     const Result<int64_t> count = CountFileLines(services, path);
