@@ -99,12 +99,15 @@ SjisText EncodeSjis(std::string_view utf8) {
   std::string bytes;
   bytes.reserve(utf8.size());
   for (size_t position = 0; position < utf8.size();) {
+    if (static_cast<unsigned char>(utf8[position]) < 0x80) {
+      bytes.push_back(utf8[position++]);
+      continue;
+    }
     const Utf8Char c = DecodeUtf8(utf8, position);
     position += c.size;
     const uint16_t code = c.valid ? table.Encode(c.character) : uint16_t{0};
     if (code > 0xFF) bytes.push_back(static_cast<char>(code >> 8));
-    const bool lacking = code == 0 && (!c.valid || c.character != 0);
-    bytes.push_back(lacking ? '?' : static_cast<char>(code & 0xFF));
+    bytes.push_back(code == 0 ? '?' : static_cast<char>(code & 0xFF));
   }
   return SjisText::FromBytes(std::move(bytes));
 }

@@ -15,22 +15,6 @@ Error LastError() {
   return Error::System(errno);
 }
 
-FileInfo ToFileInfo(const struct stat& status) {
-  FileInfo info;
-  info.modified = status.st_mtim;
-  info.device = status.st_dev;
-  info.inode = status.st_ino;
-  if (S_ISREG(status.st_mode)) {
-    info.kind = FileKind::kRegular;
-    info.size = static_cast<uint64_t>(status.st_size);
-  } else if (S_ISDIR(status.st_mode)) {
-    info.kind = FileKind::kFolder;
-  } else if (S_ISFIFO(status.st_mode)) {
-    info.kind = FileKind::kPipe;
-  }
-  return info;
-}
-
 Status WriteAll(const FileDescriptor& descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t count = ::write(descriptor.number(), bytes.data(), bytes.size());
@@ -48,10 +32,37 @@ Status RefuseUnreadable(const FileInfo& info) {
 
 }  // namespace
 
+FileInfo ToFileInfo(const struct stat& status) {
+  FileInfo info;
+  info.modified = status.st_mtim;
+  info.device = status.st_dev;
+  info.inode = status.st_ino;
+  if (S_ISREG(status.st_mode)) {
+    info.kind = FileKind::kRegular;
+    info.size = static_cast<uint64_t>(status.st_size);
+  } else if (S_ISDIR(status.st_mode)) {
+    info.kind = FileKind::kFolder;
+  } else if (S_ISFIFO(status.st_mode)) {
+    info.kind = FileKind::kPipe;
+  }
+  return info;
+}
+
 Result<FileInfo> GetFileInfo(const NativePath& path) {
   struct stat status {};
   if (stat(path.c_str(), &status) != 0) return LastError();
   return ToFileInfo(status);
+}
+
+void FileSet::Add(const NativePath& path) {
+  const Result<FileInfo> info = GetFileInfo(path);
+  if (info.ok()) files_.insert({info.value().device, info.value().inode});
+}
+
+bool FileSet::Holds(const NativePath& path) const {
+  if (files_.empty()) return false;
+  const Result<FileInfo> info = GetFileInfo(path);
+  return info.ok() && files_.count({info.value().device, info.value().inode}) > 0;
 }
 
 bool IsFolder(const NativePath& path) {
@@ -72,6 +83,12 @@ Status RemoveFile(const NativePath& path) {
   if (info.value().kind != FileKind::kRegular) return kNoError;
   if (unlink(path.c_str()) != 0) return LastError();
   return kNoError;
+}
+
+NativePath RealPath(const NativePath& path) {
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
+                                                         &std::free);
+  return real == nullptr ? NativePath() : NativePath(real.get());
 }
 
 NativePath UnusedTemporaryPath(const std::string& suffix) {
@@ -98,9 +115,8 @@ Status MakePrivateFolder(const NativePath& path) {
 }
 
 Status ReplaceFile(const NativePath& path, std::string_view bytes) {
-  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
-                                                         &std::free);
-  const NativePath target = real != nullptr ? NativePath(real.get()) : path;
+  const NativePath real = RealPath(path);
+  const NativePath& target = real.empty() ? path : real;
   std::string temporary = target.bytes() + ".XXXXXX";
   FileDescriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
   if (!descriptor.is_open()) return LastError();
@@ -219,9 +235,8 @@ void OutputFile::Discard() {
   descriptor_.Close();
   used_ = 0;
   // Through a link the file itself is removed and not the link.
-  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path_.c_str(), nullptr),
-                                                         &std::free);
-  if (real != nullptr) (void)RemoveFile(NativePath(real.get()));
+  const NativePath real = RealPath(path_);
+  if (!real.empty()) (void)RemoveFile(real);
 }
 
 }  // namespace ledrix

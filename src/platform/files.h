@@ -1,6 +1,7 @@
 // Files: what they are, reading them in blocks, writing them with every write checked.
 #pragma once
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include <cstddef>
@@ -8,6 +9,7 @@
 #include <ctime>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -28,11 +30,24 @@ struct FileInfo {
 };
 
 Result<FileInfo> GetFileInfo(const NativePath& path);
+FileInfo ToFileInfo(const struct stat& status);
 
 // True when both tell of one and the same file.
 inline bool IsSameFile(const FileInfo& a, const FileInfo& b) {
   return a.device == b.device && a.inode == b.inode;
 }
+
+// Files, whatever their names.
+class FileSet {
+ public:
+  // A path without a file adds nothing.
+  void Add(const NativePath& path);
+  bool Holds(const NativePath& path) const;
+  bool empty() const { return files_.empty(); }
+
+ private:
+  std::set<std::pair<dev_t, ino_t>> files_;
+};
 
 // True when the path, a trailing separator or not, names an existing folder.
 bool IsFolder(const NativePath& path);
@@ -44,6 +59,9 @@ bool PathExists(const NativePath& path);
 // Removes a regular file (or a link to one); anything else, such as /dev/null, stays. A file that
 // does not exist is no error.
 Status RemoveFile(const NativePath& path);
+
+// The path without links and ".."; empty when it does not exist.
+NativePath RealPath(const NativePath& path);
 
 // A path in the folder for temporary files at which nothing stands, ending in `suffix`.
 NativePath UnusedTemporaryPath(const std::string& suffix);
@@ -135,7 +153,7 @@ class OutputFile {
   void Discard();
 
  private:
-  static constexpr size_t kBufferSize = size_t{1} << 17;
+  static constexpr size_t kBufferSize = size_t{1} << 16;
 
   static Result<OutputFile> Open(const NativePath& path, int flags, unsigned mode);
   OutputFile(NativePath path, FileDescriptor descriptor)

@@ -64,8 +64,8 @@ std::string ExtensionOf(const NativePath& path, PathStyle style = kPlatformPathS
 // The text after the last separator (the whole path without one) with every "." made "_".
 std::string NameForPattern(const NativePath& path, PathStyle style = kPlatformPathStyle);
 
-// An absolute path is returned as it is; before any other, the empty one as well, the current folder
-// is put. Links and ".." stay as they stand.
+// An absolute path is returned as it is; before any other, the empty one as well, the current
+// folder is put. Links and ".." stay as they stand.
 NativePath MakeAbsolute(const NativePath& path);
 
 // For listings and records: "?" for each character that Shift_JIS lacks, each byte that is no

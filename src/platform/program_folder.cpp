@@ -4,8 +4,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <cstring>
-#include <memory>
 
 #include "platform/files.h"
 
@@ -34,9 +32,8 @@ NativePath BaseFolder(const char* variable, const char* below_home) {
 }
 
 NativePath ExecutableFolder() {
-  const std::unique_ptr<char, decltype(&std::free)> path(realpath("/proc/self/exe", nullptr),
-                                                         &std::free);
-  return path == nullptr ? NativePath() : DirOf(NativePath(path.get()));
+  const NativePath path = RealPath(NativePath("/proc/self/exe"));
+  return path.empty() ? path : DirOf(path);
 }
 
 NativePath ChooseProgramFolder() {

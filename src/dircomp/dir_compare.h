@@ -1,0 +1,25 @@
+// Compares two sides, each a directory tree or a directory information file.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "dircomp/dir_side.h"
+#include "jobs/run_services.h"
+
+namespace ledrix::modDComp {
+
+// Compares OldPath with NewPath into the listing OutPath, pairing entries by CompareRange.
+// `type_filter` says which names take part on both sides.
+void DirCompJob(RunServices& services, std::string_view type_filter);
+
+// True when the options take times this many seconds apart for the same.
+bool IsTolerated(int64_t seconds_apart, const OptionRecord& options);
+
+// The names of the files directly in a folder, hidden ones included, sorted; for the clipboard,
+// joined by CR LF.
+std::string FolderListText(const NativePath& folder);
+// The names that only the new folder holds, only the old one, and both, for the clipboard.
+std::string FolderCompareText(const NativePath& old_folder, const NativePath& new_folder);
+
+}  // namespace ledrix::modDComp

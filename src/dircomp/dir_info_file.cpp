@@ -1,0 +1,104 @@
+#include "dircomp/dir_info_file.h"
+
+#include <charconv>
+
+#include "compare/fixed_width.h"
+#include "dircomp/tree_walk.h"
+#include "platform/code_page_932.h"
+
+namespace ledrix::modDComp {
+namespace {
+
+std::string CountText(int64_t count) {
+  return "FileCount:" + std::to_string(count);
+}
+
+std::optional<FileRecord> ParseRecord(const std::string& line) {
+  const size_t size_comma = line.rfind(',');
+  if (size_comma == std::string::npos || size_comma == 0) return std::nullopt;
+  const size_t date_comma = line.rfind(',', size_comma - 1);
+  if (date_comma == std::string::npos) return std::nullopt;
+  const size_t folder_end = line.rfind('\\', date_comma);
+  if (folder_end == std::string::npos || line[folder_end + 1] != ',') return std::nullopt;
+
+  FileRecord record;
+  record.folder = line.substr(0, folder_end + 1);
+  if (folder_end + 2 <= date_comma) {
+    record.name = line.substr(folder_end + 2, date_comma - folder_end - 2);
+  }
+  const auto date =
+      ParseDateTime(std::string_view(line).substr(date_comma + 1, size_comma - date_comma - 1));
+  const char* const end = line.data() + line.size();
+  const auto size = std::from_chars(line.data() + size_comma + 1, end, record.size);
+  if (record.name.empty() || !date || size.ec != std::errc() || size.ptr != end) {
+    return std::nullopt;
+  }
+  record.modified = CivilSeconds(*date);
+  return record;
+}
+
+void WriteRecord(OutputFile& file, const FileRecord& record) {
+  WriteLine(file, EncodeSjis(record.folder + "," + record.name + "," + DateText(record.modified) +
+                             "," + SizeText(record.size)));
+}
+
+}  // namespace
+
+std::string DateText(int64_t modified) {
+  return FormatGeneral(FromCivilSeconds(modified));
+}
+
+std::string SizeText(uint64_t size) {
+  return std::to_string(size);
+}
+
+void DirEditJob(RunServices& services) {
+  const JobRecord& job = services.job();
+  Result<OutputFile> created = OutputFile::Create(job.OutPath);
+  if (!created.ok()) {
+    services.platform().ShowMessage(
+        {DescribeError(created.error()) + "\r\n" + PathToUtf8(job.OutPath), "List Open Error"});
+    services.NoteEnd(JobEnd::kTrouble);
+    services.AddResultLines(job.OutPath, "エラー");
+    return;
+  }
+  OutputFile& file = created.value();
+  WriteLine(file, EncodeSjis(RootName(job.OldPath)));
+  int64_t count = 0;
+  TreeVisitor visitor;
+  visitor.enter_folder = [&services] { return !services.YieldAndAskStop(); };
+  visitor.visit_file = [&](const FileRecord& record) {
+    WriteRecord(file, record);
+    ++count;
+  };
+  visitor.leave_folder = [&] { services.ShowBarText(CountText(count)); };
+  if (const std::optional<WalkError> failed = WalkTree(job.OldPath, visitor)) {
+    services.ReportFileTrouble(failed->path, failed->error);
+  }
+  if (job.StopRequested) services.NoteEnd(JobEnd::kTrouble);
+  if (const Status unwritten = file.Close()) {
+    file.Discard();
+    services.ReportFileTrouble(job.OutPath, *unwritten);
+    services.AddResultLines(job.OutPath, "エラー");
+    return;
+  }
+  services.AddResultLines(job.OutPath, CountText(count));
+}
+
+std::string DirInfoReader::ReadRootName() {
+  SjisView line;
+  return reader_.Next(0, line) ? DecodeSjis(line) : std::string();
+}
+
+DirInfoReader::Outcome DirInfoReader::Next(FileRecord& record) {
+  SjisView line;
+  if (!reader_.Next(reader_.lines_read(), line)) {
+    return failure() ? Outcome::kFailed : Outcome::kEnd;
+  }
+  std::optional<FileRecord> parsed = ParseRecord(DecodeSjis(line));
+  if (!parsed) return Outcome::kFailed;
+  record = std::move(*parsed);
+  return Outcome::kRecord;
+}
+
+}  // namespace ledrix::modDComp

@@ -1,0 +1,50 @@
+// The directory information file: a snapshot of a directory tree.
+//
+// File format, Shift_JIS, CR LF, characters that Shift_JIS lacks as "?":
+//   header   the root folder with "\" as separator, without the closing one
+//   record   folder "," name "," date-time "," size
+//            folder    relative to the root, begins and ends with "\"
+//            date-time local time, "yyyy/mm/dd h:mm:ss", the date alone at midnight
+//            size      bytes, decimal
+// Nothing is quoted. A reader takes the last two fields as date-time and size and divides what
+// stands before them behind its last "\", so that commas in names and folders do no harm.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "compare/line_reader.h"
+#include "dircomp/dir_entry.h"
+#include "jobs/run_services.h"
+#include "platform/files.h"
+
+namespace ledrix::modDComp {
+
+// Writes OutPath from the tree below OldPath, which ends in a separator.
+void DirEditJob(RunServices& services);
+
+// The date-time and the size of a record as they are written.
+std::string DateText(int64_t modified);
+std::string SizeText(uint64_t size);
+
+// Reads a directory information file record by record.
+class DirInfoReader {
+ public:
+  explicit DirInfoReader(InputFile file) : reader_(std::move(file)) {}
+
+  // The root name, from the first line; empty for an empty file. To be called once, first.
+  std::string ReadRootName();
+
+  enum class Outcome { kRecord, kEnd, kFailed };
+  // Reads the next record. After kFailed line() is the number of the line that is no record, or
+  // failure() tells why the file could not be read.
+  Outcome Next(FileRecord& record);
+
+  int64_t line() const { return reader_.lines_read(); }  // from 1
+  const Status& failure() const { return reader_.failure(); }
+
+ private:
+  modComp::LineReader reader_;
+};
+
+}  // namespace ledrix::modDComp

@@ -1,0 +1,158 @@
+#include "dircomp/dir_side.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "dircomp/dir_info_file.h"
+#include "dircomp/qsort.h"
+#include "dircomp/tree_walk.h"
+#include "jobs/name_pattern.h"
+#include "platform/code_page_932.h"
+#include "platform/utf8.h"
+
+namespace ledrix::modDComp {
+namespace {
+
+// The full-width forms of U+FF61 to U+FF9F.
+constexpr std::u32string_view kFullWidthKatakana =
+    U"。「」、・ヲァィゥェォャュョッーアイウエオカキクケコサシスセソタチツテトナニヌネノハヒフヘホ"
+    U"マミムメモヤユヨラリルレロワン゛゜";
+constexpr char32_t kFirstHalfWidth = 0xFF61;
+constexpr char32_t kLastHalfWidth = 0xFF9F;
+constexpr char32_t kSoundMark = 0xFF9E;
+constexpr char32_t kHalfSoundMark = 0xFF9F;
+
+char32_t FullWidthForm(char32_t c) {
+  if (c == U' ') return 0x3000;
+  if (c >= 0x21 && c <= 0x7E) return c + 0xFEE0;
+  if (c >= kFirstHalfWidth && c <= kLastHalfWidth) return kFullWidthKatakana[c - kFirstHalfWidth];
+  return c;
+}
+
+// The katakana letter that takes in the sound mark behind it, or 0.
+char32_t WithSoundMark(char32_t half_width, char32_t mark) {
+  const char32_t full_width = FullWidthForm(half_width);
+  const bool ha_row = half_width >= 0xFF8A && half_width <= 0xFF8E;
+  if (mark == kHalfSoundMark) return ha_row ? full_width + 2 : 0;
+  if (mark != kSoundMark) return 0;
+  if (half_width == 0xFF73) return 0x30F4;  // ヴ
+  const bool ka_to_to = half_width >= 0xFF76 && half_width <= 0xFF84;
+  return ka_to_to || ha_row ? full_width + 1 : 0;
+}
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+// Makes the key of a text that the range has chosen.
+std::string KeyOf(std::string text, const KeyRules& rules) {
+  if (IsAscii(text) && !rules.full_width) {
+    if (rules.upper_case) {
+      for (char& c : text) c = static_cast<char>(ToUpper(static_cast<unsigned char>(c)));
+    }
+    return text;
+  }
+  std::u32string characters = Utf8Characters(text);
+  if (rules.upper_case) {
+    std::transform(characters.begin(), characters.end(), characters.begin(), ToUpper);
+  }
+  if (rules.full_width) characters = ToFullWidth(characters);
+  std::string utf8;
+  for (const char32_t c : characters) AppendUtf8(utf8, c);
+  return EncodeSjis(utf8).bytes();
+}
+
+bool PassesFilter(const std::string& name, std::string_view type_filter) {
+  return type_filter == "*.*" || MatchesAnyPattern(name, type_filter, LetterCase::kRespect);
+}
+
+}  // namespace
+
+std::u32string ToFullWidth(const std::u32string& text) {
+  std::u32string wide;
+  wide.reserve(text.size());
+  for (size_t i = 0; i < text.size(); ++i) {
+    const char32_t marked = i + 1 < text.size() ? WithSoundMark(text[i], text[i + 1]) : U'\0';
+    wide += marked != 0 ? marked : FullWidthForm(text[i]);
+    if (marked != 0) ++i;
+  }
+  return wide;
+}
+
+DirSide::DirSide(NativePath path, std::string_view info_pattern)
+    : path_(std::move(path)),
+      is_info_file_(MatchesPattern(FileNameOf(path_), info_pattern, LetterCase::kIgnore)) {}
+
+Status DirSide::Open() {
+  if (!is_info_file_) return kNoError;
+  Result<InputFile> file = InputFile::Open(path_);
+  if (!file.ok()) return file.error();
+  file_ = std::move(file.value());
+  return kNoError;
+}
+
+std::optional<std::string> DirSide::Expand(const KeyRules& rules, std::string_view type_filter) {
+  return is_info_file_ ? ExpandFile(rules, type_filter) : ExpandTree(rules, type_filter);
+}
+
+std::optional<std::string> DirSide::ExpandFile(const KeyRules& rules,
+                                               std::string_view type_filter) {
+  DirInfoReader reader(std::move(*file_));
+  root_name_ = reader.ReadRootName();
+  display_root_ = DisplayRoot(root_name_);
+  FileRecord record;
+  while (true) {
+    switch (reader.Next(record)) {
+      case DirInfoReader::Outcome::kRecord:
+        Add(record, rules, type_filter);
+        break;
+      case DirInfoReader::Outcome::kEnd:
+        return std::nullopt;
+      case DirInfoReader::Outcome::kFailed:
+        if (reader.failure()) return PathToUtf8(path_) + ": " + DescribeError(*reader.failure());
+        return PathToUtf8(path_) + ":" + std::to_string(reader.line()) +
+               ": ﾃﾞｨﾚｸﾄﾘ情報の行ではありません";
+    }
+  }
+}
+
+std::optional<std::string> DirSide::ExpandTree(const KeyRules& rules,
+                                               std::string_view type_filter) {
+  root_name_ = RootName(path_);
+  display_root_ = DisplayRoot(root_name_);
+  TreeVisitor visitor;
+  visitor.visit_file = [&](const FileRecord& record) { Add(record, rules, type_filter); };
+  const std::optional<WalkError> failed = WalkTree(path_, visitor);
+  if (!failed) return std::nullopt;
+  return PathToUtf8(failed->path) + ": " + DescribeError(failed->error);
+}
+
+void DirSide::Add(const FileRecord& record, const KeyRules& rules, std::string_view type_filter) {
+  if (!PassesFilter(record.name, type_filter)) return;
+  std::string key_text = record.name;
+  if (rules.range != CompareRange::kNoPath) key_text.insert(0, record.folder);
+  if (rules.range == CompareRange::kFullPath) key_text.insert(0, root_name_);
+  const std::string shown = (is_info_file_ ? "" : root_name_) + record.folder + record.name;
+  entries_.push_back({Keep(KeyOf(std::move(key_text), rules)), Keep(EncodeSjis(shown).bytes()),
+                      record.modified, record.size});
+}
+
+std::string_view DirSide::Keep(std::string_view bytes) {
+  char* const place = texts_.Allocate(bytes.size());
+  std::memcpy(place, bytes.data(), bytes.size());
+  return {place, bytes.size()};
+}
+
+void DirSide::SortByKey() {
+  // Position 0 is an empty key that stands for no entry.
+  std::vector<QSort::SortItem> items(entries_.size() + 1);
+  for (size_t i = 0; i < entries_.size(); ++i) items[i + 1] = {entries_[i].key, i};
+  QSort::Sort(items);
+  std::vector<DirEntry> sorted;
+  sorted.reserve(entries_.size());
+  for (size_t i = 1; i < items.size(); ++i) sorted.push_back(entries_[items[i].entry]);
+  entries_ = std::move(sorted);
+}
+
+}  // namespace ledrix::modDComp

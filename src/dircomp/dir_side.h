@@ -1,0 +1,75 @@
+// One side of a directory compare: the entries of a tree or of a directory information file, with
+// the keys that pair them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "compare/text_arena.h"
+#include "dircomp/dir_entry.h"
+#include "jobs/run_services.h"
+#include "platform/files.h"
+
+namespace ledrix::modDComp {
+
+// What belongs to the key of an entry.
+enum class CompareRange { kFullPath = 0, kCurrentPath = 1, kNoPath = 2 };
+
+// How keys are made.
+struct KeyRules {
+  CompareRange range;
+  bool upper_case;  // letter case does not count
+  bool full_width;  // half-width forms count as full-width ones
+};
+
+// Texts are Shift_JIS bytes that the side keeps.
+struct DirEntry {
+  std::string_view key;
+  std::string_view path;  // as listings show it
+  int64_t modified = 0;   // local time in civil seconds
+  uint64_t size = 0;      // bytes
+};
+
+class DirSide {
+ public:
+  // `path` is a directory information file when its file name matches `info_pattern`, otherwise a
+  // folder that ends in a separator.
+  DirSide(NativePath path, std::string_view info_pattern);
+
+  const NativePath& path() const { return path_; }
+  bool is_info_file() const { return is_info_file_; }
+  const std::string& display_root() const { return display_root_; }
+  const std::vector<DirEntry>& entries() const { return entries_; }
+
+  // Opens a directory information file; nothing is opened for a folder.
+  [[nodiscard]] Status Open();
+
+  // Reads every entry whose name passes the type filter ("*.*", or patterns joined by ";" in which
+  // letter case counts). Returns what went wrong, as a line for stderr. REQUIRES: Open() succeeded.
+  std::optional<std::string> Expand(const KeyRules& rules, std::string_view type_filter);
+
+  // Sorts the entries by key.
+  void SortByKey();
+
+ private:
+  std::optional<std::string> ExpandFile(const KeyRules& rules, std::string_view type_filter);
+  std::optional<std::string> ExpandTree(const KeyRules& rules, std::string_view type_filter);
+  void Add(const FileRecord& record, const KeyRules& rules, std::string_view type_filter);
+  std::string_view Keep(std::string_view bytes);
+
+  NativePath path_;
+  bool is_info_file_;
+  std::optional<InputFile> file_;
+  std::string root_name_;
+  std::string display_root_;
+  std::vector<DirEntry> entries_;
+  modComp::TextArena texts_;
+};
+
+// The text under the rules of half-width to full-width conversion: every half-width character
+// becomes its full-width form, a katakana letter with a sound mark behind it one character.
+std::u32string ToFullWidth(const std::u32string& text);
+
+}  // namespace ledrix::modDComp

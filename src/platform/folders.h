@@ -1,0 +1,24 @@
+// The entries of a folder, for lists and for walks through a tree.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/error.h"
+#include "platform/files.h"
+#include "platform/native_path.h"
+
+namespace ledrix {
+
+struct FolderEntry {
+  std::string name;
+  FileInfo info;  // of the file behind a link
+  bool is_link = false;
+};
+
+// Every entry but "." and "..", hidden ones included, in byte order of their names. A link to
+// nothing is left out: there is no file. Fails as a whole when the folder or one of its files
+// cannot be looked at.
+Result<std::vector<FolderEntry>> ReadFolder(const NativePath& folder);
+
+}  // namespace ledrix
