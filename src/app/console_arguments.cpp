@@ -4,6 +4,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <algorithm>
+#include <memory>
 
 #include "platform/native_path.h"
 
@@ -12,9 +13,16 @@ namespace {
 
 constexpr const char* kHelp =
     R"(使い方: ledrixc compare OLD NEW [オプション]
+        ledrixc steps FILE|FOLDER [--out FILE]
+        ledrixc snapshot FOLDER --out FILE
+        ledrixc dircomp OLD NEW --out FILE [オプション]
         ledrixc judge FILE...
 
   compare OLD NEW   旧ファイル OLD と新ファイル NEW を比較し、結果ﾘｽﾄを出力します
+                    （フォルダ同士の場合は同じ名前のファイルを全て比較します）
+  steps             行数を数えます（フォルダの場合は CSV 形式で出力します）
+  snapshot FOLDER   ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを作成します
+  dircomp OLD NEW   フォルダまたはﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを比較します
   judge FILE...     ファイルの文字コードを判定します（- は標準入力）
 
 compare のオプション:
@@ -25,6 +33,10 @@ compare のオプション:
   --mrg             ﾏｰｼﾞｿｰｽも出力します
   --marks           ﾏｰｼﾞｿｰｽの各行に出所の印を付けます
   --charset NAME    文字コード（none 無変換、auto 判定、または文字コード名）
+
+dircomp のオプション:
+  --range RANGE     比較範囲（full フルパス、current カレントパス、none パスなし）
+  --types PATTERNS  対象の名称（例 "*.CBL;*.COB"）
 
 共通のオプション:
   --set KEY=VALUE   オプションを設定します（何度でも指定できます）
@@ -44,29 +56,61 @@ ConsoleExit Refuse(const std::string& reason) {
 
 CLI::Validator NotEmpty() {
   return CLI::Validator(
-      [](const std::string& text) { return text.empty() ? std::string("値が空です") : std::string(); },
+      [](const std::string& text) {
+        return text.empty() ? std::string("値が空です") : std::string();
+      },
       "");
 }
 
-CLI::App* AddCompare(CLI::App& app, CompareArguments& arguments) {
-  CLI::App* compare = app.add_subcommand("compare");
-  compare->fallthrough()->set_help_flag();
-  compare->add_option("OLD", arguments.old_path)->required();
-  compare->add_option("NEW", arguments.new_path)->required();
-  compare->add_option("--out", arguments.out)->take_last()->check(NotEmpty());
-  compare->add_option("--charset", arguments.charset)->take_last()->check(NotEmpty());
-  compare->add_flag("--sbn", arguments.difference_file);
-  compare->add_flag("--csv", arguments.csv);
-  compare->add_flag("--mrg", arguments.merge_source);
-  compare->add_flag("--marks", arguments.marks);
-  return compare;
+CLI::Option* AddText(CLI::App& command, const char* name, std::string& text) {
+  return command.add_option(name, text)->take_last()->check(NotEmpty());
 }
 
-CLI::App* AddJudge(CLI::App& app, JudgeArguments& arguments) {
-  CLI::App* judge = app.add_subcommand("judge");
-  judge->fallthrough()->set_help_flag();
-  judge->add_option("FILE", arguments.paths)->required();
-  return judge;
+// A subcommand whose arguments become the command when it is given.
+template <class Arguments>
+CLI::App& AddCommand(CLI::App& app, const char* name, ConsoleArguments& parsed,
+                     const std::shared_ptr<Arguments>& arguments) {
+  CLI::App* const command = app.add_subcommand(name);
+  command->fallthrough()->set_help_flag();
+  command->callback([&parsed, arguments] { parsed.command = *arguments; });
+  return *command;
+}
+
+void AddCompare(CLI::App& app, ConsoleArguments& parsed) {
+  const auto arguments = std::make_shared<CompareArguments>();
+  CLI::App& command = AddCommand(app, "compare", parsed, arguments);
+  command.add_option("OLD", arguments->old_path)->required();
+  command.add_option("NEW", arguments->new_path)->required();
+  AddText(command, "--out", arguments->out);
+  AddText(command, "--charset", arguments->charset);
+  command.add_flag("--sbn", arguments->difference_file);
+  command.add_flag("--csv", arguments->csv);
+  command.add_flag("--mrg", arguments->merge_source);
+  command.add_flag("--marks", arguments->marks);
+}
+
+void AddOthers(CLI::App& app, ConsoleArguments& parsed) {
+  const auto steps = std::make_shared<StepsArguments>();
+  CLI::App& steps_command = AddCommand(app, "steps", parsed, steps);
+  steps_command.add_option("PATH", steps->path)->required();
+  AddText(steps_command, "--out", steps->out);
+
+  const auto snapshot = std::make_shared<SnapshotArguments>();
+  CLI::App& snapshot_command = AddCommand(app, "snapshot", parsed, snapshot);
+  snapshot_command.add_option("FOLDER", snapshot->folder)->required();
+  AddText(snapshot_command, "--out", snapshot->out)->required();
+
+  const auto dircomp = std::make_shared<DirCompArguments>();
+  CLI::App& dircomp_command = AddCommand(app, "dircomp", parsed, dircomp);
+  dircomp_command.add_option("OLD", dircomp->old_path)->required();
+  dircomp_command.add_option("NEW", dircomp->new_path)->required();
+  AddText(dircomp_command, "--out", dircomp->out)->required();
+  AddText(dircomp_command, "--range", dircomp->range)
+      ->check(CLI::IsMember({"full", "current", "none"}));
+  AddText(dircomp_command, "--types", dircomp->types);
+
+  const auto judge = std::make_shared<JudgeArguments>();
+  AddCommand(app, "judge", parsed, judge).add_option("FILE", judge->paths)->required();
 }
 
 void AddCommon(CLI::App& app, CommonArguments& arguments) {
@@ -89,10 +133,8 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
   app.require_subcommand(0, 1);
   app.allow_extras();
   AddCommon(app, arguments.common);
-  CompareArguments compare;
-  JudgeArguments judge;
-  AddCompare(app, compare);
-  const CLI::App* const judge_command = AddJudge(app, judge);
+  AddCompare(app, arguments);
+  AddOthers(app, arguments);
 
   try {
     app.parse(argc, argv);
@@ -108,11 +150,6 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
   extras.erase(std::remove(extras.begin(), extras.end(), "--"), extras.end());
   if (!extras.empty()) return Refuse("不明な引数です: " + PathToUtf8(NativePath(extras.front())));
   if (app.get_subcommands().empty()) return Refuse("コマンドが指定されていません");
-  if (judge_command->parsed()) {
-    arguments.command = judge;
-  } else {
-    arguments.command = compare;
-  }
   return arguments;
 }
 

@@ -30,9 +30,29 @@ struct JudgeArguments {
   std::vector<std::string> paths;  // "-" is standard input
 };
 
+struct StepsArguments {
+  std::string path;
+  std::string out;
+};
+
+struct SnapshotArguments {
+  std::string folder;
+  std::string out;
+};
+
+struct DirCompArguments {
+  std::string old_path;
+  std::string new_path;
+  std::string out;
+  std::string range = "current";  // "full", "current" or "none"
+  std::string types;              // name patterns joined by ";", or empty
+};
+
 struct ConsoleArguments {
   CommonArguments common;
-  std::variant<CompareArguments, JudgeArguments> command;
+  std::variant<CompareArguments, StepsArguments, SnapshotArguments, DirCompArguments,
+               JudgeArguments>
+      command;
 };
 
 // The program is to end at once with this text and status.

@@ -21,6 +21,11 @@ void ConsoleFrontEnd::SetProgress(double left) {
   if (draw_progress_) Draw();
 }
 
+void ConsoleFrontEnd::SetMessage(const std::string& text) {
+  message_ = text.substr(text.find_last_of("\r\n") + 1);
+  if (draw_progress_) Draw();
+}
+
 void ConsoleFrontEnd::SetBarText(const std::string& text) {
   bar_text_ = text;
   if (draw_progress_) Draw();
@@ -30,7 +35,7 @@ void ConsoleFrontEnd::Draw() {
   constexpr int kBarWidth = 50;
   const auto filled = static_cast<size_t>(percent_ * kBarWidth / 100);
   std::string line = "[" + std::string(filled, '#') + std::string(kBarWidth - filled, ' ') + "] " +
-                     std::to_string(percent_) + "% " + bar_text_;
+                     std::to_string(percent_) + "% " + bar_text_ + " " + message_;
   if (line == drawn_) return;
   std::fprintf(stderr, "\r\033[K%s", line.c_str());
   std::fflush(stderr);

@@ -17,6 +17,7 @@ class ConsoleFrontEnd : public RunFrontEnd {
 
   void AddResultLine(const std::string& line) override;
   void SetProgress(double left) override;
+  void SetMessage(const std::string& text) override;
   void SetBarText(const std::string& text) override;
 
  private:
@@ -26,6 +27,7 @@ class ConsoleFrontEnd : public RunFrontEnd {
   bool quiet_;
   bool draw_progress_;
   int percent_ = 0;
+  std::string message_;  // its last line
   std::string bar_text_;
   std::string drawn_;
 };

@@ -7,14 +7,30 @@
 #include "app/console_arguments.h"
 #include "app/console_compare.h"
 #include "app/console_front_end.h"
+#include "app/console_jobs.h"
 #include "app/console_judge.h"
 #include "app/console_platform.h"
+#include "app/console_run.h"
 #include "app/signals.h"
 
 namespace ledrix {
 namespace {
 
-constexpr int kTroubleStatus = 2;
+int Run(const CommonArguments& common, const CompareArguments& arguments) {
+  return RunCompareCommand(common, arguments);
+}
+int Run(const CommonArguments& common, const StepsArguments& arguments) {
+  return RunStepsCommand(common, arguments);
+}
+int Run(const CommonArguments& common, const SnapshotArguments& arguments) {
+  return RunSnapshotCommand(common, arguments);
+}
+int Run(const CommonArguments& common, const DirCompArguments& arguments) {
+  return RunDirCompCommand(common, arguments);
+}
+int Run(const CommonArguments& common, const JudgeArguments& arguments) {
+  return RunJudgeCommand(common, arguments);
+}
 
 int Run(int argc, char** argv) {
   const auto parsed = ParseConsoleArguments(argc, argv);
@@ -23,10 +39,8 @@ int Run(int argc, char** argv) {
     return exit->status;
   }
   const auto& arguments = std::get<ConsoleArguments>(parsed);
-  if (const auto* judge = std::get_if<JudgeArguments>(&arguments.command)) {
-    return RunJudgeCommand(arguments.common, *judge);
-  }
-  return RunCompareCommand(arguments.common, std::get<CompareArguments>(arguments.command));
+  return std::visit([&arguments](const auto& command) { return Run(arguments.common, command); },
+                    arguments.command);
 }
 
 }  // namespace

@@ -16,7 +16,8 @@ void Difference::CompareStep() {
 }
 
 void Difference::Resynchronise() {
-  const Resync found = search_.Find();
+  if (!search_) search_.emplace(old_, new_, options_);
+  const Resync found = search_->Find();
   switch (found.kind) {
     case Resync::Kind::kAdded:
       AddLines(found.lines);

@@ -1,6 +1,8 @@
 // Decides line by line what is unchanged, changed, added and deleted.
 #pragma once
 
+#include <optional>
+
 #include "compare/line_ring.h"
 #include "compare/resync_search.h"
 
@@ -25,7 +27,7 @@ class Difference {
   // Everything must outlive the object.
   Difference(LineRing& old_ring, LineRing& new_ring, const CompareOptions& options,
              DecisionWriter& writer)
-      : old_(old_ring), new_(new_ring), search_(old_ring, new_ring, options), writer_(writer) {}
+      : old_(old_ring), new_(new_ring), options_(options), writer_(writer) {}
 
   // Reads the first line of each side.
   void Start() {
@@ -51,7 +53,8 @@ class Difference {
 
   LineRing& old_;
   LineRing& new_;
-  ResyncSearch search_;
+  const CompareOptions& options_;
+  std::optional<ResyncSearch> search_;  // made at the first two lines that differ
   DecisionWriter& writer_;
 };
 

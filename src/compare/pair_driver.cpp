@@ -123,7 +123,9 @@ bool PairCompare::OutputsAreSafe() {
        {Output{job_.OutPath, "List Open Error"}, Output{job_.SbnPath, "Sbn List Open Error"},
         Output{job_.MrgPath, "Merge Source Open Error"}}) {
     if (output.path.empty()) continue;
-    if (const Status refused = RefuseOutput(output.path, {job_.OldPath, job_.NewPath}, others)) {
+    Status refused = RefuseOutput(output.path, {job_.OldPath, job_.NewPath}, others);
+    if (job_.ProtectedFiles.Holds(output.path)) refused = Error{ErrorKind::kInputAsOutput};
+    if (refused) {
       return FailToOpen(output.title, "OUTPUT:", *refused, output.path);
     }
     others.push_back(output.path);

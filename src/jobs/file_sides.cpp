@@ -31,7 +31,9 @@ class NameIndex {
   std::map<std::u32string, size_t> folded_;
 };
 
-void Refuse(PlatformServices& platform, std::string text) { platform.ShowMessage({std::move(text)}); }
+void Refuse(PlatformServices& platform, std::string text) {
+  platform.ShowMessage({std::move(text)});
+}
 
 // The two blanks between the sides are ideographic spaces.
 std::string MismatchText(int side, const std::string& name, const char* missing) {
@@ -93,8 +95,7 @@ bool CheckPairSelection(const FileSides& sides, PlatformServices& platform) {
   if ((old_count != 1 || new_count != 1) && !CheckSameNames(sides, platform)) return false;
   const NativePath old_text = PathTextOf(sides[0]);
   if (!IsSamePath(old_text, PathTextOf(sides[1]))) return true;
-  Refuse(platform,
-         "旧ファイルと新ファイルが重複しています\r\n[ " + PathToUtf8(old_text) + " ]");
+  Refuse(platform, "旧ファイルと新ファイルが重複しています\r\n[ " + PathToUtf8(old_text) + " ]");
   return false;
 }
 

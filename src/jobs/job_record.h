@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "platform/files.h"
 #include "platform/native_path.h"
@@ -33,8 +34,13 @@ struct JobRecord {
   std::optional<OutputFile> CsvFile;
   int64_t CsvRowNo = 0;  // number of the last row written
 
+  // "Comp": selected files of the old list; "StepCSV": entries of the side's list.
   int64_t FileCount = 0;
-  int CompareRange = 0;
+  // A multiple compare although only one pair is selected.
+  bool IsMultiple = false;
+  // Files that no output of the job may overwrite, beside those of the pair.
+  FileSet ProtectedFiles;
+  int CompareRange = 0;  // 0 full path, 1 current path, 2 no path
 
   bool OptSbnList = false;  // write the difference file
   bool OptCsvList = false;  // write the CSV summary

@@ -1,12 +1,31 @@
-// Runs the job that the job record describes.
+// Runs the job that the job record describes, of any kind, from its first status text to the run
+// log.
 #pragma once
 
+#include <string>
+
+#include "jobs/file_sides.h"
+#include "jobs/run_log.h"
 #include "jobs/run_services.h"
 
 namespace ledrix {
 
-// Runs a text compare of one pair, with its CSV summary when that is wanted. How the job ended
-// stands in the services afterwards.
-void RunJob(RunServices& services);
+// What a job uses beside the job record.
+struct JobSurroundings {
+  // The two sides as the user sees them: the selected files of a multiple compare, the list of a
+  // step count into CSV, the filter of a directory compare.
+  const FileSides& sides;
+  // Where the folders of the job are recorded; null when nothing may be written but the outputs.
+  RunLog* log;
+};
+
+// Runs the job. How it ended stands in the services afterwards.
+void RunJob(RunServices& services, const JobSurroundings& surroundings);
+
+// What the dialog tells of a job before it runs: its caption, and its message with lines
+// separated by "\r". JobMessage computes the output names of a single compare and turns a side of
+// a directory compare that is no directory information file into its folder.
+std::string JobCaption(const JobRecord& job);
+std::string JobMessage(RunServices& services);
 
 }  // namespace ledrix

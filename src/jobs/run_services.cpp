@@ -49,9 +49,18 @@ void RunServices::UpdateProgress(double unit_width, double count) {
   front_end_.SetProgress(std::min(count * unit_width - kProgressWidth, 0.0));
 }
 
-void RunServices::SetBarText(const std::string& text) {
+void RunServices::SetMessage(const std::string& text) {
+  message_text_ = text;
+  front_end_.SetMessage(text);
+}
+
+void RunServices::ShowBarText(const std::string& text) {
   bar_text_ = text;
   front_end_.SetBarText(text);
+}
+
+void RunServices::SetBarText(const std::string& text) {
+  ShowBarText(text);
   platform_.YieldToUi();
 }
 
@@ -71,7 +80,7 @@ bool RunServices::OpenCsvSummary() {
   Result<OutputFile> file = OutputFile::Create(job_.CsvPath);
   if (!file.ok()) {
     platform_.ShowMessage({DescribeError(file.error()), "CSV File Open Error"});
-    NoteEnd(JobEnd::kTrouble);
+    ReportFileTrouble(job_.CsvPath, file.error());
     return false;
   }
   job_.CsvFile = std::move(file.value());

@@ -34,6 +34,13 @@ class RunFrontEnd {
   // One more line of the result list. A line that opens with "(" carries an output's path in the
   // file system's own bytes, from its fifteenth character on.
   virtual void AddResultLine(const std::string& /*line*/) {}
+  // The result list is emptied.
+  virtual void ClearResults() {}
+  // The job has begun to run; it has ended, or is being ended.
+  virtual void JobStarted() {}
+  virtual void JobEnded() {}
+  // The text of the message label.
+  virtual void SetMessage(const std::string& /*text*/) {}
   // The text beside the progress bar.
   virtual void SetBarText(const std::string& /*text*/) {}
   // The left edge of the progress bar, from -kProgressWidth (nothing shown) to 0 (all of it).
@@ -68,6 +75,7 @@ class RunServices {
   OptionRecord& options() { return options_; }
   JobRecord& job() { return job_; }
   PlatformServices& platform() { return platform_; }
+  RunFrontEnd& front_end() { return front_end_; }
   TempFileList& temp_files() { return temp_files_; }
 
   // Adds an output's two lines to the result list: its number, the job's label and its path, then
@@ -78,7 +86,12 @@ class RunServices {
   // the whole bar).
   void UpdateProgress(double unit_width, double count);
 
-  // Shows a text beside the progress bar and lets the user interface act.
+  // Shows a text on the message label.
+  void SetMessage(const std::string& text);
+  const std::string& message_text() const { return message_text_; }
+
+  // Shows a text beside the progress bar; SetBarText lets the user interface act as well.
+  void ShowBarText(const std::string& text);
   void SetBarText(const std::string& text);
   const std::string& bar_text() const { return bar_text_; }
 
@@ -120,6 +133,7 @@ class RunServices {
   PlatformServices& platform_;
   RunFrontEnd& front_end_;
   TempFileList temp_files_;
+  std::string message_text_;
   std::string bar_text_;
   JobEnd end_ = JobEnd::kNoDifference;
 };

@@ -5,11 +5,6 @@
 namespace ledrix {
 namespace {
 
-int Clamped(std::string_view key, int value) {
-  const OptionField& field = *FindOptionField(key);
-  return std::clamp<int>(value, field.lowest, field.highest);
-}
-
 SpaceRule ToSpaceRule(int stored) {
   if (stored == 0) return SpaceRule::kCompare;
   return stored == 1 ? SpaceRule::kIgnoreTrailing : SpaceRule::kIgnoreAll;
@@ -17,17 +12,22 @@ SpaceRule ToSpaceRule(int stored) {
 
 }  // namespace
 
+int ClampedOption(std::string_view key, int value) {
+  const OptionField& field = *FindOptionField(key);
+  return std::clamp<int>(value, field.lowest, field.highest);
+}
+
 CompareOptions::CompareOptions(const OptionRecord& record)
-    : first_column(Clamped("OptSTCol", record.OptSTCol)),
-      last_column(std::max(first_column, Clamped("OptEDCol", record.OptEDCol))),
-      match_lines(Clamped("OptMatch", record.OptMatch)),
-      window_lines(Clamped("OptBuff", record.OptBuff)),
+    : first_column(ClampedOption("OptSTCol", record.OptSTCol)),
+      last_column(std::max(first_column, ClampedOption("OptEDCol", record.OptEDCol))),
+      match_lines(ClampedOption("OptMatch", record.OptMatch)),
+      window_lines(ClampedOption("OptBuff", record.OptBuff)),
       spaces(ToSpaceRule(record.OptSpData)),
       expand_tabs(record.OptTABtoSPACE == 1),
-      tab_width(Clamped("OptTABtoKETA", record.OptTABtoKETA)),
+      tab_width(ClampedOption("OptTABtoKETA", record.OptTABtoKETA)),
       ignore_case(record.OptUpperCase == 0),
-      side_width(Clamped("PrintCompLen", record.PrintCompLen)),
-      context_lines(Clamped("OptLstout", record.OptLstout)),
+      side_width(ClampedOption("PrintCompLen", record.PrintCompLen)),
+      context_lines(ClampedOption("OptLstout", record.OptLstout)),
       all_lines(record.OptOutLineCnt == 1),
       line_numbers(record.LineNoAdd == 1),
       vertical(record.OptOutLineVar == 1),

@@ -6,6 +6,9 @@
 
 namespace ledrix {
 
+// A stored number clamped to the valid range of its option. REQUIRES: `key` is an option's key.
+int ClampedOption(std::string_view key, int value);
+
 enum class SpaceRule { kCompare, kIgnoreTrailing, kIgnoreAll };
 
 struct CompareOptions {

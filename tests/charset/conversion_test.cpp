@@ -9,7 +9,6 @@
 #include "charset/line_converter.h"
 #include "charset/line_cutter.h"
 #include "charset/read_with_conversion.h"
-#include "jobs/run_loop.h"
 #include "platform/code_page_932.h"
 #include "platform/iconv_decoder.h"
 #include "platform/utf8.h"
@@ -253,14 +252,6 @@ TEST(LineCutter, LinesOfEveryLengthSurviveTheBlocks) {
   }
 }
 
-class RecordingBar : public RunFrontEnd {
- public:
-  void AddResultLine(const std::string& line) override { results.push_back(line); }
-  void SetBarText(const std::string& text) override { texts.push_back(text); }
-  Texts results;
-  Texts texts;
-};
-
 TEST(ReadWithConversion, MakesACopyOnlyWhereOneIsNeeded) {
   struct Case {
     const char* charset_code;
@@ -300,22 +291,18 @@ TEST(ReadWithConversion, MakesACopyOnlyWhereOneIsNeeded) {
 
 TEST(ReadWithConversion, TellsHowFarItIs) {
   const TempFolder folder;
-  OptionRecord options;
-  options.CharsetCode = kFullAuto;
-  JobRecord job;
-  test::RecordingPlatform platform(job);
-  RecordingBar front_end;
-  RunServices services(options, job, platform, front_end);
+  TestRun run;
+  run.options.CharsetCode = kFullAuto;
   std::string bytes;
   for (int i = 0; i < 20001; ++i)
     bytes +=
         "\xE3\x81\x82"
         "4\n";
-  job.OldPath = folder.Write("f", bytes);
-  services.SetBarText("before");
-  NativePath path = job.OldPath;
-  ASSERT_FALSE(ReadWithConversion(services, path));
-  EXPECT_EQ(front_end.texts,
+  run.job.OldPath = folder.Write("f", bytes);
+  run.services.SetBarText("before");
+  NativePath path = run.job.OldPath;
+  ASSERT_FALSE(ReadWithConversion(run.services, path));
+  EXPECT_EQ(run.front_end.bar_texts,
             (Texts{"before", "文字コード判定中", "before", "UTF-8 変換中", "UTF-8 変換中 ･･･ 50%",
                    "UTF-8 変換中 ･･･ 100%", "UTF-8 変換中 ･･･ 100%", ""}));
 }
@@ -344,7 +331,7 @@ struct ConvertedPair : TestRun {
 TEST(ConvertedCompare, NamesTheCopiesAndRemovesThem) {
   ConvertedPair run;
   run.job.OptCsvList = true;
-  RunJob(run.services);
+  run.Run();
   EXPECT_EQ(run.front_end.results.at(1),
             "    UnMatch=    1 OLD=12000 NEW=12001 Rep=    0 Add=    1 Del=    0");
   EXPECT_EQ(run.Names(), (Texts{"Ledrix.CSV", "new.txt", "old.txt", "old_txt_COMP.TXT"}));
@@ -358,7 +345,7 @@ TEST(ConvertedCompare, AStopAtAnyYieldLeavesNoCopy) {
   for (int stop = 1; stop <= 20; ++stop) {
     ConvertedPair run;
     run.platform.stop_at_yield = stop;
-    RunJob(run.services);
+    run.Run();
     EXPECT_EQ(run.front_end.results.back(), "    中断") << stop;
     for (const std::string& name : run.Names()) {
       EXPECT_EQ(name.find("UTF"), std::string::npos) << stop << name;
@@ -395,7 +382,7 @@ TEST(ConvertedCompare, RefusesACopyThatCannotBeMade) {
     ConvertedPair run;
     c.prepare(run);
     const std::string new_bytes = test::ReadFile(run.job.NewPath);
-    RunJob(run.services);
+    run.Run();
     EXPECT_EQ(run.platform.messages,
               (Texts{c.message + std::string("\r\n文字コード標準(無変換)でリトライしてください")}))
         << c.name;
@@ -409,7 +396,7 @@ TEST(ConvertedCompare, ALinkAtTheCopysNameIsReplacedAndNotFollowed) {
   ConvertedPair run;
   const NativePath precious = run.folder.Write("precious", "keep");
   ASSERT_EQ(symlink(precious.c_str(), run.folder.At("old.txt_UTF-8").c_str()), 0);
-  RunJob(run.services);
+  run.Run();
   EXPECT_EQ(test::ReadFile(precious), "keep");
   EXPECT_EQ(run.services.end(), JobEnd::kDifference);
 }
@@ -437,7 +424,7 @@ TEST(ConvertedCompare, TheSamplePairIsTheSameInEveryCode) {
     run.job.OldPath = copy(sides[i], "old");
     run.job.NewPath = copy(sides[sides.size() - 1 - i], "new");
     run.job.ListingPath = folder.At("listing");
-    RunJob(run.services);
+    run.Run();
     EXPECT_EQ(run.front_end.results.at(1),
               "    UnMatch=  218 OLD=  318 NEW=  338 Rep=   36 Add=  101 Del=   81");
     std::string listing = test::ReadFile(folder.At("listing"));
@@ -458,7 +445,7 @@ TEST(ConvertedCompare, PipesAreConvertedAsFilesAre) {
     run.job.OldPath = pipe;
     run.job.NewPath = run.folder.Write("new.txt", bytes);
     std::thread writer([&] { run.folder.Write("pipe", bytes); });
-    RunJob(run.services);
+    run.Run();
     writer.join();
     EXPECT_EQ(run.services.end(), JobEnd::kNoDifference);
     EXPECT_EQ(run.front_end.results.back().substr(0, 16), "    変更なし");

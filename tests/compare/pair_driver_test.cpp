@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "jobs/run_loop.h"
 #include "platform/code_page_932.h"
 #include "support/test_run.h"
 
@@ -411,7 +410,7 @@ TEST(SideOutputs, HoldWhatThePairDecided) {
 TEST(RunJob, WritesTheCsvSummaryOfASinglePair) {
   PairRun run("a\nb\n", "a\nc\n");
   run.job.OptCsvList = true;
-  RunJob(run.services);
+  run.Run();
   const std::string listing = run.folder.At("old_txt_COMP.TXT").bytes();
   const std::string csv = run.folder.At("Ledrix.CSV").bytes();
   EXPECT_EQ(run.front_end.results,
@@ -428,7 +427,7 @@ TEST(RunJob, RefusesACsvSummaryThatIsAnInput) {
   PairRun run("a\n", "b\n");
   run.job.OptCsvList = true;
   run.Set("ComboCSVName", "new.txt");
-  RunJob(run.services);
+  run.Run();
   EXPECT_EQ(run.platform.messages.size(), 1u);
   EXPECT_TRUE(run.front_end.results.empty());
   EXPECT_EQ(run.services.end(), JobEnd::kTrouble);

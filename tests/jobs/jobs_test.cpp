@@ -180,6 +180,7 @@ TEST(RunServices, ACsvSummaryThatCannotBeWrittenIsReported) {
   EXPECT_FALSE(run.services.OpenCsvSummary());
   EXPECT_EQ(run.platform.messages,
             (std::vector<std::string>{"CSV File Open Error: ファイルが見つかりません"}));
+  run.platform.troubles.clear();
 
   run.job.CsvPath = NativePath("/dev/full");
   ASSERT_TRUE(run.services.OpenCsvSummary());

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "jobs/run_loop.h"
 #include "jobs/run_services.h"
 #include "support/test_files.h"
 
@@ -35,10 +36,15 @@ class RecordingPlatform : public PlatformServices {
 class RecordingFrontEnd : public RunFrontEnd {
  public:
   void AddResultLine(const std::string& line) override { results.push_back(line); }
+  void ClearResults() override { results.clear(); }
   void SetProgress(double left) override { progress.push_back(left); }
+  void SetMessage(const std::string& text) override { messages.push_back(text); }
+  void SetBarText(const std::string& text) override { bar_texts.push_back(text); }
 
   std::vector<std::string> results;
   std::vector<double> progress;
+  std::vector<std::string> messages;
+  std::vector<std::string> bar_texts;
 };
 
 // Sets options written as KEY=VALUE and joined by "|".
@@ -58,10 +64,14 @@ struct TestRun {
   RecordingFrontEnd front_end;
   RunServices services{options, job, platform, front_end};
 
+  FileSides sides;
+  RunLog* log = nullptr;
+
   TestRun() {
     job.GuiMode = true;
     job.FileCount = 1;
   }
+  void Run() { RunJob(services, {sides, log}); }
   // Sets an option by its key, as the settings store does.
   void Set(std::string_view key, std::string_view value) {
     FindOptionField(key)->Set(options, value);

@@ -1,0 +1,105 @@
+#include "app/console_jobs.h"
+
+#include <algorithm>
+
+#include "app/console_run.h"
+#include "jobs/name_pattern.h"
+#include "jobs/run_loop.h"
+#include "platform/files.h"
+
+namespace ledrix {
+namespace {
+
+std::string Unreadable(const NativePath& path, const Error& error) {
+  return PathToUtf8(path) + ": " + DescribeError(error);
+}
+
+int CountFolder(ConsoleRun& run, const NativePath& folder, const std::string& out) {
+  run.job.JobKind = JobKind::kStepCsv;
+  run.job.OldPath = AddBackslash(folder);
+  run.job.OutPath = out.empty() ? run.job.OldPath + "STEP.CSV" : MakeAbsolute(NativePath(out));
+  Result<FileList> files = ListFiles(run.job.OldPath);
+  if (!files.ok()) return run.Refuse(Unreadable(folder, files.error()));
+  // The output of an earlier run is no source.
+  FileSet output;
+  output.Add(run.job.OutPath);
+  std::erase_if(files.value().entries, [&](const FileList::Entry& entry) {
+    return output.Holds(run.job.OldPath + entry.name);
+  });
+  if (files.value().entries.empty()) {
+    return run.Refuse("ファイルボックスに対象ファイルが有りません: " + PathToUtf8(folder));
+  }
+  run.job.FileCount = static_cast<int64_t>(files.value().entries.size());
+  run.sides[0].folder = run.job.OldPath;
+  run.sides[0].files = std::move(files.value());
+  return run.Run();
+}
+
+// True when the file name of a path matches the pattern of directory information files.
+bool IsInfoName(const ConsoleRun& run, const NativePath& path) {
+  return MatchesPattern(FileNameOf(path), run.options.ComboDLst, LetterCase::kIgnore);
+}
+
+// A side is a folder, which then ends in a separator, or a directory information file.
+bool TakeSide(ConsoleRun& run, const std::string& argument, NativePath& side) {
+  side = MakeAbsolute(NativePath(argument));
+  if (IsFolder(side)) side = AddBackslash(side);
+  if (IsFolder(side) || IsInfoName(run, side)) return true;
+  const Result<FileInfo> info = GetFileInfo(side);
+  run.Refuse(info.ok() ? PathToUtf8(side) + ": ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙの名称ではありません（" +
+                             run.options.ComboDLst + "）"
+                       : Unreadable(side, info.error()));
+  return false;
+}
+
+}  // namespace
+
+int RunStepsCommand(const CommonArguments& common, const StepsArguments& arguments) {
+  ConsoleRun run(common);
+  if (!run.LoadOptions()) return kTroubleStatus;
+  const NativePath path = MakeAbsolute(NativePath(arguments.path));
+  if (IsFolder(path)) return CountFolder(run, path, arguments.out);
+  run.job.JobKind = JobKind::kStepCnt;
+  run.job.OldPath = path;
+  run.job.OutPath = arguments.out.empty()
+                        ? DirOf(path) + FillPattern(run.options.ComboStp, NameForPattern(path))
+                        : MakeAbsolute(NativePath(arguments.out));
+  return run.Run();
+}
+
+int RunSnapshotCommand(const CommonArguments& common, const SnapshotArguments& arguments) {
+  ConsoleRun run(common);
+  if (!run.LoadOptions()) return kTroubleStatus;
+  const NativePath folder = MakeAbsolute(NativePath(arguments.folder));
+  const Result<FileInfo> info = GetFileInfo(folder);
+  if (!info.ok()) return run.Refuse(Unreadable(folder, info.error()));
+  if (!IsFolder(folder)) return run.Refuse(PathToUtf8(folder) + ": フォルダではありません");
+  run.job.JobKind = JobKind::kDirEdit;
+  run.job.OldPath = AddBackslash(folder);
+  run.job.OutPath = MakeAbsolute(NativePath(arguments.out));
+  if (!IsInfoName(run, run.job.OutPath)) {
+    return run.Refuse("ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの拡張子が違います\r拡張子は " + run.options.ComboDLst +
+                      " のみ有功です");
+  }
+  return run.Run();
+}
+
+int RunDirCompCommand(const CommonArguments& common, const DirCompArguments& arguments) {
+  ConsoleRun run(common);
+  if (!run.LoadOptions()) return kTroubleStatus;
+  run.job.JobKind = JobKind::kDirComp;
+  run.job.CompareRange = arguments.range == "full" ? 0 : arguments.range == "none" ? 2 : 1;
+  run.job.OutPath = MakeAbsolute(NativePath(arguments.out));
+  run.sides[0].filter_entry = "全て (*.*)";
+  if (!arguments.types.empty()) {
+    run.options.DCompSelect = 1;
+    run.sides[0].filter_entry = "(" + arguments.types + ")";
+  }
+  if (!TakeSide(run, arguments.old_path, run.job.OldPath) ||
+      !TakeSide(run, arguments.new_path, run.job.NewPath)) {
+    return kTroubleStatus;
+  }
+  return run.Run();
+}
+
+}  // namespace ledrix

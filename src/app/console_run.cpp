@@ -1,0 +1,41 @@
+#include "app/console_run.h"
+
+#include "app/console_options.h"
+#include "jobs/run_loop.h"
+#include "platform/folders.h"
+#include "platform/program_folder.h"
+
+namespace ledrix {
+
+bool ConsoleRun::LoadOptions() {
+  const auto refused = LoadConsoleOptions(common_, options);
+  if (refused) Refuse(*refused);
+  return !refused;
+}
+
+int ConsoleRun::Refuse(const std::string& text) {
+  PrintTrouble(kConsoleProgram, text);
+  return kTroubleStatus;
+}
+
+int ConsoleRun::Run() {
+  if (common_.settings_file == "none") {
+    RunJob(services_, {sides, nullptr});
+  } else {
+    RunLog log(ProgramFolder(), platform_);
+    RunJob(services_, {sides, &log});
+  }
+  return static_cast<int>(services_.end());
+}
+
+Result<FileList> ListFiles(const NativePath& folder) {
+  const Result<std::vector<FolderEntry>> entries = ReadFolder(folder);
+  if (!entries.ok()) return entries.error();
+  FileList list;
+  for (const FolderEntry& entry : entries.value()) {
+    if (entry.info.kind == FileKind::kRegular) list.entries.push_back({entry.name, false});
+  }
+  return list;
+}
+
+}  // namespace ledrix

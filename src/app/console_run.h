@@ -1,0 +1,50 @@
+// One run of the console program: its records and services, made once and handed down.
+#pragma once
+
+#include <string>
+
+#include "app/console_arguments.h"
+#include "app/console_front_end.h"
+#include "app/console_platform.h"
+#include "jobs/file_sides.h"
+#include "jobs/run_services.h"
+
+namespace ledrix {
+
+inline constexpr int kTroubleStatus = static_cast<int>(JobEnd::kTrouble);
+
+class ConsoleRun {
+ public:
+  explicit ConsoleRun(const CommonArguments& common)
+      : common_(common), front_end_(common.quiet, common.progress) {
+    job.GuiMode = true;
+  }
+
+  // Loads the options. When it returns false the user was told why the run ends.
+  [[nodiscard]] bool LoadOptions();
+
+  // Tells the user something and returns the status of trouble.
+  int Refuse(const std::string& text);
+
+  // Runs the job that the record describes, with the run log unless the settings are "none".
+  // Returns the exit status.
+  int Run();
+
+  RunServices& services() { return services_; }
+
+  OptionRecord options;
+  JobRecord job;
+  FileSides sides;
+
+ private:
+  const CommonArguments& common_;
+  ConsolePlatform platform_{kConsoleProgram, job};
+  ConsoleFrontEnd front_end_;
+  RunServices services_{options, job, platform_, front_end_};
+};
+
+// The regular files directly in a folder, links to one included, in byte order of their names; a
+// message for the user when the folder cannot be read.
+Result<FileList> ListFiles(const NativePath& folder);
+
+}  // namespace ledrix
