@@ -75,6 +75,12 @@ int RunCompareCommand(const CommonArguments& common, const CompareArguments& arg
     return CompareFolders(run);
   }
   // A file and a folder: the file of the same name in that folder.
+  for (const NativePath& path : {job.OldPath, job.NewPath}) {
+    const Result<FileInfo> info = GetFileInfo(path);
+    if ((old_is_folder || new_is_folder) && !info.ok()) {
+      return run.Refuse(PathToUtf8(path) + ": " + DescribeError(info.error()));
+    }
+  }
   if (old_is_folder) job.OldPath = AddBackslash(job.OldPath) + FileNameOf(job.NewPath);
   if (new_is_folder) job.NewPath = AddBackslash(job.NewPath) + FileNameOf(job.OldPath);
   job.FileCount = 1;

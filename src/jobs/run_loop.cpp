@@ -79,6 +79,7 @@ class MultipleCompare {
       ended = RunPair(++number, old_name, new_name) && !job_.StopRequested;
       if (!ended) break;
     }
+    if (job_.StopRequested) services_.NoteEnd(JobEnd::kTrouble);
     if (!job_.OptCsvList) return;
     ended ? services_.CloseCsvSummary(job_.FileCount) : services_.AbandonCsvSummary();
   }

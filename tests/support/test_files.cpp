@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -16,11 +17,20 @@ namespace {
 
 constexpr std::string_view kFolderInGolden = "/tmp/ledrix.######";
 
-std::string InGoldenForm(std::string bytes, const TempFolder& folder) {
-  for (size_t at = bytes.find(folder.path()); at != std::string::npos;
-       at = bytes.find(folder.path(), at)) {
-    bytes.replace(at, folder.path().size(), kFolderInGolden);
+void ReplaceAll(std::string& text, std::string_view what, std::string_view with) {
+  for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at)) {
+    text.replace(at, what.size(), with);
   }
+}
+
+// Directory listings write the folder with backslashes.
+std::string InGoldenForm(std::string bytes, const TempFolder& folder) {
+  std::string what = folder.path();
+  std::string with(kFolderInGolden);
+  ReplaceAll(bytes, what, with);
+  std::replace(what.begin(), what.end(), '/', '\\');
+  std::replace(with.begin(), with.end(), '/', '\\');
+  ReplaceAll(bytes, what, with);
   return bytes;
 }
 
