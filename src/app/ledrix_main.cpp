@@ -10,6 +10,7 @@
 #include "app/batch_platform.h"
 #include "app/signals.h"
 #include "jobs/batch_compare.h"
+#include "platform/files.h"
 #include "platform/program_folder.h"
 #include "settings/settings_store.h"
 
@@ -21,8 +22,11 @@ constexpr int kTroubleStatus = static_cast<int>(JobEnd::kTrouble);
 int RunBatch(const CommandLineArgs& args) {
   OptionRecord options;
   SettingsStore store(SettingsPath());
-  // Without a readable store every option has its default.
-  (void)store.Load();
+  // Without a readable store every option has its default; that it is missing is nothing to tell.
+  const Status unread = store.Load();
+  if (unread && PathExists(SettingsPath())) {
+    PrintTrouble(kDesktopProgram, PathToUtf8(SettingsPath()) + ": " + DescribeError(*unread));
+  }
   LoadOptions(store, options);
   JobRecord job;
   BatchPlatform platform(job);

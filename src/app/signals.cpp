@@ -18,25 +18,37 @@ struct NotedFile {
 };
 NotedFile noted_files[4];
 
-void NoteSignal(int number) {
-  if (signal_pending != 0) {
-    for (const NotedFile& file : noted_files) {
-      if (file.used != 0) unlink(file.path);
-    }
-    std::signal(number, SIG_DFL);
-    std::raise(number);
+void RemoveNotedFilesAndEnd(int number) {
+  for (const NotedFile& file : noted_files) {
+    if (file.used != 0) unlink(file.path);
   }
+  std::signal(number, SIG_DFL);
+  std::raise(number);
+}
+
+void NoteSignal(int number) {
+  if (signal_pending != 0) RemoveNotedFilesAndEnd(number);
   signal_pending = 1;
+}
+
+// A signal that was ignored when the program was started stays ignored. Without SA_RESTART, so
+// that a job that waits for a pipe hears of the request.
+void Handle(int number, void (*handler)(int)) {
+  struct sigaction before {};
+  if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) return;
+  struct sigaction action {};
+  action.sa_handler = handler;
+  sigemptyset(&action.sa_mask);
+  sigaction(number, &action, nullptr);
 }
 
 }  // namespace
 
 void InstallSignalHandlers() {
-  // Without SA_RESTART, so that a job that waits for a pipe hears of the request.
-  struct sigaction action {};
-  action.sa_handler = NoteSignal;
-  sigemptyset(&action.sa_mask);
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) Handle(number, NoteSignal);
+  for (const int number : {SIGQUIT, SIGXCPU, SIGALRM, SIGUSR1, SIGUSR2}) {
+    Handle(number, RemoveNotedFilesAndEnd);
+  }
   for (const int number : {SIGPIPE, SIGXFSZ}) std::signal(number, SIG_IGN);
 }
 

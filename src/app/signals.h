@@ -5,8 +5,9 @@
 
 namespace ledrix {
 
-// Makes SIGINT, SIGTERM and SIGHUP a request to stop; a second one removes the temporary files and
-// ends the program at once. A closed pipe and the file size limit become failed writes.
+// Makes SIGINT, SIGTERM and SIGHUP a request to stop; a second one, and the other signals that end
+// a program from outside, remove the temporary files and end it at once. A closed pipe and the file
+// size limit become failed writes.
 void InstallSignalHandlers();
 
 // True after the first signal that asks to stop.

@@ -343,7 +343,7 @@ class AutodetectConverter : public LineConverter {
     } else if (AsciiRun(bytes, 0) == bytes.size()) {
       AppendAscii(bytes, 0, bytes.size(), text);
     } else {
-      Choose(bytes, position).Convert(bytes, position, text);
+      Choose(bytes).Convert(bytes, position, text);
     }
   }
 
@@ -354,22 +354,42 @@ class AutodetectConverter : public LineConverter {
     bool valid;
   };
 
-  // A line is valid in a code when its conversion has no "?" that does not stand in the line.
-  bool IsValid(LineConverter& converter, std::string_view bytes, LinePosition position) {
-    scratch_.Clear();
-    converter.Convert(bytes, position, scratch_);
-    const auto unknowns = [](std::string_view text) {
-      return std::count(text.begin(), text.end(), '?');
-    };
-    return unknowns(scratch_.bytes()) == unknowns(bytes);
+  static bool IsValidUtf8(std::string_view bytes) {
+    for (size_t i = 0; i < bytes.size();) {
+      const Utf8Char c = DecodeUtf8(bytes, i);
+      if (!c.valid) return false;
+      i += c.size;
+    }
+    return true;
+  }
+  static bool IsValidSjis(std::string_view bytes) {
+    const SjisView line = SjisView::FromBytes(bytes);
+    for (size_t i = 0; i < line.size();) {
+      const size_t size = SjisCharSize(line, i);
+      if (size == 1 && line.At(i) >= 0x80 && !IsIn(line.At(i), 0xA1, 0xDF)) return false;
+      i += size;
+    }
+    return true;
+  }
+  static bool IsValidEuc(std::string_view bytes) {
+    for (size_t i = 0; i < bytes.size();) {
+      const unsigned b = ByteAt(bytes, i);
+      const size_t size = b < 0x80 ? 1 : b == 0x8F ? 3 : 2;
+      if (i + size > bytes.size() || (size == 2 && b != 0x8E && !IsIn(b, 0xA1, 0xFE))) return false;
+      for (size_t k = 1; k < size; ++k) {
+        if (!IsIn(ByteAt(bytes, i + k), 0xA1, b == 0x8E ? 0xDF : 0xFE)) return false;
+      }
+      i += size;
+    }
+    return true;
   }
 
-  LineConverter& Choose(std::string_view bytes, LinePosition position) {
+  LineConverter& Choose(std::string_view bytes) {
     // In the order in which ties are decided. That a line is valid UTF-8 by accident is rare.
     std::array<Candidate, 3> candidates = {
-        {{&utf8_, modJudgeCode::ScoreUTF8(bytes), IsValid(utf8_, bytes, position)},
-         {&sjis_, modJudgeCode::ScoreSJIS(bytes), IsValid(sjis_, bytes, position)},
-         {&euc_, modJudgeCode::ScoreEUC(bytes), IsValid(euc_, bytes, position)}}};
+        {{&utf8_, modJudgeCode::ScoreUTF8(bytes), IsValidUtf8(bytes)},
+         {&sjis_, modJudgeCode::ScoreSJIS(bytes), IsValidSjis(bytes)},
+         {&euc_, modJudgeCode::ScoreEUC(bytes), IsValidEuc(bytes)}}};
     const auto worse = [](const Candidate& a, const Candidate& b) {
       return a.valid != b.valid ? b.valid : a.score < b.score;
     };
@@ -380,7 +400,6 @@ class AutodetectConverter : public LineConverter {
   Utf8Converter utf8_;
   EucConverter euc_;
   JisConverter jis_;
-  SjisText scratch_;
 };
 
 std::string LowerCase(std::string_view name) {

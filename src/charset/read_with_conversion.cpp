@@ -44,8 +44,9 @@ bool IsUtf16Name(const std::string& charset) {
 // One file on its way through the conversion.
 class Conversion {
  public:
-  Conversion(RunServices& services, NativePath& path, InputFile& file)
-      : services_(services), path_(path), file_(file), cutter_(file) {}
+  Conversion(RunServices& services, const std::vector<NativePath>& inputs, NativePath& path,
+             InputFile& file)
+      : services_(services), inputs_(inputs), path_(path), file_(file), cutter_(file) {}
 
   Status Run() {
     Judge();
@@ -83,7 +84,8 @@ class Conversion {
     if (!job.SbnPath.empty()) outputs.push_back(job.SbnPath);
     if (!job.MrgPath.empty()) outputs.push_back(job.MrgPath);
     if (job.CsvFile) outputs.push_back(job.CsvPath);
-    return RefuseOutput(copy, {path_, job.OldPath, job.NewPath}, outputs);
+    if (job.ProtectedFiles.Holds(copy)) return Error{ErrorKind::kInputAsOutput};
+    return RefuseOutput(copy, inputs_, outputs);
   }
 
   Status WriteCopy() {
@@ -135,6 +137,7 @@ class Conversion {
   }
 
   RunServices& services_;
+  const std::vector<NativePath>& inputs_;
   NativePath& path_;
   InputFile& file_;
   LineCutter cutter_;
@@ -146,11 +149,12 @@ class Conversion {
 
 }  // namespace
 
-Status ReadWithConversion(RunServices& services, NativePath& path) {
+Status ReadWithConversion(RunServices& services, const std::vector<NativePath>& inputs,
+                          NativePath& path) {
   if (services.options().CharsetCode.empty()) return kNoError;
   Result<InputFile> file = InputFile::Open(path);
   if (!file.ok()) return file.error();
-  return Conversion(services, path, file.value()).Run();
+  return Conversion(services, inputs, path, file.value()).Run();
 }
 
 }  // namespace ledrix

@@ -51,6 +51,7 @@ class PairCompare {
   explicit PairCompare(RunServices& services)
       : services_(services),
         job_(services.job()),
+        inputs_{job_.OldPath, job_.NewPath},
         options_(services.options()),
         format_(options_),
         sides_(options_, job_.MergeMarks ? MergeMarks::kWritten : MergeMarks::kNone) {}
@@ -92,6 +93,7 @@ class PairCompare {
 
   RunServices& services_;
   JobRecord& job_;
+  const std::vector<NativePath> inputs_;  // as they were named, before any conversion
   const CompareOptions options_;
   const ListingFormat format_;
   std::optional<OutputFile> listing_;
@@ -123,7 +125,7 @@ bool PairCompare::OutputsAreSafe() {
        {Output{job_.OutPath, "List Open Error"}, Output{job_.SbnPath, "Sbn List Open Error"},
         Output{job_.MrgPath, "Merge Source Open Error"}}) {
     if (output.path.empty()) continue;
-    Status refused = RefuseOutput(output.path, {job_.OldPath, job_.NewPath}, others);
+    Status refused = RefuseOutput(output.path, inputs_, others);
     if (job_.ProtectedFiles.Holds(output.path)) refused = Error{ErrorKind::kInputAsOutput};
     if (refused) {
       return FailToOpen(output.title, "OUTPUT:", *refused, output.path);
@@ -153,7 +155,7 @@ bool PairCompare::SkipsSameStamp() {
 
 bool PairCompare::ConvertInput(NativePath& path, const char* title) {
   services_.platform().YieldToUi();
-  if (const Status failed = ReadWithConversion(services_, path)) {
+  if (const Status failed = ReadWithConversion(services_, inputs_, path)) {
     if (services_.YieldAndAskStop()) return Stop();
     services_.platform().ShowMessage({"Chrcode ERR:" + DescribeError(*failed) +
                                           "\r\n文字コード標準(無変換)でリトライしてください",

@@ -198,7 +198,7 @@ void DirCompJob(RunServices& services, std::string_view type_filter) {
 }
 
 bool IsTolerated(int64_t seconds_apart, const OptionRecord& options) {
-  constexpr int64_t kNineHours = 9 * 3600;
+  constexpr int64_t kNineHours = int64_t{9} * 3600;
   const int64_t apart = std::abs(seconds_apart);
   const bool second = options.DComp1s == 1;
   const bool hours = options.DComp9h == 1;

@@ -137,9 +137,10 @@ void SelectAllNamesakes(FileSides& sides) {
 std::vector<std::string> FilterEntries(const OptionRecord& options, int side) {
   std::vector<std::string> entries = {side == 0 ? "旧ﾌｧｲﾙ (*.OLD;*.BAK)" : "新ﾌｧｲﾙ (*.NEW)"};
   for (size_t k = 0; k < options.FPattern.size(); ++k) {
-    const std::string title = TrimSpaces(options.FPatternTtl[k]);
+    std::string title = TrimSpaces(options.FPatternTtl[k]);
     const std::string pattern = TrimSpaces(options.FPattern[k]);
-    if (!title.empty() && !pattern.empty()) entries.push_back(title + " (" + pattern + ")");
+    if (title.empty() || pattern.empty()) continue;
+    entries.push_back(title.append(" (").append(pattern).append(")"));
   }
   entries.push_back("ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙ (" + options.ComboDLst + ")");
   entries.emplace_back("全て (*.*)");

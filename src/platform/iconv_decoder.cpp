@@ -2,6 +2,7 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "platform/utf8.h"
@@ -12,10 +13,23 @@ namespace {
 // What iconv_open returns when it fails.
 const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
 
+// The C library passes over characters that no name has, and takes what is left, even nothing,
+// for a name.
+bool IsName(const std::string& charset) {
+  const auto is_letter = [](char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+  };
+  const auto may_stand = [is_letter](char c) {
+    return is_letter(c) || std::string_view(" -_.:+()").find(c) != std::string_view::npos;
+  };
+  return std::any_of(charset.begin(), charset.end(), is_letter) &&
+         std::all_of(charset.begin(), charset.end(), may_stand);
+}
+
 }  // namespace
 
 std::unique_ptr<IconvDecoder> IconvDecoder::Open(const std::string& charset) {
-  if (charset.empty() || charset.find('/') != std::string::npos) return nullptr;
+  if (!IsName(charset)) return nullptr;
   const iconv_t converter = iconv_open("UTF-32LE", charset.c_str());
   if (converter == kNoConverter) return nullptr;
   return std::unique_ptr<IconvDecoder>(new IconvDecoder(converter));

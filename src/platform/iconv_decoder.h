@@ -9,8 +9,8 @@ namespace ledrix {
 
 class IconvDecoder {
  public:
-  // Returns null when the C library does not know the charset. The empty name and a name with "/"
-  // in it, which would mean something else there, are not known.
+  // Returns null when the C library does not know the charset. A name without a letter or a digit,
+  // and one that holds more than letters, digits, spaces and - _ . : + ( ), is not known.
   static std::unique_ptr<IconvDecoder> Open(const std::string& charset);
 
   ~IconvDecoder();

@@ -40,7 +40,8 @@ int64_t DayNumber(const LocalTime& time) {
 }
 
 int64_t CivilSeconds(const LocalTime& time) {
-  return DayNumber(time) * kSecondsPerDay + time.hour * 3600 + time.minute * 60 + time.second;
+  const int second_of_day = time.hour * 3600 + time.minute * 60 + time.second;
+  return DayNumber(time) * kSecondsPerDay + second_of_day;
 }
 
 LocalTime FromCivilSeconds(int64_t seconds) {

@@ -60,6 +60,10 @@ Status SettingsStore::Load() {
 
 void SettingsStore::Parse(std::string_view bytes) {
   std::string section;
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (bytes.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
+    bytes.remove_prefix(kByteOrderMark.size());
+  }
   for (size_t start = 0; start < bytes.size();) {
     const size_t end = std::min(bytes.find('\n', start), bytes.size());
     std::string_view line = bytes.substr(start, end - start);

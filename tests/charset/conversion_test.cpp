@@ -151,6 +151,8 @@ TEST(LineConverter, ReplacesWhatIsInvalidAndNothingElse) {
       {"_autodetect", "\xA4\xA2\xA4\xA4", "あい"},
       {"_autodetect", "\xE3\x81\x82\xE3\x81\x84", "あい"},
       {"_autodetect", "\xB1\xB2\xB3", "ｱｲｳ"},
+      {"_autodetect", "caf\xC3\xA9", "caf?"},
+      {"_autodetect", "\x82 \x82\xA0", "? あ"},
       {"windows-1252",
        "\x80"
        "a",
@@ -186,7 +188,8 @@ TEST(IsCharsetAvailable, RefusesWhatCannotBeConverted) {
   for (const char* name : {"utf-8", "EUC-JP", "_autodetect", "UNICODE", "UTF-7", "koi8-r"}) {
     EXPECT_TRUE(IsCharsetAvailable(name)) << name;
   }
-  for (const char* name : {"", "  ", "no-such-code", "UTF-8/x", "UTF-8//IGNORE", "../UTF-8"}) {
+  for (const char* name :
+       {"", "  ", "no-such-code", "UTF-8/x", "UTF-8//IGNORE", "../UTF-8", "!!!", "　", "UTF-8\n"}) {
     EXPECT_FALSE(IsCharsetAvailable(name)) << name;
   }
 }
@@ -279,7 +282,7 @@ TEST(ReadWithConversion, MakesACopyOnlyWhereOneIsNeeded) {
     run.options.CharsetCode = c.charset_code;
     run.job.OldPath = folder.Write("f.txt", c.bytes);
     NativePath path = run.job.OldPath;
-    EXPECT_FALSE(ReadWithConversion(run.services, path)) << c.charset_code;
+    EXPECT_FALSE(ReadWithConversion(run.services, {run.job.OldPath}, path)) << c.charset_code;
     EXPECT_EQ(path, run.job.OldPath + (c.suffix == nullptr ? "" : c.suffix)) << c.charset_code;
     if (c.suffix != nullptr) {
       EXPECT_EQ(test::ReadFile(path), c.copy) << c.charset_code;
@@ -301,7 +304,7 @@ TEST(ReadWithConversion, TellsHowFarItIs) {
   run.job.OldPath = folder.Write("f", bytes);
   run.services.SetBarText("before");
   NativePath path = run.job.OldPath;
-  ASSERT_FALSE(ReadWithConversion(run.services, path));
+  ASSERT_FALSE(ReadWithConversion(run.services, {run.job.OldPath}, path));
   EXPECT_EQ(run.front_end.bar_texts,
             (Texts{"before", "文字コード判定中", "before", "UTF-8 変換中", "UTF-8 変換中 ･･･ 50%",
                    "UTF-8 変換中 ･･･ 100%", "UTF-8 変換中 ･･･ 100%", ""}));
@@ -374,6 +377,13 @@ TEST(ConvertedCompare, RefusesACopyThatCannotBeMade) {
       {"the new file has the copy's name",
        [](ConvertedPair& run) { run.job.NewPath = run.folder.Write("old.txt_UTF-8", "mine"); },
        "OLD Error: Chrcode ERR:入力ファイルと同じファイルには出力できません"},
+      {"the old file has the name of the new one's copy",
+       [](ConvertedPair& run) {
+         run.job.OldPath = run.folder.Write("new.txt_UTF-8",
+                                            "\xE3\x81\x82"
+                                            "4\n");
+       },
+       "NEW Error: Chrcode ERR:入力ファイルと同じファイルには出力できません"},
       {"the listing has the copy's name",
        [](ConvertedPair& run) { run.job.ListingPath = run.folder.At("old.txt_UTF-8"); },
        "OLD Error: Chrcode ERR:他の出力ファイルと同じファイルには出力できません"},
@@ -381,15 +391,28 @@ TEST(ConvertedCompare, RefusesACopyThatCannotBeMade) {
   for (const Case& c : cases) {
     ConvertedPair run;
     c.prepare(run);
-    const std::string new_bytes = test::ReadFile(run.job.NewPath);
+    const NativePath old_path = run.job.OldPath;
+    const NativePath new_path = run.job.NewPath;
+    const std::string old_bytes = test::ReadFile(old_path);
+    const std::string new_bytes = test::ReadFile(new_path);
     run.Run();
     EXPECT_EQ(run.platform.messages,
               (Texts{c.message + std::string("\r\n文字コード標準(無変換)でリトライしてください")}))
         << c.name;
     EXPECT_EQ(run.front_end.results.back(), "    エラー") << c.name;
-    EXPECT_EQ(test::ReadFile(run.job.NewPath), new_bytes) << c.name;
+    EXPECT_EQ(test::ReadFile(new_path), new_bytes) << c.name;
+    EXPECT_EQ(test::ReadFile(old_path), old_bytes) << c.name;
     EXPECT_FALSE(FileExists(run.folder.At("old_txt_COMP.TXT"))) << c.name;
   }
+}
+
+TEST(ConvertedCompare, AFileIsEqualToItself) {
+  ConvertedPair run;
+  run.job.NewPath = run.job.OldPath;
+  run.Set("OptNoCngNoOut", "0");
+  run.Run();
+  EXPECT_EQ(run.services.end(), JobEnd::kNoDifference);
+  EXPECT_EQ(run.Names(), (Texts{"new.txt", "old.txt", "old_txt_COMP.TXT"}));
 }
 
 TEST(ConvertedCompare, ALinkAtTheCopysNameIsReplacedAndNotFollowed) {

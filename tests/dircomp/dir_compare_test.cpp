@@ -18,12 +18,12 @@ namespace {
 
 using test::FileExists;
 using test::ReadLines;
-using test::Sjis;
 using test::TempFolder;
 using test::TestRun;
 using Texts = std::vector<std::string>;
 
-constexpr time_t kNineHours = 9 * 3600;
+constexpr time_t kHour = 3600;
+constexpr time_t kNineHours = 9 * kHour;
 
 // Two trees in one folder, and the job that compares them.
 struct TreeRun : TestRun {
@@ -83,6 +83,7 @@ TEST(QSort, GivesTheOrderOfItsSteps) {
     for (int i = 1; i <= size; ++i) plain.emplace_back(std::to_string(random() % kinds), i);
     const auto original = plain;
     std::vector<QSort::SortItem> items;
+    items.reserve(original.size());
     for (const auto& [key, number] : original) items.push_back({key, static_cast<size_t>(number)});
     PlainQSort(plain, 0, size);
     QSort::Sort(items);
@@ -117,8 +118,8 @@ TEST(QSort, SurvivesAMillionEqualKeys) {
 TEST(DirEdit, WritesARecordForEachFile) {
   TreeRun run;
   run.File("old/main.c", 96);
-  run.File("old/lib/util.c", 40, -5 * 3600);
-  run.File("old/lib/midnight", 1, 10 * 3600 - 5 * 60 - 7);
+  run.File("old/lib/util.c", 40, -5 * kHour);
+  run.File("old/lib/midnight", 1, 10 * kHour - 307);
   run.File("old/.hidden", 0, 0, 999'999'999);
   run.File("old/表,x\\y😀.txt", 3);
   run.File("old/line\nbreak", 1);
