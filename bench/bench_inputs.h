@@ -17,4 +17,13 @@ namespace ledrix::bench {
 // Returns false when a file could not be written.
 bool MakeInputs(const std::string& folder, int64_t lines);
 
+// Writes into a folder that exists:
+//   trees.old trees.new    the same tree of so many small files, 100 a folder, times included
+//   pairs.old pairs.new    a tenth as many files of 20 equal lines each, of different times
+bool MakeTrees(const std::string& folder, int64_t files);
+
+// Writes two directory information files of so many records in random order, half of them common
+// (keys.old.ddf and keys.new.ddf), and their keys one a line (keys.old and keys.new).
+bool MakeKeys(const std::string& folder, int64_t records);
+
 }  // namespace ledrix::bench

@@ -1,7 +1,9 @@
 // Makes the inputs of the benchmarks and times whole commands.
 //
 //   ledrix_bench make FOLDER LINES
-//       writes the inputs of bench_inputs.h
+//       writes the files of bench_inputs.h
+//   ledrix_bench make-trees FOLDER FILES
+//   ledrix_bench make-keys FOLDER RECORDS
 //   ledrix_bench time NAME LINES RUNS COMMAND [OTHER]
 //       runs a shell command RUNS times after a warm-up, in turn with the other command when there
 //       is one, and prints a row of a Markdown table: the name, the command's median seconds, its
@@ -83,12 +85,18 @@ int main(int argc, char** argv) {
   if (argc == 4 && std::strcmp(argv[1], "make") == 0) {
     return ledrix::bench::MakeInputs(argv[2], std::atoll(argv[3])) ? 0 : 2;
   }
+  if (argc == 4 && std::strcmp(argv[1], "make-trees") == 0) {
+    return ledrix::bench::MakeTrees(argv[2], std::atoll(argv[3])) ? 0 : 2;
+  }
+  if (argc == 4 && std::strcmp(argv[1], "make-keys") == 0) {
+    return ledrix::bench::MakeKeys(argv[2], std::atoll(argv[3])) ? 0 : 2;
+  }
   if ((argc == 6 || argc == 7) && std::strcmp(argv[1], "time") == 0) {
     return ledrix::bench::Time(argv[2], std::atof(argv[3]), std::max(1, std::atoi(argv[4])),
                                argv[5], argc == 7 ? argv[6] : nullptr);
   }
   std::fprintf(stderr,
-               "usage: ledrix_bench make FOLDER LINES\n"
+               "usage: ledrix_bench make|make-trees|make-keys FOLDER COUNT\n"
                "       ledrix_bench time NAME LINES RUNS COMMAND [OTHER]\n");
   return 2;
 }

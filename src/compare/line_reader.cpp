@@ -51,7 +51,10 @@ void LineReader::ReadMore(LineIndex keep_from) {
     return;
   }
   block.size += count.value();
-  file_ended_ = count.value() == 0;
+  bytes_read_ += count.value();
+  // The end of a file is where it was when it was opened; some files hold more than they tell.
+  const bool all_read = info().size > 0 && bytes_read_ == info().size;
+  file_ended_ = count.value() == 0 || all_read;
 }
 
 void LineReader::AddBlock(LineIndex keep_from) {

@@ -61,6 +61,7 @@ class LineReader {
   size_t block_size_;
   size_t start_ = 0;    // where the next line begins in the last block
   size_t scanned_ = 0;  // no line end lies in the last block between start_ and here
+  uint64_t bytes_read_ = 0;
   bool file_ended_ = false;
   LineIndex lines_read_ = 0;
   Status failure_ = kNoError;

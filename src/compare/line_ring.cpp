@@ -1,5 +1,6 @@
 #include "compare/line_ring.h"
 
+#include <algorithm>
 #include <bit>
 #include <utility>
 
@@ -8,13 +9,21 @@ namespace {
 
 constexpr size_t kLineEndBytes = 2;
 
+// Slots for the window and the history, fewer for a file that is too small to fill them. Some
+// files that tell of no size hold lines all the same.
+size_t SlotsFor(const FileInfo& info, const CompareOptions& options) {
+  const auto most = static_cast<uint64_t>(options.window_lines + LineRing::kHistory + 1);
+  const bool known = info.kind == FileKind::kRegular && info.size > 0;
+  return std::bit_ceil(static_cast<size_t>(known ? std::min(most, info.size + 1) : most));
+}
+
 }  // namespace
 
 LineRing::LineRing(InputFile file, const CompareOptions& options, LineCounter& counter)
     : options_(options),
       counter_(counter),
       reader_(std::move(file)),
-      slots_(std::bit_ceil(static_cast<size_t>(options.window_lines + kHistory + 1))),
+      slots_(SlotsFor(reader_.info(), options)),
       slot_mask_(static_cast<LineIndex>(slots_.size()) - 1) {}
 
 bool LineRing::ReadNextLine() {

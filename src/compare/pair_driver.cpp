@@ -221,9 +221,9 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
   if (ended) {
     body.Close();
     WriteSummary();
+    RemoveUnwantedOutputs();
   }
   CloseOutputs();
-  if (status_.empty()) RemoveUnwantedOutputs();
 }
 
 void PairCompare::WriteHeader(const LineRing& old_ring, const LineRing& new_ring) {
@@ -282,7 +282,9 @@ void PairCompare::DiscardOutputs() {
 void PairCompare::RemoveUnwantedOutputs() {
   if (!options_.drop_unchanged_listing || counts_.total() > 0) return;
   if (sides_.difference_file) sides_.difference_file->Discard();
+  sides_.difference_file.reset();
   listing_->Discard();
+  listing_.reset();
 }
 
 void PairCompare::MakeResultLine() {

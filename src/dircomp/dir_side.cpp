@@ -40,16 +40,11 @@ char32_t WithSoundMark(char32_t half_width, char32_t mark) {
   return ka_to_to || ha_row ? full_width + 1 : 0;
 }
 
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 // Makes the key of a text that the range has chosen.
 std::string KeyOf(std::string text, const KeyRules& rules) {
   if (IsAscii(text) && !rules.full_width) {
     if (rules.upper_case) {
-      for (char& c : text) c = static_cast<char>(ToUpper(static_cast<unsigned char>(c)));
+      for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c;
     }
     return text;
   }

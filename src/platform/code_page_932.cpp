@@ -95,6 +95,7 @@ void CodePage932::LoadEncodeTable() {
 }
 
 SjisText EncodeSjis(std::string_view utf8) {
+  if (IsAscii(utf8)) return SjisText::FromBytes(std::string(utf8));
   const CodePage932& table = CodePage932::Get();
   std::string bytes;
   bytes.reserve(utf8.size());
@@ -113,6 +114,7 @@ SjisText EncodeSjis(std::string_view utf8) {
 }
 
 std::string DecodeSjis(SjisView text) {
+  if (IsAscii(text.bytes())) return std::string(text.bytes());
   const CodePage932& table = CodePage932::Get();
   std::string utf8;
   utf8.reserve(text.size() * 2);

@@ -166,7 +166,9 @@ Result<InputFile> InputFile::Open(const NativePath& path) {
   if (fstat(descriptor.number(), &status) != 0) return LastError();
   const FileInfo info = ToFileInfo(status);
   if (const Status refused = RefuseUnreadable(info)) return *refused;
-  if (info.kind == FileKind::kRegular) {
+  // For a file of a block or two it would cost more than it gives.
+  constexpr uint64_t kWorthAdvising = uint64_t{1} << 20;
+  if (info.kind == FileKind::kRegular && info.size >= kWorthAdvising) {
     posix_fadvise(descriptor.number(), 0, 0, POSIX_FADV_SEQUENTIAL);
   }
   return InputFile(std::move(descriptor), info);
@@ -235,8 +237,13 @@ void OutputFile::Discard() {
   descriptor_.Close();
   used_ = 0;
   // Through a link the file itself is removed and not the link.
-  const NativePath real = RealPath(path_);
-  if (!real.empty()) (void)RemoveFile(real);
+  struct stat status {};
+  if (lstat(path_.c_str(), &status) != 0) return;
+  if (S_ISREG(status.st_mode)) {
+    unlink(path_.c_str());
+  } else if (S_ISLNK(status.st_mode)) {
+    (void)RemoveFile(RealPath(path_));
+  }
 }
 
 }  // namespace ledrix

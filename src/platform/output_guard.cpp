@@ -23,15 +23,9 @@ NativePath BehindLinks(NativePath path) {
   return path;
 }
 
-// Two names of one file, or of one place where no file stands yet. A device such as /dev/null may
-// take more than one output.
-bool IsSamePlace(const NativePath& path_a, const NativePath& path_b) {
-  const Result<FileInfo> info_a = GetFileInfo(path_a);
-  const Result<FileInfo> info_b = GetFileInfo(path_b);
-  if (info_a.ok() && info_a.value().kind == FileKind::kOther) return false;
-  if (path_a == path_b) return true;
-  if (info_a.ok() && info_b.ok()) return IsSameFile(info_a.value(), info_b.value());
-  if (info_a.ok() || info_b.ok()) return false;
+// Two names of one place where no file stands yet.
+bool IsSameNewPlace(const NativePath& path_a, const NativePath& path_b) {
+  if (GetFileInfo(path_b).ok()) return false;
   const NativePath a = BehindLinks(path_a);
   const NativePath b = BehindLinks(path_b);
   if (FileNameOf(a) != FileNameOf(b)) return false;
@@ -40,17 +34,33 @@ bool IsSamePlace(const NativePath& path_a, const NativePath& path_b) {
   return folder_a.ok() && folder_b.ok() && IsSameFile(folder_a.value(), folder_b.value());
 }
 
+bool IsSameExisting(const FileInfo& output, const NativePath& other) {
+  const Result<FileInfo> info = GetFileInfo(other);
+  return info.ok() && IsSameFile(output, info.value());
+}
+
 bool Holds(const std::vector<NativePath>& paths, const NativePath& path) {
-  return std::any_of(paths.begin(), paths.end(),
-                     [&path](const NativePath& other) { return IsSamePlace(other, path); });
+  return std::find(paths.begin(), paths.end(), path) != paths.end();
 }
 
 }  // namespace
 
 Status RefuseOutput(const NativePath& output, const std::vector<NativePath>& inputs,
                     const std::vector<NativePath>& other_outputs) {
-  if (Holds(inputs, output)) return Error{ErrorKind::kInputAsOutput};
-  if (Holds(other_outputs, output)) return Error{ErrorKind::kOutputTwice};
+  const Result<FileInfo> info = GetFileInfo(output);
+  if (info.ok() && info.value().kind == FileKind::kOther) return kNoError;
+  const auto is_same = [&](const NativePath& other) {
+    if (other.empty()) return false;
+    return info.ok() ? IsSameExisting(info.value(), other) : IsSameNewPlace(output, other);
+  };
+  // Where no file stands there is no input to lose.
+  if (Holds(inputs, output) || (info.ok() && std::any_of(inputs.begin(), inputs.end(), is_same))) {
+    return Error{ErrorKind::kInputAsOutput};
+  }
+  if (Holds(other_outputs, output) ||
+      std::any_of(other_outputs.begin(), other_outputs.end(), is_same)) {
+    return Error{ErrorKind::kOutputTwice};
+  }
   return kNoError;
 }
 

@@ -9,7 +9,8 @@
 namespace ledrix {
 
 // Why an output must not be written: it is one of the inputs (the same path, or the same file by
-// another name) or one of the other outputs. kNoError when it may.
+// another name) or one of the other outputs. kNoError when it may. An empty path among the others
+// stands for none. A device such as /dev/null may take more than one output.
 Status RefuseOutput(const NativePath& output, const std::vector<NativePath>& inputs,
                     const std::vector<NativePath>& other_outputs);
 

@@ -28,6 +28,12 @@ locale_t UnicodeLocale() {
 
 }  // namespace
 
+bool IsAscii(std::string_view text) {
+  unsigned char all = 0;
+  for (const char c : text) all |= static_cast<unsigned char>(c);  // the compiler takes many at once
+  return all < 0x80;
+}
+
 Utf8Char DecodeUtf8(std::string_view text, size_t position) {
   const auto lead = static_cast<unsigned char>(text[position]);
   const Utf8Char invalid{lead, 1, false};

@@ -9,6 +9,9 @@ namespace ledrix {
 
 inline constexpr char32_t kReplacementCharacter = 0xFFFD;
 
+// True when every byte is below 0x80: such a text is the same in UTF-8 and in Shift_JIS.
+bool IsAscii(std::string_view text);
+
 // One decoded character.
 struct Utf8Char {
   char32_t character = 0;  // the byte itself when `valid` is false
