@@ -84,8 +84,7 @@ class Conversion {
     if (!job.SbnPath.empty()) outputs.push_back(job.SbnPath);
     if (!job.MrgPath.empty()) outputs.push_back(job.MrgPath);
     if (job.CsvFile) outputs.push_back(job.CsvPath);
-    if (job.ProtectedFiles.Holds(copy)) return Error{ErrorKind::kInputAsOutput};
-    return RefuseOutput(copy, inputs_, outputs);
+    return RefuseOutput(copy, inputs_, outputs, job.ProtectedFiles);
   }
 
   Status WriteCopy() {

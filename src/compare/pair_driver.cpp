@@ -99,6 +99,7 @@ class PairCompare {
   std::optional<OutputFile> listing_;
   SideOutputs sides_;
   CompareCounts counts_;
+  bool both_regular_ = false;  // the skip rule has looked at both inputs
   std::string status_;  // empty while the pair is a plain compared pair
 };
 
@@ -125,9 +126,7 @@ bool PairCompare::OutputsAreSafe() {
        {Output{job_.OutPath, "List Open Error"}, Output{job_.SbnPath, "Sbn List Open Error"},
         Output{job_.MrgPath, "Merge Source Open Error"}}) {
     if (output.path.empty()) continue;
-    Status refused = RefuseOutput(output.path, inputs_, others);
-    if (job_.ProtectedFiles.Holds(output.path)) refused = Error{ErrorKind::kInputAsOutput};
-    if (refused) {
+    if (const Status refused = RefuseOutput(output.path, inputs_, others, job_.ProtectedFiles)) {
       return FailToOpen(output.title, "OUTPUT:", *refused, output.path);
     }
     others.push_back(output.path);
@@ -142,8 +141,8 @@ bool PairCompare::SkipsSameStamp() {
   if (!old_info.ok() || !new_info.ok()) return false;
   const FileInfo& a = old_info.value();
   const FileInfo& b = new_info.value();
-  const bool same = a.kind == FileKind::kRegular && b.kind == FileKind::kRegular &&
-                    a.size == b.size && a.modified.tv_sec == b.modified.tv_sec &&
+  both_regular_ = a.kind == FileKind::kRegular && b.kind == FileKind::kRegular;
+  const bool same = both_regular_ && a.size == b.size && a.modified.tv_sec == b.modified.tv_sec &&
                     a.modified.tv_nsec == b.modified.tv_nsec;
   if (!same) return false;
   status_ = kSkipped;
@@ -166,7 +165,7 @@ bool PairCompare::ConvertInput(NativePath& path, const char* title) {
 }
 
 std::optional<InputFile> PairCompare::OpenInput(const NativePath& path, const char* title) {
-  Result<InputFile> file = InputFile::Open(path);
+  Result<InputFile> file = both_regular_ ? InputFile::OpenRegular(path) : InputFile::Open(path);
   if (file.ok()) return std::move(file.value());
   FailToOpen(title, "INFILE:", file.error(), path);
   return std::nullopt;

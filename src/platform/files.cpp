@@ -54,15 +54,19 @@ Result<FileInfo> GetFileInfo(const NativePath& path) {
   return ToFileInfo(status);
 }
 
-void FileSet::Add(const NativePath& path) {
-  const Result<FileInfo> info = GetFileInfo(path);
-  if (info.ok()) files_.insert({info.value().device, info.value().inode});
+bool FileSet::Holds(const FileInfo& file) const {
+  for (const NativePath& path : waiting_) {
+    const Result<FileInfo> info = GetFileInfo(path);
+    if (info.ok()) files_.insert({info.value().device, info.value().inode});
+  }
+  waiting_.clear();
+  return files_.count({file.device, file.inode}) > 0;
 }
 
 bool FileSet::Holds(const NativePath& path) const {
-  if (files_.empty()) return false;
+  if (waiting_.empty() && files_.empty()) return false;
   const Result<FileInfo> info = GetFileInfo(path);
-  return info.ok() && files_.count({info.value().device, info.value().inode}) > 0;
+  return info.ok() && Holds(info.value());
 }
 
 bool IsFolder(const NativePath& path) {
@@ -160,6 +164,10 @@ Result<InputFile> InputFile::Open(const NativePath& path) {
   const Result<FileInfo> before = GetFileInfo(path);
   if (!before.ok()) return before.error();
   if (const Status refused = RefuseUnreadable(before.value())) return *refused;
+  return OpenRegular(path);
+}
+
+Result<InputFile> InputFile::OpenRegular(const NativePath& path) {
   FileDescriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
   if (!descriptor.is_open()) return LastError();
   struct stat status {};

@@ -12,6 +12,7 @@
 #include <set>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "platform/error.h"
 #include "platform/native_path.h"
@@ -37,16 +38,18 @@ inline bool IsSameFile(const FileInfo& a, const FileInfo& b) {
   return a.device == b.device && a.inode == b.inode;
 }
 
-// Files, whatever their names.
+// Files, whatever their names. They are looked at when a file is looked for for the first time.
 class FileSet {
  public:
   // A path without a file adds nothing.
-  void Add(const NativePath& path);
+  void Add(NativePath path) { waiting_.push_back(std::move(path)); }
+  bool Holds(const FileInfo& file) const;
+  // False for a path without a file.
   bool Holds(const NativePath& path) const;
-  bool empty() const { return files_.empty(); }
 
  private:
-  std::set<std::pair<dev_t, ino_t>> files_;
+  mutable std::vector<NativePath> waiting_;
+  mutable std::set<std::pair<dev_t, ino_t>> files_;
 };
 
 // True when the path, a trailing separator or not, names an existing folder.
@@ -102,6 +105,8 @@ class InputFile {
  public:
   // A regular file or a pipe; a folder, a device or a socket is refused.
   static Result<InputFile> Open(const NativePath& path);
+  // The same for a path that GetFileInfo has told to be a regular file.
+  static Result<InputFile> OpenRegular(const NativePath& path);
 
   const FileInfo& info() const { return info_; }
 

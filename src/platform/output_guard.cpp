@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <climits>
 
-#include "platform/files.h"
 
 namespace ledrix {
 namespace {
@@ -46,7 +45,7 @@ bool Holds(const std::vector<NativePath>& paths, const NativePath& path) {
 }  // namespace
 
 Status RefuseOutput(const NativePath& output, const std::vector<NativePath>& inputs,
-                    const std::vector<NativePath>& other_outputs) {
+                    const std::vector<NativePath>& other_outputs, const FileSet& more_inputs) {
   const Result<FileInfo> info = GetFileInfo(output);
   if (info.ok() && info.value().kind == FileKind::kOther) return kNoError;
   const auto is_same = [&](const NativePath& other) {
@@ -54,7 +53,8 @@ Status RefuseOutput(const NativePath& output, const std::vector<NativePath>& inp
     return info.ok() ? IsSameExisting(info.value(), other) : IsSameNewPlace(output, other);
   };
   // Where no file stands there is no input to lose.
-  if (Holds(inputs, output) || (info.ok() && std::any_of(inputs.begin(), inputs.end(), is_same))) {
+  if (Holds(inputs, output) || (info.ok() && (std::any_of(inputs.begin(), inputs.end(), is_same) ||
+                                              more_inputs.Holds(info.value())))) {
     return Error{ErrorKind::kInputAsOutput};
   }
   if (Holds(other_outputs, output) ||
