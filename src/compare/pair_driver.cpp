@@ -100,7 +100,7 @@ class PairCompare {
   SideOutputs sides_;
   CompareCounts counts_;
   bool both_regular_ = false;  // the skip rule has looked at both inputs
-  std::string status_;  // empty while the pair is a plain compared pair
+  std::string status_;         // empty while the pair is a plain compared pair
 };
 
 void PairCompare::CompareFiles() {

@@ -25,9 +25,8 @@ bool IsMultiple(const JobRecord& job) {
 // Opening the summary empties it, so it must be none of the files that the job reads and writes.
 bool CsvSummaryIsSafe(RunServices& services) {
   JobRecord& job = services.job();
-  const Status refused =
-      RefuseOutput(job.CsvPath, {job.OldPath, job.NewPath},
-                   {job.OutPath, job.SbnPath, job.MrgPath}, job.ProtectedFiles);
+  const Status refused = RefuseOutput(job.CsvPath, {job.OldPath, job.NewPath},
+                                      {job.OutPath, job.SbnPath, job.MrgPath}, job.ProtectedFiles);
   if (!refused) return true;
   services.platform().ShowMessage(
       {DescribeError(*refused) + "\r\n" + PathToUtf8(job.CsvPath), "CSV File Open Error"});

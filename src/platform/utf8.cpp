@@ -30,7 +30,8 @@ locale_t UnicodeLocale() {
 
 bool IsAscii(std::string_view text) {
   unsigned char all = 0;
-  for (const char c : text) all |= static_cast<unsigned char>(c);  // the compiler takes many at once
+  for (const char c : text)
+    all |= static_cast<unsigned char>(c);  // the compiler takes many at once
   return all < 0x80;
 }
 
