@@ -54,7 +54,9 @@ bool MakeTrees(const std::string& folder, int64_t files) {
     for (int64_t i = 0; i < files; ++i) {
       if (i % kFilesPerFolder == 0) std::filesystem::create_directories(tree + TreeFolder(i));
       const std::string name = "/PROG" + std::to_string(i) + ".CBL";
-      good = WriteFile(tree + TreeFolder(i) + name, std::string(i % 50, 'x'), kTime + i) && good;
+      std::string path = tree + TreeFolder(i);
+      path += name;
+      good = WriteFile(path, std::string(i % 50, 'x'), kTime + i) && good;
       if (i % 10 == 0) good = WriteFile(pairs + name, lines, pair_time) && good;
     }
   }
