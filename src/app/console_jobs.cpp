@@ -20,12 +20,18 @@ int CountFolder(ConsoleRun& run, const NativePath& folder, const std::string& ou
   run.job.OutPath = out.empty() ? run.job.OldPath + "STEP.CSV" : MakeAbsolute(NativePath(out));
   Result<FileList> files = ListFiles(run.job.OldPath);
   if (!files.ok()) return run.Refuse(Unreadable(folder, files.error()));
-  // The output of an earlier run is no source.
+  // The output of an earlier run under its usual name is no source; any other file is one.
   FileSet output;
   output.Add(run.job.OutPath);
-  std::erase_if(files.value().entries, [&](const FileList::Entry& entry) {
+  const auto is_output = [&](const FileList::Entry& entry) {
     return output.Holds(run.job.OldPath + entry.name);
-  });
+  };
+  std::vector<FileList::Entry>& entries = files.value().entries;
+  if (out.empty()) {
+    std::erase_if(entries, is_output);
+  } else if (std::any_of(entries.begin(), entries.end(), is_output)) {
+    return run.Refuse(Unreadable(run.job.OutPath, Error{ErrorKind::kInputAsOutput}));
+  }
   if (files.value().entries.empty()) {
     return run.Refuse("ファイルボックスに対象ファイルが有りません: " + PathToUtf8(folder));
   }

@@ -1,5 +1,6 @@
 #include "dircomp/dir_info_file.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "compare/fixed_width.h"
@@ -87,7 +88,10 @@ void DirEditJob(RunServices& services) {
 
 std::string DirInfoReader::ReadRootName() {
   SjisView line;
-  return reader_.Next(0, line) ? DecodeSjis(line) : std::string();
+  std::string name = reader_.Next(0, line) ? DecodeSjis(line) : std::string();
+  // A lone CR is no line end here, and must not become one in a listing.
+  std::replace(name.begin(), name.end(), '\r', '?');
+  return name;
 }
 
 DirInfoReader::Outcome DirInfoReader::Next(FileRecord& record) {

@@ -58,10 +58,6 @@ std::string KeyOf(std::string text, const KeyRules& rules) {
   return EncodeSjis(utf8).bytes();
 }
 
-bool PassesFilter(const std::string& name, std::string_view type_filter) {
-  return type_filter == "*.*" || MatchesAnyPattern(name, type_filter, LetterCase::kRespect);
-}
-
 }  // namespace
 
 std::u32string ToFullWidth(const std::u32string& text) {
@@ -88,11 +84,11 @@ Status DirSide::Open() {
 }
 
 std::optional<std::string> DirSide::Expand(const KeyRules& rules, std::string_view type_filter) {
-  return is_info_file_ ? ExpandFile(rules, type_filter) : ExpandTree(rules, type_filter);
+  if (type_filter != "*.*") type_filter_.emplace(type_filter, LetterCase::kRespect);
+  return is_info_file_ ? ExpandFile(rules) : ExpandTree(rules);
 }
 
-std::optional<std::string> DirSide::ExpandFile(const KeyRules& rules,
-                                               std::string_view type_filter) {
+std::optional<std::string> DirSide::ExpandFile(const KeyRules& rules) {
   DirInfoReader reader(std::move(*file_));
   root_name_ = reader.ReadRootName();
   display_root_ = DisplayRoot(root_name_);
@@ -100,7 +96,7 @@ std::optional<std::string> DirSide::ExpandFile(const KeyRules& rules,
   while (true) {
     switch (reader.Next(record)) {
       case DirInfoReader::Outcome::kRecord:
-        Add(record, rules, type_filter);
+        Add(record, rules);
         break;
       case DirInfoReader::Outcome::kEnd:
         return std::nullopt;
@@ -112,19 +108,18 @@ std::optional<std::string> DirSide::ExpandFile(const KeyRules& rules,
   }
 }
 
-std::optional<std::string> DirSide::ExpandTree(const KeyRules& rules,
-                                               std::string_view type_filter) {
+std::optional<std::string> DirSide::ExpandTree(const KeyRules& rules) {
   root_name_ = RootName(path_);
   display_root_ = DisplayRoot(root_name_);
   TreeVisitor visitor;
-  visitor.visit_file = [&](const FileRecord& record) { Add(record, rules, type_filter); };
+  visitor.visit_file = [&](const FileRecord& record) { Add(record, rules); };
   const std::optional<WalkError> failed = WalkTree(path_, visitor);
   if (!failed) return std::nullopt;
   return PathToUtf8(failed->path) + ": " + DescribeError(failed->error);
 }
 
-void DirSide::Add(const FileRecord& record, const KeyRules& rules, std::string_view type_filter) {
-  if (!PassesFilter(record.name, type_filter)) return;
+void DirSide::Add(const FileRecord& record, const KeyRules& rules) {
+  if (type_filter_ && !type_filter_->Matches(record.name)) return;
   std::string key_text = record.name;
   if (rules.range != CompareRange::kNoPath) key_text.insert(0, record.folder);
   if (rules.range == CompareRange::kFullPath) key_text.insert(0, root_name_);

@@ -9,6 +9,7 @@
 
 #include "compare/text_arena.h"
 #include "dircomp/dir_entry.h"
+#include "jobs/name_pattern.h"
 #include "jobs/run_services.h"
 #include "platform/files.h"
 
@@ -54,9 +55,9 @@ class DirSide {
   void SortByKey();
 
  private:
-  std::optional<std::string> ExpandFile(const KeyRules& rules, std::string_view type_filter);
-  std::optional<std::string> ExpandTree(const KeyRules& rules, std::string_view type_filter);
-  void Add(const FileRecord& record, const KeyRules& rules, std::string_view type_filter);
+  std::optional<std::string> ExpandFile(const KeyRules& rules);
+  std::optional<std::string> ExpandTree(const KeyRules& rules);
+  void Add(const FileRecord& record, const KeyRules& rules);
   std::string_view Keep(std::string_view bytes);
 
   NativePath path_;
@@ -64,6 +65,7 @@ class DirSide {
   std::optional<InputFile> file_;
   std::string root_name_;
   std::string display_root_;
+  std::optional<PatternList> type_filter_;  // nothing: every name passes
   std::vector<DirEntry> entries_;
   modComp::TextArena texts_;
 };

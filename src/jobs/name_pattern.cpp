@@ -10,13 +10,6 @@
 namespace ledrix {
 namespace {
 
-// One place of a pattern.
-struct Place {
-  enum class Kind { kRun, kAny, kDigit, kOneOf, kNoneOf };
-  Kind kind;
-  std::u32string characters;  // of kOneOf and kNoneOf
-};
-
 std::u32string Folded(std::string_view text, LetterCase letter_case) {
   std::u32string characters = Utf8Characters(text);
   if (letter_case == LetterCase::kIgnore) {
@@ -25,8 +18,29 @@ std::u32string Folded(std::string_view text, LetterCase letter_case) {
   return characters;
 }
 
+}  // namespace
+
+PatternList::PatternList(std::string_view patterns, LetterCase letter_case)
+    : letter_case_(letter_case) {
+  for (const std::string& piece : SplitAt(patterns, ';')) {
+    patterns_.push_back(Read(Folded(piece, letter_case)));
+  }
+}
+
+PatternList PatternList::Single(std::string_view pattern, LetterCase letter_case) {
+  PatternList list(letter_case);
+  list.patterns_.push_back(Read(Folded(pattern, letter_case)));
+  return list;
+}
+
+bool PatternList::Matches(std::string_view name) const {
+  const std::u32string folded = Folded(name, letter_case_);
+  return std::any_of(patterns_.begin(), patterns_.end(),
+                     [&folded](const Pattern& pattern) { return Matches(folded, pattern); });
+}
+
 // Reads the list that opens at `position`, which is left at its last character.
-Place ReadList(const std::u32string& pattern, size_t& position) {
+PatternList::Place PatternList::ReadList(const std::u32string& pattern, size_t& position) {
   const size_t close = pattern.find(U']', position + 1);
   if (close == std::u32string::npos) return {Place::Kind::kOneOf, U"["};
   std::u32string list = pattern.substr(position + 1, close - position - 1);
@@ -35,8 +49,8 @@ Place ReadList(const std::u32string& pattern, size_t& position) {
   return {Place::Kind::kOneOf, list};
 }
 
-std::vector<Place> ReadPattern(const std::u32string& pattern) {
-  std::vector<Place> places;
+PatternList::Pattern PatternList::Read(const std::u32string& pattern) {
+  Pattern places;
   for (size_t i = 0; i < pattern.size(); ++i) {
     switch (pattern[i]) {
       case U'*':
@@ -58,17 +72,17 @@ std::vector<Place> ReadPattern(const std::u32string& pattern) {
   return places;
 }
 
-bool Takes(const Place& place, char32_t c) {
-  const bool listed = place.characters.find(c) != std::u32string::npos;
-  switch (place.kind) {
-    case Place::Kind::kRun:
-    case Place::Kind::kAny:
+bool PatternList::Place::Takes(char32_t c) const {
+  const bool listed = characters.find(c) != std::u32string::npos;
+  switch (kind) {
+    case Kind::kRun:
+    case Kind::kAny:
       return true;
-    case Place::Kind::kDigit:
+    case Kind::kDigit:
       return c >= U'0' && c <= U'9';
-    case Place::Kind::kOneOf:
+    case Kind::kOneOf:
       return listed;
-    case Place::Kind::kNoneOf:
+    case Kind::kNoneOf:
       return !listed;
   }
   return false;
@@ -76,7 +90,7 @@ bool Takes(const Place& place, char32_t c) {
 
 // Each "*" takes as little as it can and is widened by one when what follows it fails; only the
 // last "*" met needs to be widened, so the time is at most name times pattern.
-bool Matches(const std::u32string& name, const std::vector<Place>& places) {
+bool PatternList::Matches(const std::u32string& name, const Pattern& places) {
   constexpr size_t kNone = static_cast<size_t>(-1);
   size_t n = 0;
   size_t p = 0;
@@ -86,7 +100,7 @@ bool Matches(const std::u32string& name, const std::vector<Place>& places) {
     if (p < places.size() && places[p].kind == Place::Kind::kRun) {
       run = p++;
       run_end = n;
-    } else if (p < places.size() && Takes(places[p], name[n])) {
+    } else if (p < places.size() && places[p].Takes(name[n])) {
       ++n;
       ++p;
     } else if (run != kNone) {
@@ -100,17 +114,8 @@ bool Matches(const std::u32string& name, const std::vector<Place>& places) {
                      [](const Place& place) { return place.kind == Place::Kind::kRun; });
 }
 
-}  // namespace
-
 bool MatchesPattern(std::string_view name, std::string_view pattern, LetterCase letter_case) {
-  return Matches(Folded(name, letter_case), ReadPattern(Folded(pattern, letter_case)));
-}
-
-bool MatchesAnyPattern(std::string_view name, std::string_view patterns, LetterCase letter_case) {
-  const std::vector<std::string> pieces = SplitAt(patterns, ';');
-  return std::any_of(pieces.begin(), pieces.end(), [&](const std::string& piece) {
-    return MatchesPattern(name, piece, letter_case);
-  });
+  return PatternList::Single(pattern, letter_case).Matches(name);
 }
 
 }  // namespace ledrix

@@ -4,7 +4,6 @@
 #include <limits>
 #include <utility>
 
-#include "jobs/name_pattern.h"
 #include "platform/code_page_932.h"
 
 namespace ledrix {
@@ -66,7 +65,11 @@ void RunServices::SetBarText(const std::string& text) {
 
 bool RunServices::IsExcludedType(std::string_view name) {
   if (options_.NoPattern.empty()) return false;
-  if (!MatchesAnyPattern(name, options_.NoPattern, LetterCase::kIgnore)) return false;
+  if (excluded_text_ != options_.NoPattern) {
+    excluded_text_ = options_.NoPattern;
+    excluded_ = PatternList(excluded_text_, LetterCase::kIgnore);
+  }
+  if (!excluded_.Matches(name)) return false;
   WriteCsvStatus(kExcluded);
   AddResultLines(job_.OutPath, std::string(name) + kExcluded + "  ");
   return true;

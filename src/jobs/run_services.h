@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "jobs/job_record.h"
+#include "jobs/name_pattern.h"
 #include "jobs/temp_file_list.h"
 #include "platform/services.h"
 #include "settings/option_record.h"
@@ -133,6 +134,9 @@ class RunServices {
   PlatformServices& platform_;
   RunFrontEnd& front_end_;
   TempFileList temp_files_;
+  // The patterns of NoPattern, read when the option was last looked at.
+  std::string excluded_text_;
+  PatternList excluded_{"", LetterCase::kIgnore};
   std::string message_text_;
   std::string bar_text_;
   JobEnd end_ = JobEnd::kNoDifference;

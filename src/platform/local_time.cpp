@@ -66,7 +66,7 @@ std::optional<LocalTime> ParseDateTime(std::string_view text) {
   const std::chrono::year_month_day date(std::chrono::year(time.year),
                                          std::chrono::month(static_cast<unsigned>(time.month)),
                                          std::chrono::day(static_cast<unsigned>(time.day)));
-  if (!date.ok()) return std::nullopt;
+  if (time.year < 1 || !date.ok()) return std::nullopt;
   if (text.empty()) return time;
   if (text.front() != ' ') return std::nullopt;
   text.remove_prefix(1);

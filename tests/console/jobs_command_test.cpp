@@ -127,6 +127,7 @@ TEST(Steps, CountAFileOrAFolder) {
   EXPECT_EQ(trees.Run({"steps", "none"}).status, 2);
   EXPECT_EQ(trees.Run({"steps", "old/sub"}).status, 2);
   EXPECT_EQ(trees.Run({"steps", "old/a.CBL", "--out", "old/a.CBL"}).status, 2);
+  EXPECT_EQ(trees.Run({"steps", "old", "--out", "old/a.CBL"}).status, 2);
   EXPECT_EQ(test::ReadFile(trees.folder.At("old/a.CBL")), "1\r\n2\r\n");
 }
 

@@ -299,6 +299,7 @@ TEST(DirComp, ReadsWhatAFileMayHold) {
        nullptr},
       {"no date", "\\x\r\n" + good + "\\,a,yesterday,1\r\n", "OLD=    1", ":3: "},
       {"no such day", "\\x\r\n\\,a,2023/02/29,1\r\n", "OLD=    0", ":2: "},
+      {"year 0", "\\x\r\n\\,a,0000/02/28,1\r\n", "OLD=    0", ":2: "},
       {"no size", "\\x\r\n\\,a,2024/03/09,\r\n", "OLD=    0", ":2: "},
       {"no folder", "\\x\r\na,2024/03/09,1\r\n", "OLD=    0", ":2: "},
       {"noise", std::string("\0\xFF\n\n\x81", 5), "OLD=    0", ":2: "},
