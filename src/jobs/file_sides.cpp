@@ -1,7 +1,6 @@
 #include "jobs/file_sides.h"
 
 #include <algorithm>
-#include <map>
 
 #include "platform/files.h"
 #include "platform/utf8.h"
@@ -9,27 +8,6 @@
 
 namespace ledrix {
 namespace {
-
-// Finds many names in one list without walking it for each.
-class NameIndex {
- public:
-  explicit NameIndex(const FileList& list) {
-    for (size_t i = 0; i < list.entries.size(); ++i) {
-      exact_.emplace(list.entries[i].name, i);
-      folded_.emplace(FoldedName(list.entries[i].name), i);  // the first one stays
-    }
-  }
-  // The entry's index, or npos.
-  size_t Find(const std::string& name) const {
-    if (const auto found = exact_.find(name); found != exact_.end()) return found->second;
-    const auto found = folded_.find(FoldedName(name));
-    return found == folded_.end() ? std::string::npos : found->second;
-  }
-
- private:
-  std::map<std::string, size_t> exact_;
-  std::map<std::u32string, size_t> folded_;
-};
 
 void Refuse(PlatformServices& platform, std::string text) {
   platform.ShowMessage({std::move(text)});
@@ -69,16 +47,17 @@ std::u32string FoldedName(std::string_view name) {
   return characters;
 }
 
-const FileList::Entry* FindEntry(const FileList& list, std::string_view name) {
-  const auto& entries = list.entries;
-  const auto exact = std::find_if(entries.begin(), entries.end(),
-                                  [name](const auto& entry) { return entry.name == name; });
-  if (exact != entries.end()) return &*exact;
-  const std::u32string folded = FoldedName(name);
-  const auto found = std::find_if(entries.begin(), entries.end(), [&folded](const auto& entry) {
-    return FoldedName(entry.name) == folded;
-  });
-  return found == entries.end() ? nullptr : &*found;
+NameIndex::NameIndex(const FileList& list) {
+  for (size_t i = 0; i < list.entries.size(); ++i) {
+    exact_.emplace(list.entries[i].name, i);
+    folded_.emplace(FoldedName(list.entries[i].name), i);  // the first one stays
+  }
+}
+
+size_t NameIndex::Find(const std::string& name) const {
+  if (const auto found = exact_.find(name); found != exact_.end()) return found->second;
+  const auto found = folded_.find(FoldedName(name));
+  return found == folded_.end() ? std::string::npos : found->second;
 }
 
 bool CheckPairSelection(const FileSides& sides, PlatformServices& platform) {

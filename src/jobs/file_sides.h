@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,11 +27,21 @@ size_t SelectedCount(const FileList& list);
 // The folder, and behind it the selected file's name when exactly one is selected.
 NativePath PathTextOf(const FileSide& side);
 
-// The entry of a name: by exact spelling first, then the first one without regard to letter case.
-const FileList::Entry* FindEntry(const FileList& list, std::string_view name);
-
 // A name in which letter case does not count.
 std::u32string FoldedName(std::string_view name);
+
+// Finds many names in one list without walking it for each: by exact spelling first, then the
+// first one without regard to letter case.
+class NameIndex {
+ public:
+  explicit NameIndex(const FileList& list);
+  // The entry's index in the list, or npos.
+  size_t Find(const std::string& name) const;
+
+ private:
+  std::map<std::string, size_t> exact_;
+  std::map<std::u32string, size_t> folded_;
+};
 
 // True when a text compare of the selected files may start; otherwise tells the user why not.
 bool CheckPairSelection(const FileSides& sides, PlatformServices& platform);

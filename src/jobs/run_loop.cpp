@@ -2,8 +2,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <map>
-#include <set>
 
 #include "compare/fixed_width.h"
 #include "compare/pair_driver.h"
@@ -86,17 +84,13 @@ class MultipleCompare {
  private:
   // A name without a namesake is looked for under its own spelling.
   void Pair() {
-    std::map<std::u32string, std::string> folded;
-    std::set<std::string> exact;
-    for (const FileList::Entry& entry : sides_[1].files.entries) {
-      exact.insert(entry.name);
-      folded.emplace(FoldedName(entry.name), entry.name);
-    }
+    const FileList& new_files = sides_[1].files;
+    const NameIndex index(new_files);
     for (const FileList::Entry& entry : sides_[0].files.entries) {
       if (!entry.selected) continue;
-      const auto namesake = folded.find(FoldedName(entry.name));
-      const bool same = exact.count(entry.name) > 0 || namesake == folded.end();
-      pairs_.emplace_back(entry.name, same ? entry.name : namesake->second);
+      const size_t found = index.Find(entry.name);
+      pairs_.emplace_back(entry.name,
+                          found == std::string::npos ? entry.name : new_files.entries[found].name);
     }
   }
 
