@@ -66,7 +66,8 @@ class PairCompare {
   bool ConvertInput(NativePath& path, const char* title);
   std::optional<InputFile> OpenInput(const NativePath& path, const char* title);
   bool CreateOutputs();
-  bool CreateOutput(const NativePath& path, const char* title, std::optional<OutputFile>& file);
+  bool CreateOutput(const NativePath& path, const char* title, std::optional<OutputFile>& file,
+                    Result<OutputFile> (*create)(const NativePath&) = OutputFile::Create);
   void CompareOpened(InputFile old_file, InputFile new_file);
   void WriteHeader(const LineRing& old_ring, const LineRing& new_ring);
   void WriteSummary();
@@ -172,7 +173,10 @@ std::optional<InputFile> PairCompare::OpenInput(const NativePath& path, const ch
 }
 
 bool PairCompare::CreateOutputs() {
-  return CreateOutput(job_.OutPath, "List Open Error", listing_) &&
+  // Most pairs of a multiple compare are equal; their listings need not be made to be removed.
+  const auto create =
+      options_.drop_unchanged_listing ? OutputFile::CreateWhenNeeded : OutputFile::Create;
+  return CreateOutput(job_.OutPath, "List Open Error", listing_, create) &&
          (!job_.OptSbnList ||
           CreateOutput(job_.SbnPath, "Sbn List Open Error", sides_.difference_file)) &&
          (!job_.OptMrgSrc ||
@@ -180,8 +184,9 @@ bool PairCompare::CreateOutputs() {
 }
 
 bool PairCompare::CreateOutput(const NativePath& path, const char* title,
-                               std::optional<OutputFile>& file) {
-  Result<OutputFile> created = OutputFile::Create(path);
+                               std::optional<OutputFile>& file,
+                               Result<OutputFile> (*create)(const NativePath&)) {
+  Result<OutputFile> created = create(path);
   if (!created.ok()) return FailToOpen(title, "OUTPUT:", created.error(), path);
   file = std::move(created.value());
   return true;

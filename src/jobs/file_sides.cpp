@@ -104,12 +104,20 @@ void SelectNamesakes(const FileList& from, FileList& to) {
 }
 
 void SelectAllNamesakes(FileSides& sides) {
-  const NameIndex index(sides[1].files);
-  for (FileList::Entry& entry : sides[1].files.entries) entry.selected = false;
-  for (FileList::Entry& entry : sides[0].files.entries) {
-    const size_t found = index.Find(entry.name);
-    entry.selected = found != std::string::npos;
-    if (entry.selected) sides[1].files.entries[found].selected = true;
+  FileList& new_files = sides[1].files;
+  const NameIndex index(new_files);
+  for (FileList::Entry& entry : new_files.entries) entry.selected = false;
+  const auto select = [&](FileList::Entry& entry, bool exact) {
+    const size_t found = entry.selected ? std::string::npos : index.Find(entry.name);
+    if (found == std::string::npos || new_files.entries[found].selected) return;
+    if (exact && new_files.entries[found].name != entry.name) return;
+    entry.selected = true;
+    new_files.entries[found].selected = true;
+  };
+  for (FileList::Entry& entry : sides[0].files.entries) entry.selected = false;
+  // A new file has one partner, and the one of its own spelling comes first.
+  for (const bool exact : {true, false}) {
+    for (FileList::Entry& entry : sides[0].files.entries) select(entry, exact);
   }
 }
 

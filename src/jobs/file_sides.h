@@ -52,7 +52,8 @@ bool CheckSameNames(const FileSides& sides, PlatformServices& platform);
 
 // Selects in `to` the namesakes of what is selected in `from`, and nothing else.
 void SelectNamesakes(const FileList& from, FileList& to);
-// Selects every entry that has a namesake on the other side, and nothing else.
+// Selects every old entry that has a namesake of its own on the new side, and that namesake, and
+// nothing else.
 void SelectAllNamesakes(FileSides& sides);
 
 // The entries of a side's file-type filter list.

@@ -188,24 +188,48 @@ Result<size_t> InputFile::Read(char* buffer, size_t capacity) {
   return static_cast<size_t>(count);
 }
 
-Result<OutputFile> OutputFile::Open(const NativePath& path, int flags, unsigned mode) {
+Result<FileDescriptor> OutputFile::Open(const NativePath& path, int flags, unsigned mode) {
   FileDescriptor descriptor(
       ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY | flags, mode));
   if (!descriptor.is_open()) return LastError();
-  return OutputFile(path, std::move(descriptor));
+  return descriptor;
+}
+
+Result<OutputFile> OutputFile::Make(const NativePath& path, Result<FileDescriptor> descriptor) {
+  if (!descriptor.ok()) return descriptor.error();
+  return OutputFile(path, std::move(descriptor.value()));
 }
 
 Result<OutputFile> OutputFile::Create(const NativePath& path) {
-  return Open(path, O_TRUNC, 0666);
+  return Make(path, Open(path, O_TRUNC, 0666));
+}
+
+Result<OutputFile> OutputFile::CreateWhenNeeded(const NativePath& path) {
+  struct stat status {};
+  const bool is_new = lstat(path.c_str(), &status) != 0 && errno == ENOENT;
+  if (!is_new || access(DirOf(path).c_str(), W_OK | X_OK) != 0) return Create(path);
+  OutputFile file(path, FileDescriptor());
+  file.is_waiting_ = true;
+  return file;
 }
 
 Result<OutputFile> OutputFile::Append(const NativePath& path) {
-  return Open(path, O_APPEND, 0666);
+  return Make(path, Open(path, O_APPEND, 0666));
 }
 
 Result<OutputFile> OutputFile::CreateTemporary(const NativePath& path) {
   if (unlink(path.c_str()) != 0 && errno != ENOENT) return LastError();
-  return Open(path, O_EXCL | O_NOFOLLOW, 0600);
+  return Make(path, Open(path, O_EXCL | O_NOFOLLOW, 0600));
+}
+
+void OutputFile::CreateNow() {
+  is_waiting_ = false;
+  Result<FileDescriptor> descriptor = Open(path_, O_TRUNC, 0666);
+  if (descriptor.ok()) {
+    descriptor_ = std::move(descriptor.value());
+  } else {
+    failure_ = descriptor.error();
+  }
 }
 
 void OutputFile::Buffer(std::string_view bytes) {
@@ -224,6 +248,7 @@ void OutputFile::WriteThrough(std::string_view bytes) {
 }
 
 void OutputFile::WriteAll(std::string_view bytes) {
+  if (is_waiting_) CreateNow();
   if (!failure_) failure_ = ledrix::WriteAll(descriptor_, bytes);
 }
 
@@ -233,7 +258,7 @@ void OutputFile::Flush() {
 }
 
 Status OutputFile::Close() {
-  if (descriptor_.is_open()) {
+  if (is_waiting_ || descriptor_.is_open()) {
     Flush();
     const Status closed = descriptor_.Close();
     if (!failure_) failure_ = closed;
@@ -244,6 +269,7 @@ Status OutputFile::Close() {
 void OutputFile::Discard() {
   descriptor_.Close();
   used_ = 0;
+  if (std::exchange(is_waiting_, false)) return;
   // Through a link the file itself is removed and not the link.
   struct stat status {};
   if (lstat(path_.c_str(), &status) != 0) return;

@@ -130,6 +130,9 @@ class OutputFile {
  public:
   // Creates the file or empties an existing one.
   static Result<OutputFile> Create(const NativePath& path);
+  // The same for a file that may be discarded unwritten: one that can be expected to succeed is
+  // created only when its first bytes leave the buffer, at the latest when it is closed.
+  static Result<OutputFile> CreateWhenNeeded(const NativePath& path);
   // Creates the file or writes behind the end of an existing one.
   static Result<OutputFile> Append(const NativePath& path);
   // Creates a file that only this user may read, in place of a file or link that stands there; a
@@ -160,16 +163,19 @@ class OutputFile {
  private:
   static constexpr size_t kBufferSize = size_t{1} << 16;
 
-  static Result<OutputFile> Open(const NativePath& path, int flags, unsigned mode);
+  static Result<FileDescriptor> Open(const NativePath& path, int flags, unsigned mode);
+  static Result<OutputFile> Make(const NativePath& path, Result<FileDescriptor> descriptor);
   OutputFile(NativePath path, FileDescriptor descriptor)
       : path_(std::move(path)), descriptor_(std::move(descriptor)) {}
   void Buffer(std::string_view bytes);
   void WriteThrough(std::string_view bytes);
   void WriteAll(std::string_view bytes);
   void Flush();
+  void CreateNow();
 
   NativePath path_;
   FileDescriptor descriptor_;
+  bool is_waiting_ = false;  // not yet created
   std::unique_ptr<char[]> buffer_{new char[kBufferSize]};
   size_t used_ = 0;
   Status failure_ = kNoError;

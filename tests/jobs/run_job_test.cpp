@@ -73,6 +73,10 @@ TEST(FileSides, SelectNamesakesAndReadFilters) {
   EXPECT_EQ(selected(sides[1].files), (Texts{"a", "B", "b"}));
   SelectAllNamesakes(sides);
   EXPECT_EQ(selected(sides[0].files), (Texts{"A", "b", "B"}));
+  sides[0].files = List("a A b B");
+  sides[1].files = List("A b");
+  SelectAllNamesakes(sides);
+  EXPECT_EQ(selected(sides[0].files), (Texts{"A", "b"}));
 
   OptionRecord options;
   options.FPatternTtl[1] = "  ";

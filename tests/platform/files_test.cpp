@@ -37,6 +37,38 @@ TEST(OutputFile, WritesTextsOfEverySizeInOrder) {
   EXPECT_FALSE(FileExists(folder.At("out")));
 }
 
+TEST(OutputFile, MayWaitForItsFirstBytes) {
+  const TempFolder folder;
+  const auto make = [&](const char* name) {
+    return std::move(OutputFile::CreateWhenNeeded(folder.At(name)).value());
+  };
+  OutputFile dropped = make("dropped");
+  dropped.Write("text");
+  EXPECT_FALSE(FileExists(folder.At("dropped")));
+  folder.Write("dropped", "made by somebody else");
+  dropped.Discard();
+  EXPECT_FALSE(dropped.Close());
+  EXPECT_EQ(test::ReadFile(folder.At("dropped")), "made by somebody else");
+
+  OutputFile kept = make("kept");
+  EXPECT_FALSE(kept.Close());
+  EXPECT_EQ(test::ReadFile(folder.At("kept")), "");
+
+  const std::string text(200000, 'x');
+  OutputFile large = make("large");
+  large.Write(text);
+  EXPECT_TRUE(FileExists(folder.At("large")));
+  EXPECT_FALSE(large.Close());
+  EXPECT_TRUE(test::ReadFile(folder.At("large")) == text);
+
+  OutputFile replaced = make("large");
+  EXPECT_EQ(test::ReadFile(folder.At("large")), "");
+  replaced.Discard();
+  EXPECT_FALSE(FileExists(folder.At("large")));
+
+  EXPECT_FALSE(OutputFile::CreateWhenNeeded(folder.At("none/x")).ok());
+}
+
 TEST(InputFile, RefusesWhatIsNoFile) {
   const TempFolder folder;
   struct Case {
