@@ -153,6 +153,7 @@ Status ReadWithConversion(RunServices& services, const std::vector<NativePath>& 
   if (services.options().CharsetCode.empty()) return kNoError;
   Result<InputFile> file = InputFile::Open(path);
   if (!file.ok()) return file.error();
+  services.platform().YieldBetweenBlocks(file.value());
   return Conversion(services, inputs, path, file.value()).Run();
 }
 

@@ -167,7 +167,10 @@ bool PairCompare::ConvertInput(NativePath& path, const char* title) {
 
 std::optional<InputFile> PairCompare::OpenInput(const NativePath& path, const char* title) {
   Result<InputFile> file = both_regular_ ? InputFile::OpenRegular(path) : InputFile::Open(path);
-  if (file.ok()) return std::move(file.value());
+  if (file.ok()) {
+    services_.platform().YieldBetweenBlocks(file.value());
+    return std::move(file.value());
+  }
   FailToOpen(title, "INFILE:", file.error(), path);
   return std::nullopt;
 }
@@ -189,6 +192,7 @@ bool PairCompare::CreateOutput(const NativePath& path, const char* title,
   Result<OutputFile> created = create(path);
   if (!created.ok()) return FailToOpen(title, "OUTPUT:", created.error(), path);
   file = std::move(created.value());
+  services_.platform().YieldBetweenBlocks(*file);
   return true;
 }
 

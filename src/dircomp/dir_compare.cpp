@@ -74,8 +74,8 @@ class DirCompare {
     if (!Expand(new_, counts_.new_entries)) return;
     listing.WriteHeader(services_.platform().Now(), old_, new_);
     services_.SetMessage("SORT処理中 ...");
-    old_.SortByKey();
-    new_.SortByKey();
+    old_.SortByKey(go_on_);
+    new_.SortByKey(go_on_);
     services_.SetMessage(services_.message_text() + "\r\nﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ 処理中...");
     Merge(listing);
     if (!job_.StopRequested) listing.WriteSummary(counts_, range_);
@@ -84,9 +84,9 @@ class DirCompare {
   bool Expand(DirSide& side, int64_t& count) {
     const OptionRecord& options = services_.options();
     const KeyRules rules{range_, options.DCompBinary == 0, options.DCompKana == 0};
-    const std::optional<std::string> failed = side.Expand(rules, type_filter_);
+    const std::optional<std::string> failed = side.Expand(rules, type_filter_, go_on_);
     count = static_cast<int64_t>(side.entries().size());
-    if (!failed) return true;
+    if (!failed) return !job_.StopRequested;
     services_.platform().ReportTrouble(*failed);
     services_.NoteEnd(JobEnd::kTrouble);
     return false;
@@ -164,6 +164,7 @@ class DirCompare {
   JobRecord& job_;
   const CompareRange range_;
   const std::string_view type_filter_;
+  const GoOn go_on_ = [this] { return !services_.YieldAndAskStop(); };
   DirSide old_;
   DirSide new_;
   std::optional<OutputFile> file_;

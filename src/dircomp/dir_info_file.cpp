@@ -68,6 +68,7 @@ void DirEditJob(RunServices& services) {
   int64_t count = 0;
   TreeVisitor visitor;
   visitor.enter_folder = [&services] { return !services.YieldAndAskStop(); };
+  visitor.read_entry = [&services] { services.platform().YieldToUi(); };
   visitor.visit_file = [&](const FileRecord& record) {
     WriteRecord(file, record);
     ++count;

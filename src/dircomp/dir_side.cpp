@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "dircomp/dir_info_file.h"
-#include "dircomp/qsort.h"
 #include "dircomp/tree_walk.h"
 #include "jobs/name_pattern.h"
 #include "platform/code_page_932.h"
@@ -83,17 +82,18 @@ Status DirSide::Open() {
   return kNoError;
 }
 
-std::optional<std::string> DirSide::Expand(const KeyRules& rules, std::string_view type_filter) {
+std::optional<std::string> DirSide::Expand(const KeyRules& rules, std::string_view type_filter,
+                                           const GoOn& go_on) {
   if (type_filter != "*.*") type_filter_.emplace(type_filter, LetterCase::kRespect);
-  return is_info_file_ ? ExpandFile(rules) : ExpandTree(rules);
+  return is_info_file_ ? ExpandFile(rules, go_on) : ExpandTree(rules, go_on);
 }
 
-std::optional<std::string> DirSide::ExpandFile(const KeyRules& rules) {
+std::optional<std::string> DirSide::ExpandFile(const KeyRules& rules, const GoOn& go_on) {
   DirInfoReader reader(std::move(*file_));
   root_name_ = reader.ReadRootName();
   display_root_ = DisplayRoot(root_name_);
   FileRecord record;
-  while (true) {
+  while (go_on()) {
     switch (reader.Next(record)) {
       case DirInfoReader::Outcome::kRecord:
         Add(record, rules);
@@ -106,12 +106,15 @@ std::optional<std::string> DirSide::ExpandFile(const KeyRules& rules) {
                ": ﾃﾞｨﾚｸﾄﾘ情報の行ではありません";
     }
   }
+  return std::nullopt;
 }
 
-std::optional<std::string> DirSide::ExpandTree(const KeyRules& rules) {
+std::optional<std::string> DirSide::ExpandTree(const KeyRules& rules, const GoOn& go_on) {
   root_name_ = RootName(path_);
   display_root_ = DisplayRoot(root_name_);
   TreeVisitor visitor;
+  visitor.enter_folder = go_on;
+  visitor.read_entry = [&go_on] { (void)go_on(); };
   visitor.visit_file = [&](const FileRecord& record) { Add(record, rules); };
   const std::optional<WalkError> failed = WalkTree(path_, visitor);
   if (!failed) return std::nullopt;
@@ -134,11 +137,11 @@ std::string_view DirSide::Keep(std::string_view bytes) {
   return {place, bytes.size()};
 }
 
-void DirSide::SortByKey() {
+void DirSide::SortByKey(const GoOn& go_on) {
   // Position 0 is an empty key that stands for no entry.
   std::vector<QSort::SortItem> items(entries_.size() + 1);
   for (size_t i = 0; i < entries_.size(); ++i) items[i + 1] = {entries_[i].key, i};
-  QSort::Sort(items);
+  if (!QSort::Sort(items, go_on)) return;
   std::vector<DirEntry> sorted;
   sorted.reserve(entries_.size());
   for (size_t i = 1; i < items.size(); ++i) sorted.push_back(entries_[items[i].entry]);

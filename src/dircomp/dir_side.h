@@ -9,6 +9,7 @@
 
 #include "compare/text_arena.h"
 #include "dircomp/dir_entry.h"
+#include "dircomp/qsort.h"
 #include "jobs/name_pattern.h"
 #include "jobs/run_services.h"
 #include "platform/files.h"
@@ -48,15 +49,17 @@ class DirSide {
   [[nodiscard]] Status Open();
 
   // Reads every entry whose name passes the type filter ("*.*", or patterns joined by ";" in which
-  // letter case counts). Returns what went wrong, as a line for stderr. REQUIRES: Open() succeeded.
-  std::optional<std::string> Expand(const KeyRules& rules, std::string_view type_filter);
+  // letter case counts). Asks `go_on` now and then and ends when it says no. Returns what went
+  // wrong, as a line for stderr. REQUIRES: Open() succeeded.
+  std::optional<std::string> Expand(const KeyRules& rules, std::string_view type_filter,
+                                    const GoOn& go_on);
 
-  // Sorts the entries by key.
-  void SortByKey();
+  // Sorts the entries by key, unless `go_on` says no meanwhile.
+  void SortByKey(const GoOn& go_on);
 
  private:
-  std::optional<std::string> ExpandFile(const KeyRules& rules);
-  std::optional<std::string> ExpandTree(const KeyRules& rules);
+  std::optional<std::string> ExpandFile(const KeyRules& rules, const GoOn& go_on);
+  std::optional<std::string> ExpandTree(const KeyRules& rules, const GoOn& go_on);
   void Add(const FileRecord& record, const KeyRules& rules);
   std::string_view Keep(std::string_view bytes);
 

@@ -92,12 +92,13 @@ int CompareKeys(std::string_view a, std::string_view b) {
   return order == 0 ? 0 : order > 0 ? 1 : -1;
 }
 
-void Sort(std::vector<SortItem>& sorted) {
+bool Sort(std::vector<SortItem>& sorted, const GoOn& go_on) {
   std::vector<PrefixedItem> items = WithPrefixes(sorted);
   // The two parts of a range do not touch each other, so they may be sorted in any order; the
   // larger waits, which keeps the stack short.
   std::vector<Range> waiting = {{0, static_cast<Position>(items.size()) - 1}};
   while (!waiting.empty()) {
+    if (!go_on()) return false;
     Range range = waiting.back();
     waiting.pop_back();
     while (range.low < range.high) {
@@ -111,6 +112,7 @@ void Sort(std::vector<SortItem>& sorted) {
     }
   }
   for (size_t i = 0; i < items.size(); ++i) sorted[i] = items[i].item;
+  return true;
 }
 
 }  // namespace ledrix::QSort

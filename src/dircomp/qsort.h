@@ -11,8 +11,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string_view>
 #include <vector>
+
+namespace ledrix {
+
+// Tells a long piece of work whether to go on.
+using GoOn = std::function<bool()>;
+
+}  // namespace ledrix
 
 namespace ledrix::QSort {
 
@@ -27,7 +35,9 @@ struct SortItem {
 };
 
 // Sorts the positions 0 to size - 1. The depth of the stack does not grow with the number of equal
-// keys, nor does the time with its square.
-void Sort(std::vector<SortItem>& items);
+// keys, nor does the time with its square. Returns false when `go_on`, asked now and then, said no
+// and nothing was sorted.
+bool Sort(
+    std::vector<SortItem>& items, const GoOn& go_on = [] { return true; });
 
 }  // namespace ledrix::QSort

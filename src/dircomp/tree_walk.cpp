@@ -23,7 +23,7 @@ class Walk {
  private:
   void VisitFolder(const NativePath& path, const std::string& folder, bool behind_link) {
     if (!visitor_.enter_folder()) return;
-    const Result<std::vector<FolderEntry>> entries = ReadFolder(path);
+    const Result<std::vector<FolderEntry>> entries = ReadFolder(path, visitor_.read_entry);
     if (!entries.ok()) {
       error_ = WalkError{path, entries.error()};
       return;

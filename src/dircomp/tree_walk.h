@@ -21,6 +21,8 @@ struct WalkError {
 struct TreeVisitor {
   // Asked when a folder is entered; false leaves the folder out.
   std::function<bool()> enter_folder = [] { return true; };
+  // Between the entries of a folder that is being read.
+  std::function<void()> read_entry = [] {};
   // Each regular file, links to one included. Pipes, sockets and devices are passed over.
   std::function<void(const FileRecord&)> visit_file;
   // When a folder has been walked to its end.

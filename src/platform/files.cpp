@@ -183,6 +183,7 @@ Result<InputFile> InputFile::OpenRegular(const NativePath& path) {
 }
 
 Result<size_t> InputFile::Read(char* buffer, size_t capacity) {
+  if (on_block_) on_block_();
   const ssize_t count = read(descriptor_.number(), buffer, capacity);
   if (count < 0) return LastError();
   return static_cast<size_t>(count);
@@ -240,6 +241,7 @@ void OutputFile::Buffer(std::string_view bytes) {
 
 void OutputFile::WriteThrough(std::string_view bytes) {
   Flush();
+  if (on_block_) on_block_();
   if (bytes.size() <= kBufferSize) {
     Buffer(bytes);
   } else {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
@@ -100,6 +101,9 @@ class FileDescriptor {
   int number_ = -1;
 };
 
+// Work to be done between the blocks of a file; none when empty.
+using BlockHook = std::function<void()>;
+
 // A file open for reading, block by block. A file that shrinks meanwhile ends early.
 class InputFile {
  public:
@@ -115,12 +119,16 @@ class InputFile {
   // pipe with the error EINTR, here and when a file is opened or written.
   Result<size_t> Read(char* buffer, size_t capacity);
 
+  // `hook` is called before every block that is read: a line may be as long as the file.
+  void OnBlock(BlockHook hook) { on_block_ = std::move(hook); }
+
  private:
   InputFile(FileDescriptor descriptor, FileInfo info)
       : descriptor_(std::move(descriptor)), info_(info) {}
 
   FileDescriptor descriptor_;
   FileInfo info_;
+  BlockHook on_block_;
 };
 
 // A file open for writing through a buffer. The first failure is kept and makes all that follows
@@ -157,6 +165,9 @@ class OutputFile {
   // Writes what is buffered, closes and returns the first failure of all.
   Status Close();
 
+  // `hook` is called after every block that is written but the last.
+  void OnBlock(BlockHook hook) { on_block_ = std::move(hook); }
+
   // Closes without regard to failures and removes the file if it is a regular one.
   void Discard();
 
@@ -179,6 +190,7 @@ class OutputFile {
   std::unique_ptr<char[]> buffer_{new char[kBufferSize]};
   size_t used_ = 0;
   Status failure_ = kNoError;
+  BlockHook on_block_;
 };
 
 }  // namespace ledrix

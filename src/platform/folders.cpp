@@ -37,7 +37,8 @@ Result<std::optional<FolderEntry>> LookAt(int folder, const dirent& entry) {
 
 }  // namespace
 
-Result<std::vector<FolderEntry>> ReadFolder(const NativePath& folder) {
+Result<std::vector<FolderEntry>> ReadFolder(const NativePath& folder,
+                                            const std::function<void()>& on_entry) {
   const std::unique_ptr<DIR, CloseFolder> open_folder(opendir(folder.c_str()));
   if (open_folder == nullptr) return Error::System(errno);
   std::vector<FolderEntry> entries;
@@ -48,6 +49,7 @@ Result<std::vector<FolderEntry>> ReadFolder(const NativePath& folder) {
     if (entry == nullptr) break;
     const std::string_view name = entry->d_name;
     if (name == "." || name == "..") continue;
+    on_entry();
     Result<std::optional<FolderEntry>> found = LookAt(dirfd(open_folder.get()), *entry);
     if (!found.ok()) return found.error();
     if (found.value()) entries.push_back(std::move(*found.value()));

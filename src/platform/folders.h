@@ -1,6 +1,7 @@
 // The entries of a folder, for lists and for walks through a tree.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,8 @@ struct FolderEntry {
 
 // Every entry but "." and "..", hidden ones included, in byte order of their names. A link to
 // nothing is left out: there is no file. Fails as a whole when the folder or one of its files
-// cannot be looked at.
-Result<std::vector<FolderEntry>> ReadFolder(const NativePath& folder);
+// cannot be looked at. `on_entry` is called between the entries, of which there may be many.
+Result<std::vector<FolderEntry>> ReadFolder(
+    const NativePath& folder, const std::function<void()>& on_entry = [] {});
 
 }  // namespace ledrix

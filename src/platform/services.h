@@ -42,6 +42,12 @@ class PlatformServices {
   // of work, so it must cost next to nothing.
   virtual void YieldToUi() {}
 
+  // Yields between the blocks of a file. The file must not outlive this object.
+  template <class File>
+  void YieldBetweenBlocks(File& file) {
+    file.OnBlock([this] { YieldToUi(); });
+  }
+
   virtual LocalTime Now() { return SystemNow(); }
 
   // Told before a temporary file gets its first byte and after it was removed, so that a program

@@ -9,6 +9,7 @@ Result<int64_t> CountFileLines(RunServices& services, const NativePath& path) {
   constexpr size_t kBlockSize = size_t{1} << 17;
   Result<InputFile> file = InputFile::Open(path);
   if (!file.ok()) return file.error();
+  services.platform().YieldBetweenBlocks(file.value());
   const auto buffer = std::make_unique_for_overwrite<char[]>(kBlockSize);
   int64_t count = 0;
   bool in_line = false;       // bytes of a line that has not ended yet were read
