@@ -6,8 +6,9 @@
 #include <unistd.h>
 
 #include <QApplication>
-#include <QMessageBox>
 #include <cstdlib>
+
+#include "ui/window_platform.h"
 
 namespace ledrix {
 namespace {
@@ -45,33 +46,13 @@ bool DisplayAnswers() {
          WEXITSTATUS(status) == 0;
 }
 
-QMessageBox::Icon ToIcon(MessageIcon icon) {
-  switch (icon) {
-    case MessageIcon::kQuestion:
-      return QMessageBox::Question;
-    case MessageIcon::kInformation:
-      return QMessageBox::Information;
-    case MessageIcon::kExclamation:
-      break;
-  }
-  return QMessageBox::Warning;
-}
-
-QString BoxText(const std::string& text) {
-  QString lines = QString::fromStdString(text);
-  lines.replace("\r\n", "\n");
-  return lines.replace('\r', '\n');
-}
-
 }  // namespace
 
 MessageAnswer BatchPlatform::ShowMessage(const Message& message) {
   const MessageAnswer answer = ConsolePlatform::ShowMessage(message);
   if (isatty(STDERR_FILENO) == 1 || !DisplayAnswers()) return answer;
   MakeApplication();
-  QMessageBox box(ToIcon(message.icon), QString::fromStdString(message.title),
-                  BoxText(message.text), QMessageBox::Ok);
-  box.exec();
+  ShowMessageBox({message.text, message.title, message.icon});
   return answer;
 }
 
