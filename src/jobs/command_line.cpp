@@ -1,6 +1,7 @@
 #include "jobs/command_line.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "settings/option_draft.h"
 #include "settings/option_record.h"
@@ -30,12 +31,19 @@ CommandLineArgs ReadTokens(const std::vector<std::string>& tokens) {
                                  {"/new", args.new_path},
                                  {"/out", args.output_path},
                                  {"/lst", args.list_value}};
+  bool is_value = false;  // the token stands behind a keyword that takes one
   for (size_t i = 0; i < tokens.size(); ++i) {
+    const bool was_value = std::exchange(is_value, false);
     for (const ValueKeyword& value : values) {
-      if (IsKeyword(tokens[i], value.keyword) && i + 1 < tokens.size()) value.value = tokens[i + 1];
+      if (!IsKeyword(tokens[i], value.keyword)) continue;
+      is_value = true;
+      if (i + 1 < tokens.size()) value.value = tokens[i + 1];
     }
-    if (IsKeyword(tokens[i], "/Dm")) args.merge_marks = true;
-    if (IsKeyword(tokens[i], "/Dg")) args.debug_log = true;
+    const bool is_marks = IsKeyword(tokens[i], "/Dm");
+    const bool is_debug = IsKeyword(tokens[i], "/Dg");
+    args.merge_marks = args.merge_marks || is_marks;
+    args.debug_log = args.debug_log || is_debug;
+    if (!was_value && !is_value && !is_marks && !is_debug) args.others.push_back(tokens[i]);
   }
   return args;
 }

@@ -11,8 +11,9 @@ namespace ledrix {
 struct CommandLineArgs {
   std::string old_path;
   std::string new_path;
-  std::string output_path;  // the listing itself, not a folder
-  std::string list_value;   // accepted, read by nothing
+  std::string output_path;          // the listing itself, not a folder
+  std::string list_value;           // accepted, read by nothing
+  std::vector<std::string> others;  // what is neither a keyword nor the value of one
   bool merge_marks = false;
   bool debug_log = false;
 

@@ -38,7 +38,8 @@ Result<std::optional<FolderEntry>> LookAt(int folder, const dirent& entry) {
 }  // namespace
 
 Result<std::vector<FolderEntry>> ReadFolder(const NativePath& folder,
-                                            const std::function<void()>& on_entry) {
+                                            const std::function<void()>& on_entry,
+                                            BadEntry bad_entry) {
   const std::unique_ptr<DIR, CloseFolder> open_folder(opendir(folder.c_str()));
   if (open_folder == nullptr) return Error::System(errno);
   std::vector<FolderEntry> entries;
@@ -51,8 +52,8 @@ Result<std::vector<FolderEntry>> ReadFolder(const NativePath& folder,
     if (name == "." || name == "..") continue;
     on_entry();
     Result<std::optional<FolderEntry>> found = LookAt(dirfd(open_folder.get()), *entry);
-    if (!found.ok()) return found.error();
-    if (found.value()) entries.push_back(std::move(*found.value()));
+    if (!found.ok() && bad_entry == BadEntry::kEndsReading) return found.error();
+    if (found.ok() && found.value()) entries.push_back(std::move(*found.value()));
   }
   std::sort(entries.begin(), entries.end(),
             [](const FolderEntry& a, const FolderEntry& b) { return a.name < b.name; });

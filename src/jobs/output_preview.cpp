@@ -1,0 +1,40 @@
+#include "jobs/output_preview.h"
+
+namespace ledrix {
+namespace {
+
+// Where the path begins in an entry of the result list.
+constexpr size_t kPathStart = 14;
+
+bool IsPathEntry(const std::string& entry) {
+  return entry.size() > kPathStart && entry[0] == '(';
+}
+
+}  // namespace
+
+std::string OutputPreview(const OptionRecord& options, JobRecord& job, const FileSides& sides) {
+  const bool by_new = job.OutputDirMode == OutputDirMode::kNewDir;
+  const bool beside = by_new || job.OutputDirMode == OutputDirMode::kOldDir;
+  const FileSide& side = sides[by_new ? 1 : 0];
+  const std::string name = SelectedCount(side.files) == 1
+                               ? SelectedFileName(side.files)
+                               : std::string(by_new ? " <New File Name> " : " <Old File Name> ");
+  if (beside) job.ElseOutputDir = AddBackslash(side.folder);
+  const NativePath preview =
+      beside ? MakeOutputNames(options, job, AddBackslash(sides[0].folder) + name,
+                               AddBackslash(sides[1].folder) + name)
+             : MakeOutputNames(options, job, NativePath(name), NativePath());
+  std::string text = " LIST=" + PathToUtf8(preview);
+  if (job.OptSbnList) text += " / Sbn List";
+  if (job.OptCsvList) text += " / Csv List";
+  if (job.OptMrgSrc) text += " / Mrg Src";
+  return text;
+}
+
+NativePath OutputOfEntry(const std::vector<std::string>& entries, size_t index) {
+  if (index >= entries.size()) return {};
+  if (!IsPathEntry(entries[index]) && index > 0) --index;
+  return IsPathEntry(entries[index]) ? NativePath(entries[index].substr(kPathStart)) : NativePath();
+}
+
+}  // namespace ledrix

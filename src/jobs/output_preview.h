@@ -1,0 +1,20 @@
+// What the main window tells of the next text compare's outputs.
+#pragma once
+
+#include <string>
+
+#include "jobs/file_sides.h"
+#include "jobs/run_services.h"
+
+namespace ledrix {
+
+// " LIST=" and the path of the listing that a compare of the two sides would write, then the
+// further outputs that are wanted. With the outputs beside a side's file, ElseOutputDir becomes
+// that side's folder.
+std::string OutputPreview(const OptionRecord& options, JobRecord& job, const FileSides& sides);
+
+// The path of the output that an entry of the result list tells of: of the entry itself when it
+// opens with "(", otherwise of the one above it. Empty when there is none.
+NativePath OutputOfEntry(const std::vector<std::string>& entries, size_t index);
+
+}  // namespace ledrix

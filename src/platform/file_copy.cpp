@@ -1,0 +1,72 @@
+#include "platform/file_copy.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "platform/files.h"
+
+namespace ledrix {
+namespace {
+
+Error LastError() {
+  return Error::System(errno);
+}
+
+Status CopyBytes(const FileDescriptor& from, const FileDescriptor& to,
+                 const std::function<void()>& on_block) {
+  constexpr size_t kBlockSize = size_t{1} << 18;
+  const auto buffer = std::make_unique_for_overwrite<char[]>(kBlockSize);
+  while (true) {
+    on_block();
+    const ssize_t size = read(from.number(), buffer.get(), kBlockSize);
+    if (size < 0) return LastError();
+    if (size == 0) return kNoError;
+    for (ssize_t done = 0; done < size;) {
+      const ssize_t count =
+          write(to.number(), buffer.get() + done, static_cast<size_t>(size - done));
+      if (count < 0) return LastError();
+      done += count;
+    }
+  }
+}
+
+Status CopyAttributes(const struct stat& status, const FileDescriptor& to) {
+  const timespec times[] = {status.st_atim, status.st_mtim};
+  if (fchmod(to.number(), status.st_mode & 0777) != 0) return LastError();
+  if (futimens(to.number(), times) != 0) return LastError();
+  return kNoError;
+}
+
+}  // namespace
+
+Status CopyFile(const NativePath& from, const NativePath& to,
+                const std::function<void()>& on_block) {
+  const FileDescriptor source(open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+  struct stat status {};
+  if (!source.is_open() || fstat(source.number(), &status) != 0) return LastError();
+  if (!S_ISREG(status.st_mode)) return Error{ErrorKind::kNotAFile};
+  struct stat target {};
+  if (stat(to.c_str(), &target) == 0) {
+    if (S_ISDIR(target.st_mode)) return Error{ErrorKind::kFolder};
+    const bool same = target.st_dev == status.st_dev && target.st_ino == status.st_ino;
+    if (same) return Error{ErrorKind::kInputAsOutput};
+  }
+  std::string temporary = to.bytes() + ".XXXXXX";
+  FileDescriptor copy(mkostemp(temporary.data(), O_CLOEXEC));
+  if (!copy.is_open()) return LastError();
+  Status failure = CopyBytes(source, copy, on_block);
+  if (!failure) failure = CopyAttributes(status, copy);
+  const Status closed = copy.Close();
+  if (!failure) failure = closed;
+  if (!failure && rename(temporary.c_str(), to.c_str()) != 0) failure = LastError();
+  if (failure) unlink(temporary.c_str());
+  return failure;
+}
+
+}  // namespace ledrix
