@@ -8,9 +8,10 @@
 #include <vector>
 
 #include "app/batch_platform.h"
+#include "app/display.h"
 #include "app/signals.h"
+#include "app/windows.h"
 #include "jobs/batch_compare.h"
-#include "platform/files.h"
 #include "platform/program_folder.h"
 #include "settings/settings_store.h"
 
@@ -21,13 +22,7 @@ constexpr int kTroubleStatus = static_cast<int>(JobEnd::kTrouble);
 
 int RunBatch(const CommandLineArgs& args) {
   OptionRecord options;
-  SettingsStore store(SettingsPath());
-  // Without a readable store every option has its default; that it is missing is nothing to tell.
-  const Status unread = store.Load();
-  if (unread && PathExists(SettingsPath())) {
-    PrintTrouble(kDesktopProgram, PathToUtf8(SettingsPath()) + ": " + DescribeError(*unread));
-  }
-  LoadOptions(store, options);
+  LoadOptions(LoadUserSettings(), options);
   JobRecord job;
   BatchPlatform platform(job);
   RunFrontEnd front_end;
@@ -36,13 +31,16 @@ int RunBatch(const CommandLineArgs& args) {
   return static_cast<int>(services.end());
 }
 
-int Run(const std::vector<std::string>& arguments) {
-  const CommandLineArgs args = ParseCommandLine(arguments);
+int Run(int argc, char** argv) {
+  const CommandLineArgs args = ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
   if (args.is_batch()) return RunBatch(args);
-  PrintTrouble(kDesktopProgram,
-               "ウィンドウはまだ有りません。ledrix /old 旧ファイル /new "
-               "新ファイル または ledrixc を使用してください");
-  return kTroubleStatus;
+  if (!DisplayAnswers()) {
+    PrintTrouble(kDesktopProgram,
+                 "画面が使えません。ledrix /old 旧ファイル /new "
+                 "新ファイル または ledrixc を使用してください");
+    return kTroubleStatus;
+  }
+  return RunWindows(args, argc, argv);
 }
 
 }  // namespace
@@ -52,7 +50,7 @@ int main(int argc, char** argv) {
   tzset();
   ledrix::InstallSignalHandlers();
   try {
-    return ledrix::Run(std::vector<std::string>(argv + 1, argv + argc));
+    return ledrix::Run(argc, argv);
   } catch (const std::bad_alloc&) {
     ledrix::PrintTrouble(ledrix::kDesktopProgram, "メモリが足りません");
   } catch (const std::exception& error) {

@@ -1,0 +1,102 @@
+#include "app/windows.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLibraryInfo>
+#include <QThread>
+#include <QTimer>
+#include <QTranslator>
+#include <memory>
+
+#include "app/batch_platform.h"
+#include "app/console_platform.h"
+#include "app/signals.h"
+#include "platform/files.h"
+#include "platform/program_folder.h"
+#include "settings/leading_number.h"
+#include "ui/desktop_actions.h"
+#include "ui/fonts.h"
+#include "ui/main_window.h"
+#include "ui/version_window.h"
+
+namespace ledrix {
+namespace {
+
+constexpr qint64 kSplashMilliseconds = 1500;
+constexpr int kSignalPollMilliseconds = 200;
+
+// Keeps the temporary files known to the signal handlers.
+class DesktopPlatform : public WindowPlatform {
+ public:
+  void TemporaryFileMade(const NativePath& path) override { NoteTemporaryFile(path); }
+  void TemporaryFileGone(const NativePath& path) override { ForgetTemporaryFile(path); }
+};
+
+// Qt's own texts, such as those of its file dialog.
+void InstallTranslation(QApplication& application) {
+  static QTranslator translator;
+  if (translator.load("qtbase_ja", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    application.installTranslator(&translator);
+  }
+}
+
+void WaitForSplash(const QElapsedTimer& shown) {
+  while (shown.elapsed() <= kSplashMilliseconds) {
+    QCoreApplication::processEvents();
+    QThread::msleep(10);
+  }
+}
+
+}  // namespace
+
+SettingsStore LoadUserSettings() {
+  SettingsStore store(SettingsPath());
+  const Status unread = store.Load();
+  if (unread && PathExists(SettingsPath())) {
+    PrintTrouble(kDesktopProgram, PathToUtf8(SettingsPath()) + ": " + DescribeError(*unread));
+  }
+  return store;
+}
+
+int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("ledrix");
+  QApplication::setApplicationDisplayName("Ledrix");
+  InstallTranslation(application);
+  SubstituteFonts();
+
+  OptionRecord options;
+  JobRecord job;
+  job.MergeMarks = args.merge_marks;
+  job.DebugLog = args.debug_log;
+  SettingsStore store = LoadUserSettings();
+  DesktopPlatform platform;
+  DesktopActions actions;
+  std::unique_ptr<LedrixFv> splash;
+  QElapsedTimer shown;
+  if (LeadingNumber(store.ReadSetting("Settings", "VerDisp", "0")) == 0) {
+    splash = std::make_unique<LedrixFv>(LedrixFv::Use::kSplash, actions);
+    splash->show();
+    shown.start();
+    QCoreApplication::processEvents();
+  }
+  LedrixF0 window({options, job, store, platform, actions, ProgramFolder()});
+  if (args.others.size() == 2) {
+    for (int side = 0; side < 2; ++side) {
+      window.OpenOnSide(side, MakeAbsolute(NativePath(args.others[static_cast<size_t>(side)])));
+    }
+  }
+  if (splash) WaitForSplash(shown);
+  splash.reset();
+  window.show();
+  QTimer signal_poll;
+  QObject::connect(&signal_poll, &QTimer::timeout, &signal_poll, [&] {
+    if (!IsStopSignalled()) return;
+    job.StopRequested = true;
+    window.close();
+  });
+  signal_poll.start(kSignalPollMilliseconds);
+  return QApplication::exec();
+}
+
+}  // namespace ledrix

@@ -1,0 +1,449 @@
+#include "ui/file_frame.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDropEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QSplitter>
+#include <QToolButton>
+#include <QTreeView>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <set>
+
+#include "jobs/name_pattern.h"
+#include "ui/drives.h"
+#include "ui/folder_list.h"
+#include "ui/qt_text.h"
+
+namespace ledrix {
+namespace {
+
+// The file-type filter of an entry; "*.*" stands for every name, also one without a dot.
+class NameFilter {
+ public:
+  explicit NameFilter(const std::string& entry)
+      : patterns_(FilterPatterns(entry)), list_(patterns_, LetterCase::kIgnore) {
+    const std::vector<std::string> pieces = SplitAt(patterns_, ';');
+    takes_all_ = std::find(pieces.begin(), pieces.end(), "*.*") != pieces.end();
+  }
+  bool Takes(const FolderEntry& entry) const {
+    return entry.info.kind == FileKind::kRegular && (takes_all_ || list_.Matches(entry.name));
+  }
+
+ private:
+  std::string patterns_;
+  PatternList list_;
+  bool takes_all_ = false;
+};
+
+// The first local path of what is dragged; empty when it is no list of files.
+NativePath FirstPath(const QMimeData& data) {
+  for (const QUrl& url : data.urls()) {
+    if (!url.isLocalFile()) continue;
+    const QByteArray bytes = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toUtf8());
+    return NativePath(bytes.toStdString());
+  }
+  return {};
+}
+
+}  // namespace
+
+FileFrame::FileFrame(int side, const OptionRecord& options, PlatformServices& platform, Hooks hooks,
+                     QWidget* parent)
+    : QGroupBox(side == 0 ? "Old File " : "New File ", parent),
+      side_(side),
+      options_(options),
+      platform_(platform),
+      hooks_(std::move(hooks)) {
+  Build();
+  Connect();
+  AcceptDrops();
+  FillDrives();
+}
+
+FileFrame::~FileFrame() = default;
+
+void FileFrame::Build() {
+  const auto named = [this](QWidget* widget, const char* name) {
+    widget->setObjectName(QString(name) + QString::number(side_));
+  };
+  named(this, "FileFrame");
+  named(inTextFile = new QLineEdit, "inTextFile");
+  named(BtnDirOpen = new QToolButton, "BtnDirOpen");
+  BtnDirOpen->setToolTip("ｶﾚﾝﾄﾃﾞｨﾚｸﾄﾘの変更");
+  BtnDirOpen->setIcon(style()->standardIcon(QStyle::SP_DirOpenIcon));
+  named(inDrive = new QComboBox, "inDrive");
+  named(inDirBox = new FolderList, "inDirBox");
+  named(inCombo = new QComboBox, "inCombo");
+  named(inListView = new QTreeView, "inListView");
+  for (QComboBox* const box : {inDrive, inCombo}) {
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    box->setMinimumContentsLength(6);
+  }
+  splitter_ = new QSplitter(Qt::Horizontal);
+  splitter_->setOpaqueResize(false);
+  splitter_->setChildrenCollapsible(false);
+  splitter_->addWidget(BuildFolderPane());
+  splitter_->addWidget(BuildFilePane());
+  splitter_->setStretchFactor(0, 0);
+  splitter_->setStretchFactor(1, 1);
+
+  auto* const path_row = new QHBoxLayout;
+  path_row->addWidget(inTextFile, 1);
+  path_row->addWidget(BtnDirOpen);
+  auto* const rows = new QVBoxLayout(this);
+  rows->addLayout(path_row);
+  rows->addWidget(splitter_, 1);
+}
+
+QWidget* FileFrame::BuildFolderPane() {
+  auto* const pane = new QWidget;
+  auto* const rows = new QVBoxLayout(pane);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->addWidget(inDrive);
+  rows->addWidget(inDirBox, 1);
+  return pane;
+}
+
+QWidget* FileFrame::BuildFilePane() {
+  inListView->setModel(&table_);
+  inListView->setRootIsDecorated(false);
+  inListView->setUniformRowHeights(true);
+  inListView->setItemsExpandable(false);
+  inListView->setAllColumnsShowFocus(true);
+  inListView->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  inListView->setSelectionBehavior(QAbstractItemView::SelectRows);
+  inListView->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  inListView->header()->setSectionsClickable(true);
+  inListView->header()->setStretchLastSection(true);
+  inListView->header()->setSortIndicatorShown(false);
+  auto* const pane = new QWidget;
+  auto* const rows = new QVBoxLayout(pane);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->addWidget(inCombo);
+  rows->addWidget(inListView, 1);
+  return pane;
+}
+
+void FileFrame::Connect() {
+  inDirBox->OpensOnSingleClick([this] { return options_.DirBoxSClick == 1; });
+  inDirBox->OnOpen([this](const NativePath& folder, bool shift) {
+    const NativePath from = folder_;
+    OpenFolder(folder);
+    hooks_.folder_followed(from, folder_, shift);
+  });
+  connect(inDrive, &QComboBox::activated, this, [this](int index) { ChooseDrive(index); });
+  connect(inCombo, &QComboBox::activated, this, [this] { FillFiles(ReadOpenFolder()); });
+  connect(inTextFile, &QLineEdit::returnPressed, this, [this] {
+    const NativePath path = MakeAbsolute(ToNativePath(inTextFile->text().trimmed()));
+    if (GetFileInfo(path).ok()) OpenDropped(path);
+    UpdatePathText();
+  });
+  connect(inListView->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+    if (!quiet_) UpdatePathText();
+  });
+  connect(inListView, &QTreeView::doubleClicked, this, [this] { hooks_.file_activated(); });
+  connect(inListView->header(), &QHeaderView::sectionClicked, this, [this](int column) {
+    QHeaderView& header = *inListView->header();
+    const bool again = header.isSortIndicatorShown() && header.sortIndicatorSection() == column;
+    const bool down = again && header.sortIndicatorOrder() == Qt::AscendingOrder;
+    header.setSortIndicatorShown(true);
+    header.setSortIndicator(column, down ? Qt::DescendingOrder : Qt::AscendingOrder);
+    table_.sort(column, header.sortIndicatorOrder());
+  });
+  for (QAbstractItemView* const view :
+       {static_cast<QAbstractItemView*>(inDirBox), static_cast<QAbstractItemView*>(inListView)}) {
+    const auto& popup = view == inDirBox ? hooks_.folder_popup : hooks_.file_popup;
+    view->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(view, &QWidget::customContextMenuRequested, this,
+            [view, &popup](const QPoint& at) { popup(view->viewport()->mapToGlobal(at)); });
+  }
+  inListView->installEventFilter(this);
+}
+
+void FileFrame::AcceptDrops() {
+  QList<QWidget*> targets = {this, inDrive, inTextFile};
+  for (QAbstractItemView* const view :
+       {static_cast<QAbstractItemView*>(inDirBox), static_cast<QAbstractItemView*>(inListView)}) {
+    targets << view << view->viewport();
+  }
+  targets << inCombo;
+  for (QWidget* const target : targets) {
+    target->setAcceptDrops(true);
+    if (target != inListView) target->installEventFilter(this);
+  }
+}
+
+bool FileFrame::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::DragEnter:
+    case QEvent::DragMove: {
+      auto* const drag = static_cast<QDropEvent*>(event);
+      if (FirstPath(*drag->mimeData()).empty()) {
+        drag->ignore();
+      } else {
+        drag->setDropAction(Qt::CopyAction);
+        drag->accept();
+      }
+      return true;
+    }
+    case QEvent::Drop: {
+      auto* const drop = static_cast<QDropEvent*>(event);
+      const NativePath path = FirstPath(*drop->mimeData());
+      if (path.empty()) return true;
+      drop->setDropAction(Qt::CopyAction);
+      drop->accept();
+      OpenDropped(path);
+      return true;
+    }
+    case QEvent::KeyPress: {
+      auto* const key = static_cast<QKeyEvent*>(event);
+      if (watched != inListView) break;
+      if (HandleKey(key->key(), key->modifiers().testFlag(Qt::ControlModifier))) return true;
+      break;
+    }
+    default:
+      break;
+  }
+  return QGroupBox::eventFilter(watched, event);
+}
+
+bool FileFrame::HandleKey(int key, bool control) {
+  if (key == Qt::Key_Space) UpdatePathText();
+  if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    hooks_.file_activated();
+    return true;
+  }
+  if (!control) return false;
+  switch (key) {
+    case Qt::Key_A:
+      inListView->selectAll();
+      return true;
+    case Qt::Key_I:
+      InvertSelection();
+      return true;
+    case Qt::Key_R:
+      hooks_.refresh_wanted();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void FileFrame::OpenFolder(const NativePath& folder) {
+  NativePath existing = AddBackslash(folder);
+  while (!IsFolder(existing) && existing.bytes().size() > 1) {
+    existing = DirOf(StripBackslash(existing));
+  }
+  folder_ = existing;
+  std::vector<FolderEntry> entries = ReadOpenFolder();
+  std::vector<std::string> subfolders;
+  for (const FolderEntry& entry : entries) {
+    if (entry.info.kind == FileKind::kFolder) subfolders.push_back(entry.name);
+  }
+  inDirBox->SetFolders(folder_, subfolders);
+  ShowDrive();
+  FillFiles(std::move(entries));
+}
+
+std::vector<FolderEntry> FileFrame::ReadOpenFolder() {
+  Result<std::vector<FolderEntry>> entries = ReadFolder(
+      folder_, [] {}, BadEntry::kIsLeftOut);
+  if (entries.ok()) return std::move(entries.value());
+  platform_.ReportTrouble(PathToUtf8(folder_) + ": " + DescribeError(entries.error()));
+  return {};
+}
+
+void FileFrame::FillFiles(std::vector<FolderEntry> files) {
+  const NameFilter filter(filter_entry());
+  std::erase_if(files, [&](const FolderEntry& entry) { return !filter.Takes(entry); });
+  table_.SetFiles(std::move(files));
+  const QHeaderView& header = *inListView->header();
+  if (header.isSortIndicatorShown()) {
+    table_.sort(header.sortIndicatorSection(), header.sortIndicatorOrder());
+  }
+  UpdatePathText();
+}
+
+FileList FileFrame::FilesOf(const NativePath& folder) const {
+  const NameFilter filter(filter_entry());
+  FileList list;
+  const Result<std::vector<FolderEntry>> entries = ReadFolder(
+      folder, [] {}, BadEntry::kIsLeftOut);
+  if (!entries.ok()) return list;
+  for (const FolderEntry& entry : entries.value()) {
+    if (filter.Takes(entry)) list.entries.push_back({entry.name, false});
+  }
+  return list;
+}
+
+void FileFrame::Refresh() {
+  std::set<std::string> selected;
+  for (const FileList::Entry& entry : Snapshot().files.entries) {
+    if (entry.selected) selected.insert(entry.name);
+  }
+  FillDrives();
+  OpenFolder(folder_);
+  std::vector<bool> flags(static_cast<size_t>(table_.rows()));
+  for (int row = 0; row < table_.rows(); ++row) {
+    flags[static_cast<size_t>(row)] = selected.count(table_.NameAt(row)) > 0;
+  }
+  SelectRows(flags);
+}
+
+void FileFrame::OpenDropped(const NativePath& path) {
+  if (IsFolder(path)) {
+    OpenFolder(path);
+    return;
+  }
+  OpenFolder(DirOf(path));
+  int row = table_.RowOf(FileNameOf(path));
+  if (row < 0 && PathExists(path)) {
+    inCombo->setCurrentIndex(inCombo->count() - 1);  // the entry that shows every file
+    FillFiles(ReadOpenFolder());
+    row = table_.RowOf(FileNameOf(path));
+  }
+  if (row >= 0) inListView->setCurrentIndex(table_.index(row, 0));
+}
+
+NativePath FileFrame::HighlightedFolder() const {
+  return inDirBox->highlighted();
+}
+
+void FileFrame::FillDrives() {
+  drives_ = ListDrives();
+  const QSignalBlocker quiet(inDrive);
+  inDrive->clear();
+  for (const NativePath& drive : drives_) inDrive->addItem(ToQString(drive));
+  ShowDrive();
+}
+
+void FileFrame::ShowDrive() {
+  const int drive = DriveOf(drives_, folder_);
+  inDrive->setCurrentIndex(drive);
+  if (drive >= 0) drive_folders_[drives_[static_cast<size_t>(drive)].bytes()] = folder_;
+}
+
+void FileFrame::ChooseDrive(int index) {
+  if (index < 0 || index >= static_cast<int>(drives_.size())) return;
+  const NativePath drive = drives_[static_cast<size_t>(index)];
+  if (!ReadFolder(
+           drive, [] {}, BadEntry::kIsLeftOut)
+           .ok()) {
+    platform_.ShowMessage({PathToUtf8(StripBackslash(drive)) +
+                           " にアクセスできません  デバイスの準備ができていません"});
+    ShowDrive();
+    return;
+  }
+  const auto last = drive_folders_.find(drive.bytes());
+  OpenFolder(last == drive_folders_.end() ? drive : last->second);
+}
+
+void FileFrame::SetFilters(int selected) {
+  inCombo->clear();
+  for (const std::string& entry : FilterEntries(options_, side_))
+    inCombo->addItem(ToQString(entry));
+  inCombo->setCurrentIndex(selected >= 0 && selected < inCombo->count() ? selected : 0);
+}
+
+int FileFrame::filter_index() const {
+  return inCombo->currentIndex();
+}
+
+std::string FileFrame::filter_entry() const {
+  return ToUtf8(inCombo->currentText());
+}
+
+size_t FileFrame::selected_count() const {
+  int count = 0;
+  for (const QItemSelectionRange& range : inListView->selectionModel()->selection()) {
+    count += range.height();
+  }
+  return static_cast<size_t>(count);
+}
+
+FileSide FileFrame::Snapshot() const {
+  FileSide side{folder_, filter_entry(), {}};
+  side.files.entries.reserve(static_cast<size_t>(table_.rows()));
+  for (int row = 0; row < table_.rows(); ++row) {
+    side.files.entries.push_back({table_.NameAt(row), false});
+  }
+  for (const QItemSelectionRange& range : inListView->selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row) {
+      side.files.entries[static_cast<size_t>(row)].selected = true;
+    }
+  }
+  const QModelIndex current = inListView->currentIndex();
+  if (current.isValid()) side.files.current = static_cast<size_t>(current.row());
+  return side;
+}
+
+FileSide FileFrame::Brief() const {
+  FileSide side{folder_, filter_entry(), {}};
+  if (selected_count() != 1) return side;
+  const int row = inListView->selectionModel()->selection().first().top();
+  side.files.entries.push_back({table_.NameAt(row), true});
+  return side;
+}
+
+std::string FileFrame::CurrentName() const {
+  const QModelIndex current = inListView->currentIndex();
+  return current.isValid() ? table_.NameAt(current.row()) : std::string();
+}
+
+void FileFrame::Select(const FileList& list) {
+  std::vector<bool> flags;
+  flags.reserve(list.entries.size());
+  for (const FileList::Entry& entry : list.entries) flags.push_back(entry.selected);
+  SelectRows(flags);
+}
+
+void FileFrame::SelectRows(const std::vector<bool>& selected) {
+  QItemSelection selection;
+  const int rows = std::min(static_cast<int>(selected.size()), table_.rows());
+  for (int row = 0; row < rows; ++row) {
+    if (!selected[static_cast<size_t>(row)]) continue;
+    const int first = row;
+    while (row + 1 < rows && selected[static_cast<size_t>(row) + 1]) ++row;
+    selection.append(
+        QItemSelectionRange(table_.index(first, 0), table_.index(row, FileTable::kColumns - 1)));
+  }
+  quiet_ = true;
+  QItemSelectionModel& model = *inListView->selectionModel();
+  model.clearSelection();
+  model.select(selection, QItemSelectionModel::Select);
+  quiet_ = false;
+  UpdatePathText();
+}
+
+void FileFrame::InvertSelection() {
+  std::vector<bool> flags;
+  for (const FileList::Entry& entry : Snapshot().files.entries) flags.push_back(!entry.selected);
+  SelectRows(flags);
+}
+
+void FileFrame::ForgetIfGone(const std::string& name) {
+  const int row = table_.RowOf(name);
+  if (row >= 0 && !GetFileInfo(folder_ + name).ok()) table_.Remove(row);
+  UpdatePathText();
+}
+
+void FileFrame::UpdatePathText() {
+  const QItemSelection selection = inListView->selectionModel()->selection();
+  const bool single = selected_count() == 1;
+  inTextFile->setText(
+      ToQString(single ? folder_ + table_.NameAt(selection.first().top()) : folder_));
+  hooks_.selection_changed();
+}
+
+void FileFrame::SetListFont(const QFont& font) {
+  inDirBox->setFont(font);
+  inListView->setFont(font);
+}
+
+}  // namespace ledrix

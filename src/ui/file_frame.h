@@ -1,0 +1,120 @@
+// One side of the main window: its drive, folder, filter and file lists, and its path.
+#pragma once
+
+#include <QGroupBox>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "jobs/file_sides.h"
+#include "platform/services.h"
+#include "ui/file_table.h"
+
+class QComboBox;
+class QLineEdit;
+class QSplitter;
+class QToolButton;
+class QTreeView;
+
+namespace ledrix {
+
+class FolderList;
+
+class FileFrame : public QGroupBox {
+ public:
+  // What happens on the side and concerns the window. All are called from event handlers.
+  struct Hooks {
+    // The selection, and with it the path text, has changed.
+    std::function<void()> selection_changed;
+    // The user went from one folder to another in the folder list.
+    std::function<void(const NativePath& from, const NativePath& to, bool shift)> folder_followed;
+    std::function<void(const QPoint& place)> file_popup;    // in global coordinates
+    std::function<void(const QPoint& place)> folder_popup;  // in global coordinates
+    std::function<void()> file_activated;                   // a double click, or the Enter key
+    std::function<void()> refresh_wanted;
+  };
+
+  // `side` is 0 for old, 1 for new. `options` and `platform` must outlive the frame.
+  FileFrame(int side, const OptionRecord& options, PlatformServices& platform, Hooks hooks,
+            QWidget* parent = nullptr);
+  ~FileFrame() override;
+
+  // Opens a folder, or the nearest one above it that exists, and clears the selection.
+  void OpenFolder(const NativePath& folder);
+  // Reads the drives, the open folder and its files again; the selection stays where it can.
+  void Refresh();
+  // Opens a dropped file's folder and selects the file; a folder is opened.
+  void OpenDropped(const NativePath& path);
+
+  const NativePath& folder() const { return folder_; }  // ends in a separator
+  // The folder highlighted in the folder list, with a separator at its end.
+  NativePath HighlightedFolder() const;
+
+  // Fills the filter list from the options and selects an entry, counted from 0; one that does not
+  // exist becomes the first.
+  void SetFilters(int selected);
+  int filter_index() const;
+  std::string filter_entry() const;
+
+  // The side as plain data.
+  FileSide Snapshot() const;
+  // The same with no other files than the selected one when exactly one is: enough for a preview,
+  // in a time that does not grow with the folder.
+  FileSide Brief() const;
+  // The files of a folder that the filter lets through, none of them selected.
+  FileList FilesOf(const NativePath& folder) const;
+  size_t selected_count() const;
+  int file_count() const { return table_.rows(); }
+  // The current entry's name; empty when there is none.
+  std::string CurrentName() const;
+  // Selects what is selected in `list`, whose entries are those of the file list in its order.
+  void Select(const FileList& list);
+  // Takes an entry out of the list when its file is gone.
+  void ForgetIfGone(const std::string& name);
+
+  void SetListFont(const QFont& font);
+  QTreeView& files() { return *inListView; }
+  QSplitter& splitter() { return *splitter_; }
+  QToolButton& folder_button() { return *BtnDirOpen; }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Build();
+  void Connect();
+  void AcceptDrops();
+  QWidget* BuildFolderPane();
+  QWidget* BuildFilePane();
+  std::vector<FolderEntry> ReadOpenFolder();
+  void FillFiles(std::vector<FolderEntry> entries);
+  void FillDrives();
+  void ShowDrive();
+  void ChooseDrive(int index);
+  void UpdatePathText();
+  bool HandleKey(int key, bool control);
+  void InvertSelection();
+  void SelectRows(const std::vector<bool>& selected);
+
+  const int side_;
+  const OptionRecord& options_;
+  PlatformServices& platform_;
+  const Hooks hooks_;
+
+  QComboBox* inDrive = nullptr;
+  FolderList* inDirBox = nullptr;
+  QComboBox* inCombo = nullptr;
+  QTreeView* inListView = nullptr;
+  QLineEdit* inTextFile = nullptr;
+  QToolButton* BtnDirOpen = nullptr;
+  QSplitter* splitter_ = nullptr;
+
+  FileTable table_;
+  NativePath folder_;
+  std::vector<NativePath> drives_;
+  std::map<std::string, NativePath> drive_folders_;  // the folder last open on each drive
+  bool quiet_ = false;                               // selection changes are not told
+};
+
+}  // namespace ledrix

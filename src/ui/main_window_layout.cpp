@@ -1,0 +1,175 @@
+// The main window's size, its splitter bars, and how both are kept between runs.
+//
+// Stored values are twips, of which a device-independent pixel has fifteen.
+#include <QApplication>
+#include <QHeaderView>
+#include <QLayout>
+#include <QScreen>
+#include <QSplitter>
+#include <QToolButton>
+#include <QTreeView>
+#include <algorithm>
+#include <cmath>
+
+#include "ui/file_frame.h"
+#include "ui/main_window.h"
+#include "ui/qt_text.h"
+
+namespace ledrix {
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr int kSplitterDefault = 2040 / kTwipsPerPixel;
+constexpr int kMiddleDefault = 5265 / kTwipsPerPixel;
+constexpr int kHalfMiddleStrip = 172 / kTwipsPerPixel;
+constexpr QSize kDesignSize(960, 620);
+constexpr int kNameColumnDefault = 140;
+constexpr int kDateColumnDefault = 105;
+
+struct ModeLook {
+  const char* symbol;
+  const char* hint;
+};
+constexpr ModeLook kModes[] = {{"▽", "区切バー位置比率固定"},
+                               {"⊿", "フォームリサイズ時に区切バー位置リセット"},
+                               {"◇", "区切バー位置は常に可変"}};
+
+constexpr const char* kColumnKeys[2][2] = {{"ColWidthOld1", "ColWidthOld2"},
+                                           {"ColWidthNew1", "ColWidthNew2"}};
+
+// A stored length in pixels; the default when it is missing, no number or beyond any screen.
+int ReadLength(const SettingsStore& store, const char* key, int default_pixels) {
+  constexpr double kFarthest = 100000;
+  bool is_number = false;
+  const double twips = ToQString(store.ReadSetting("Settings", key, "")).toDouble(&is_number);
+  const double pixels = twips / kTwipsPerPixel;
+  if (!is_number || !(std::abs(pixels) <= kFarthest)) return default_pixels;
+  return static_cast<int>(std::lround(pixels));
+}
+
+void WriteLength(SettingsStore& store, const char* key, int pixels) {
+  store.WriteSetting("Settings", key, std::to_string(pixels * kTwipsPerPixel));
+}
+
+// True when enough of the title bar is on a screen to take hold of the window.
+bool IsReachable(const QPoint& place, int width) {
+  const QRect title(place + QPoint(width / 4, 0), QSize(width / 2, 1));
+  const QList<QScreen*> screens = QApplication::screens();
+  return std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
+    return screen->availableGeometry().intersects(title);
+  });
+}
+
+// Gives the first pane of a splitter a width and the second one the rest.
+void SetFirst(QSplitter& splitter, int width) {
+  const int all = splitter.width() - splitter.handleWidth();
+  const int first = std::clamp(width, 0, std::max(all, 0));
+  splitter.setSizes({first, all - first});
+}
+
+}  // namespace
+
+void LedrixF0::RestoreGeometry() {
+  const SettingsStore& store = program_.store;
+  constexpr int kNone = -1000000;
+  setMinimumSize(kDesignSize);
+  const int left = ReadLength(store, "MainLeft", kNone);
+  const int top = ReadLength(store, "MainTop", kNone);
+  const QSize screen = QApplication::primaryScreen()->availableSize();
+  const QSize wanted(ReadLength(store, "MainWidth", kDesignSize.width()),
+                     ReadLength(store, "MainHeight", kDesignSize.height()));
+  resize(wanted.boundedTo(screen).expandedTo(kDesignSize));
+  if (left != kNone && top != kNone && IsReachable({left, top}, width())) move(left, top);
+  for (int index = 0; index < 2; ++index) {
+    QHeaderView& header = *side(index).files().header();
+    const int defaults[] = {kNameColumnDefault, kDateColumnDefault};
+    for (int column = 0; column < 2; ++column) {
+      const int wide = ReadLength(store, kColumnKeys[index][column], defaults[column]);
+      header.resizeSection(column, std::clamp(wide, header.minimumSectionSize(), screen.width()));
+    }
+  }
+  RisizeMode =
+      std::clamp(ToQString(store.ReadSetting("Settings", "RisizeMode", "0")).toInt(), 0, 2);
+  SplitterL = ReadLength(store, "SplitterL", kSplitterDefault);
+  SplitterR = ReadLength(store, "SplitterR", kSplitterDefault);
+  SplitterM = ReadLength(store, "SplitterM", kMiddleDefault);
+  const double middle = std::max(SplitterM, 1);
+  folder_share_ = {std::clamp(SplitterL / middle, 0.1, 0.9),
+                   std::clamp(SplitterR / middle, 0.1, 0.9)};
+  connect(splitter_, &QSplitter::splitterMoved, this, [this] { NoteSplitters(); });
+  for (int index = 0; index < 2; ++index) {
+    connect(&side(index).splitter(), &QSplitter::splitterMoved, this, [this] { NoteSplitters(); });
+  }
+  splitter_->handle(1)->setObjectName("imgSplitter1");
+  side(0).splitter().handle(1)->setObjectName("imgSplitter0");
+  side(1).splitter().handle(1)->setObjectName("imgSplitter2");
+}
+
+void LedrixF0::StoreGeometry() {
+  SettingsStore& store = program_.store;
+  WriteLength(store, "MainLeft", x());
+  WriteLength(store, "MainTop", y());
+  WriteLength(store, "MainWidth", width());
+  WriteLength(store, "MainHeight", height());
+  for (int index = 0; index < 2; ++index) {
+    const QHeaderView& header = *side(index).files().header();
+    for (int column = 0; column < 2; ++column) {
+      WriteLength(store, kColumnKeys[index][column], header.sectionSize(column));
+    }
+  }
+  store.WriteSetting("Settings", "RisizeMode", std::to_string(RisizeMode));
+  WriteLength(store, "SplitterL", SplitterL);
+  WriteLength(store, "SplitterR", SplitterR);
+  WriteLength(store, "SplitterM", SplitterM);
+}
+
+void LedrixF0::SetMode(int mode) {
+  RisizeMode = mode;
+  BtnWinMode->setText(kModes[mode].symbol);
+  BtnWinMode->setToolTip(kModes[mode].hint);
+  for (QSplitter* const splitter : {splitter_, &side(0).splitter(), &side(1).splitter()}) {
+    splitter->handle(1)->setEnabled(mode != 0);
+  }
+  if (mode == 0) LayOut();
+}
+
+void LedrixF0::LayOut() {
+  if (!isVisible()) return;
+  centralWidget()->layout()->activate();
+  if (RisizeMode != 2) SplitterM = centralWidget()->width() / 2 - kHalfMiddleStrip;
+  const int left = centralWidget()->layout()->contentsMargins().left();
+  SetFirst(*splitter_, SplitterM - left);
+  for (int index = 0; index < 2; ++index) {
+    FileFrame& frame = side(index);
+    int& bar = index == 0 ? SplitterL : SplitterR;
+    if (frame.parentWidget()->layout() != nullptr) frame.parentWidget()->layout()->activate();
+    frame.layout()->activate();
+    if (RisizeMode == 0) {
+      bar = static_cast<int>(frame.width() * folder_share_[static_cast<size_t>(index)]);
+    }
+    SetFirst(frame.splitter(), bar);
+  }
+}
+
+// After the user has moved a bar.
+void LedrixF0::NoteSplitters() {
+  SplitterM = splitter_->sizes().first() + centralWidget()->layout()->contentsMargins().left();
+  for (int index = 0; index < 2; ++index) {
+    const int first = side(index).splitter().sizes().first();
+    (index == 0 ? SplitterL : SplitterR) = first;
+    folder_share_[static_cast<size_t>(index)] =
+        std::clamp(first / std::max(1.0, static_cast<double>(side(index).width())), 0.1, 0.9);
+  }
+}
+
+void LedrixF0::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  LayOut();
+}
+
+void LedrixF0::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  LayOut();
+}
+
+}  // namespace ledrix

@@ -1,0 +1,122 @@
+#include "ui/output_frame.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "platform/program_folder.h"
+#include "ui/choosers.h"
+
+namespace ledrix {
+
+OutputFrame::OutputFrame(OptionRecord& options, JobRecord& job, PlatformServices& platform,
+                         std::function<void()> changed, QWidget* parent)
+    : QGroupBox(" 出力結果ﾌｧｲﾙ ", parent),
+      options_(options),
+      job_(job),
+      platform_(platform),
+      changed_(std::move(changed)) {
+  setObjectName("ChkFrame");
+  Build();
+}
+
+void OutputFrame::Build() {
+  auto* const row = new QHBoxLayout(this);
+  const char* const captions[] = {"Old Dir", "New Dir", "Else"};
+  for (size_t i = 0; i < OptListDir.size(); ++i) {
+    const int index = static_cast<int>(i);
+    OptListDir[i] = new QRadioButton(captions[i]);
+    OptListDir[i]->setObjectName("OptListDir" + QString::number(index));
+    connect(OptListDir[i], &QRadioButton::clicked, this, [this, index] { Choose(index); });
+    row->addWidget(OptListDir[i]);
+  }
+  BtnListElse = new QPushButton("...");
+  BtnListElse->setObjectName("BtnListElse");
+  BtnListElse->setToolTip("結果ﾘｽﾄﾌｧｲﾙ出力先の選択");
+  BtnListElse->setMaximumWidth(BtnListElse->fontMetrics().horizontalAdvance("......"));
+  connect(BtnListElse, &QPushButton::clicked, this, [this] { ChooseFolder(); });
+  row->addWidget(BtnListElse);
+  row->addSpacing(16);
+
+  const auto box = [&](const char* name, const char* caption, const char* hint, bool& flag) {
+    auto* const made = new QCheckBox(caption);
+    made->setObjectName(name);
+    made->setToolTip(hint);
+    connect(made, &QCheckBox::toggled, this, [this, &flag](bool on) {
+      flag = on;
+      changed_();
+    });
+    row->addWidget(made);
+    return made;
+  };
+  OptSbnList = box("OptSbnList", "Sbn List", "差分のみのﾌｧｲﾙを同時に出力します", job_.OptSbnList);
+  OptCsvList = box("OptCsvList", "Csv List", "一覧形式のﾌｧｲﾙを同時に出力します", job_.OptCsvList);
+  OptMrgSrc = box("OptMrgSrc", "Mrg Src", "結合したｿｰｽを同時に出力します", job_.OptMrgSrc);
+  row->addStretch();
+}
+
+void OutputFrame::ShowChoice(int index) {
+  for (QRadioButton* const button : OptListDir) button->setAutoExclusive(false);
+  for (size_t i = 0; i < OptListDir.size(); ++i) {
+    OptListDir[i]->setChecked(static_cast<int>(i) == index);
+  }
+  for (QRadioButton* const button : OptListDir) button->setAutoExclusive(true);
+  BtnListElse->setEnabled(index == 2);
+}
+
+void OutputFrame::ChooseAtStart() {
+  const bool wanted = options_.ContOutDir == 1;
+  if (wanted && !IsFolder(AddBackslash(NativePath(options_.ContOutDirPath)))) {
+    platform_.ShowMessage({"出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘが見つかりません"});
+    options_.ContOutDir = 0;
+  }
+  const bool fixed = options_.ContOutDir == 1;
+  job_.OutputDirMode = fixed ? OutputDirMode::kConstant : OutputDirMode::kOldDir;
+  ShowChoice(fixed ? -1 : 0);
+}
+
+void OutputFrame::FollowOptions() {
+  const bool chosen =
+      OptListDir[0]->isChecked() || OptListDir[1]->isChecked() || OptListDir[2]->isChecked();
+  if (options_.ContOutDir == 1) {
+    job_.OutputDirMode = OutputDirMode::kConstant;
+    ShowChoice(-1);
+  } else if (!chosen) {
+    job_.OutputDirMode = OutputDirMode::kOldDir;
+    ShowChoice(0);
+  }
+  changed_();
+}
+
+void OutputFrame::Choose(int index) {
+  if (options_.ContOutDir == 1) {
+    const MessageAnswer answer = platform_.ShowMessage(
+        {"出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘは常に固定されています。\r\n"
+         "出力先固定オプションを解除しますか？",
+         kProgramTitle, MessageIcon::kInformation, MessageButtons::kYesNo, MessageAnswer::kYes});
+    if (answer != MessageAnswer::kYes) {
+      job_.OutputDirMode = OutputDirMode::kConstant;
+      ShowChoice(-1);
+      return;
+    }
+    options_.ContOutDir = 0;
+  }
+  job_.OutputDirMode = static_cast<OutputDirMode>(index);
+  ShowChoice(index);
+  if (job_.OutputDirMode == OutputDirMode::kElse) {
+    if (job_.ElseOutputDir.empty()) job_.ElseOutputDir = ProgramFolder();
+    ChooseFolder();
+  }
+  changed_();
+}
+
+void OutputFrame::ChooseFolder() {
+  const NativePath folder =
+      ChooseExistingFolder(this, "結果ﾘｽﾄﾌｧｲﾙ出力先の選択", job_.ElseOutputDir);
+  if (folder.empty()) return;
+  job_.ElseOutputDir = AddBackslash(folder);
+  changed_();
+}
+
+}  // namespace ledrix

@@ -1,0 +1,201 @@
+#include "ui/run_dialog.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <new>
+
+#include "ui/qt_text.h"
+
+namespace ledrix {
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr int kBarWidth = static_cast<int>(kProgressWidth) / kTwipsPerPixel;
+
+double SecondsSince(const timespec& then) {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<double>(now.tv_sec - then.tv_sec) +
+         static_cast<double>(now.tv_nsec - then.tv_nsec) / 1e9;
+}
+
+}  // namespace
+
+LedrixF1::LedrixF1(OptionRecord& options, JobRecord& job, WindowPlatform& platform,
+                   const JobSurroundings& surroundings, const ResultSink& results, QWidget* parent)
+    : QDialog(parent),
+      options_(options),
+      job_(job),
+      platform_(platform),
+      surroundings_(surroundings),
+      results_(results),
+      services_(options, job, platform, *this) {
+  job_.StopRequested = false;
+  job_.CsvRowNo = 0;
+  Build();
+  setWindowTitle(ToQString(JobCaption(job_)));
+  message_ = JobMessage(services_);
+  ShowState(options_.StartMsg == 0);
+  ShowWhatWasTold();
+  platform_.OnYield([this] { ShowWhatWasTold(); });
+}
+
+LedrixF1::~LedrixF1() {
+  platform_.OnYield(nullptr);
+  platform_.AcceptInput(true);
+  FlushResults();
+}
+
+void LedrixF1::Build() {
+  setObjectName("LedrixF1");
+  LblMSG = new QLabel;
+  LblMSG->setObjectName("LblMSG");
+  LblMSG->setTextFormat(Qt::PlainText);
+  LblMSG->setWordWrap(true);
+  LblMSG->setMinimumWidth(kBarWidth + 80);
+  LblMSG->setMinimumHeight(fontMetrics().lineSpacing() * 3);
+  LblMSG->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+
+  auto* const frame = new QFrame;
+  frame->setFrameShape(QFrame::StyledPanel);
+  frame->setFixedSize(kBarWidth, fontMetrics().height());
+  bar_frame_ = frame;
+  PicStsValue = new QWidget(bar_frame_);
+  PicStsValue->setObjectName("PicStsValue");
+  PicStsValue->setAutoFillBackground(true);
+  PicStsValue->setBackgroundRole(QPalette::Highlight);
+  PicStsValue->resize(bar_frame_->size());
+  LblBar = new QLabel;
+  LblBar->setObjectName("LblBar");
+
+  const auto button = [this](const char* name, const char* caption) {
+    auto* const made = new QPushButton(caption);
+    made->setObjectName(name);
+    made->setAutoDefault(true);
+    return made;
+  };
+  BtnYES = button("BtnYES", "はい");
+  BtnNO = button("BtnNO", "いいえ");
+  BtnStop = button("BtnStop", "中止");
+  connect(BtnYES, &QPushButton::clicked, this, [this] { Run(); });
+  connect(BtnNO, &QPushButton::clicked, this, [this] {
+    job_.StopRequested = true;
+    Leave();
+  });
+  connect(BtnStop, &QPushButton::clicked, this, [this] { AskToStop(MessageAnswer::kNo); });
+
+  auto* const buttons = new QHBoxLayout;
+  buttons->addStretch();
+  for (QPushButton* const each : {BtnYES, BtnNO, BtnStop}) buttons->addWidget(each);
+  buttons->addStretch();
+  auto* const bar = new QHBoxLayout;
+  bar->addWidget(bar_frame_);
+  bar->addWidget(LblBar, 1);
+  auto* const rows = new QVBoxLayout(this);
+  rows->addWidget(LblMSG, 1);
+  rows->addLayout(bar);
+  rows->addLayout(buttons);
+}
+
+void LedrixF1::ShowState(bool running) {
+  bar_frame_->setVisible(running);
+  LblBar->setVisible(running);
+  BtnStop->setVisible(running);
+  BtnYES->setVisible(!running);
+  BtnNO->setVisible(!running);
+  (running ? BtnStop : BtnYES)->setDefault(true);
+  (running ? BtnStop : BtnYES)->setFocus();
+}
+
+void LedrixF1::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  if (std::exchange(started_, true) || options_.StartMsg == 1) return;
+  // From the event loop, so that the dialog is there before its job runs.
+  QTimer::singleShot(0, this, [this] {
+    repaint();
+    Run();
+  });
+}
+
+void LedrixF1::Run() {
+  if (running_ || done_ || job_.StopRequested) return;
+  running_ = true;
+  try {
+    RunJob(services_, surroundings_);
+  } catch (const std::bad_alloc&) {
+    // A line may be as long as its file.
+    JobEnded();
+    platform_.ShowMessage({"メモリが足りません"});
+  }
+  running_ = false;
+  done_ = true;
+  ShowWhatWasTold();
+  Leave();
+}
+
+void LedrixF1::JobStarted() {
+  ShowState(true);
+  QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+}
+
+void LedrixF1::JobEnded() {
+  QGuiApplication::restoreOverrideCursor();
+}
+
+void LedrixF1::AskToStop(MessageAnswer default_answer) {
+  if (asking_ || job_.StopRequested || done_) return;
+  asking_ = true;
+  const MessageAnswer answer =
+      platform_.ShowMessage({"処理を中断します  よろしいですか？", kProgramTitle,
+                             MessageIcon::kQuestion, MessageButtons::kYesNo, default_answer});
+  asking_ = false;
+  if (answer != MessageAnswer::kYes) return;
+  job_.StopRequested = true;
+  Leave();
+}
+
+void LedrixF1::Leave() {
+  // The job that still runs below gets no mouse and no keys: they are for what comes after it.
+  platform_.AcceptInput(!running_);
+  done(0);
+}
+
+void LedrixF1::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (running_) {
+    AskToStop(MessageAnswer::kYes);
+  } else {
+    Leave();
+  }
+}
+
+void LedrixF1::ClearResults() {
+  waiting_results_.clear();
+  results_.clear();
+}
+
+void LedrixF1::ShowWhatWasTold() {
+  const auto show = [](QLabel& label, const QString& text) {
+    if (label.text() != text) label.setText(text);
+  };
+  show(*LblMSG, ToLines(message_));
+  show(*LblBar, ToQString(bar_text_));
+  PicStsValue->move(static_cast<int>(left_ / kTwipsPerPixel), 0);
+  // A list of very many results must not cost more than the job.
+  constexpr double kPatience = 10;
+  if (SecondsSince(last_flush_) >= kPatience * flush_seconds_) FlushResults();
+}
+
+void LedrixF1::FlushResults() {
+  if (waiting_results_.empty()) return;
+  clock_gettime(CLOCK_MONOTONIC, &last_flush_);
+  results_.add(std::exchange(waiting_results_, {}));
+  flush_seconds_ = SecondsSince(last_flush_);
+}
+
+}  // namespace ledrix

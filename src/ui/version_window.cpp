@@ -1,0 +1,56 @@
+#include "ui/version_window.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/desktop_actions.h"
+
+namespace ledrix {
+
+LedrixFv::LedrixFv(Use use, DesktopActions& actions, QWidget* parent) : QDialog(parent) {
+  setObjectName("LedrixFv");
+  setWindowTitle("ﾊﾞｰｼﾞｮﾝ情報");
+  auto* const name = new QLabel("Ledrix");
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 2.5);
+  large.setBold(true);
+  name->setFont(large);
+  auto* const about = new QLabel("ﾃｷｽﾄ･ﾃﾞｨﾚｸﾄﾘ ｺﾝﾍﾟｱﾂｰﾙ");
+  auto* const version = new QLabel("Version." LEDRIX_VERSION);
+  version->setObjectName("LblVersion");
+  auto* const address = new QLineEdit(kWebAddress);
+  address->setObjectName("TextURL");
+  address->setReadOnly(true);
+  address->setMinimumWidth(address->fontMetrics().averageCharWidth() * 40);
+
+  auto* const rows = new QVBoxLayout(this);
+  rows->setContentsMargins(28, 24, 28, 24);
+  rows->setSpacing(10);
+  for (QWidget* const row : {static_cast<QWidget*>(name), static_cast<QWidget*>(about),
+                             static_cast<QWidget*>(version), static_cast<QWidget*>(address)}) {
+    rows->addWidget(row);
+  }
+  if (use == Use::kSplash) {
+    setWindowFlags(Qt::SplashScreen);
+    return;
+  }
+  auto* const open = new QPushButton("ホームページを開く(&W)");
+  open->setObjectName("BtnURL");
+  auto* const end = new QPushButton("閉じる");
+  end->setObjectName("BtnEnd");
+  end->setDefault(true);
+  connect(open, &QPushButton::clicked, this,
+          [&actions] { actions.OpenAddress(QString(kWebAddress)); });
+  connect(end, &QPushButton::clicked, this, &QDialog::accept);
+  auto* const buttons = new QHBoxLayout;
+  buttons->addWidget(open);
+  buttons->addStretch();
+  buttons->addWidget(end);
+  rows->addSpacing(6);
+  rows->addLayout(buttons);
+}
+
+}  // namespace ledrix
