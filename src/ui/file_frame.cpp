@@ -149,12 +149,13 @@ void FileFrame::Connect() {
   });
   connect(inListView, &QTreeView::doubleClicked, this, [this] { hooks_.file_activated(); });
   connect(inListView->header(), &QHeaderView::sectionClicked, this, [this](int column) {
-    QHeaderView& header = *inListView->header();
-    const bool again = header.isSortIndicatorShown() && header.sortIndicatorSection() == column;
-    const bool down = again && header.sortIndicatorOrder() == Qt::AscendingOrder;
-    header.setSortIndicatorShown(true);
-    header.setSortIndicator(column, down ? Qt::DescendingOrder : Qt::AscendingOrder);
-    table_.sort(column, header.sortIndicatorOrder());
+    const bool down = sort_column_ == column && sort_order_ == Qt::AscendingOrder;
+    sort_column_ = column;
+    sort_order_ = down ? Qt::DescendingOrder : Qt::AscendingOrder;
+    // The header has an idea of its own of what a click does to the mark.
+    inListView->header()->setSortIndicatorShown(true);
+    inListView->header()->setSortIndicator(sort_column_, sort_order_);
+    table_.sort(sort_column_, sort_order_);
   });
   for (QAbstractItemView* const view :
        {static_cast<QAbstractItemView*>(inDirBox), static_cast<QAbstractItemView*>(inListView)}) {
@@ -263,10 +264,7 @@ void FileFrame::FillFiles(std::vector<FolderEntry> files) {
   const NameFilter filter(filter_entry());
   std::erase_if(files, [&](const FolderEntry& entry) { return !filter.Takes(entry); });
   table_.SetFiles(std::move(files));
-  const QHeaderView& header = *inListView->header();
-  if (header.isSortIndicatorShown()) {
-    table_.sort(header.sortIndicatorSection(), header.sortIndicatorOrder());
-  }
+  if (sort_column_ >= 0) table_.sort(sort_column_, sort_order_);
   UpdatePathText();
 }
 

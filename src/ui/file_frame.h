@@ -114,7 +114,9 @@ class FileFrame : public QGroupBox {
   NativePath folder_;
   std::vector<NativePath> drives_;
   std::map<std::string, NativePath> drive_folders_;  // the folder last open on each drive
-  bool quiet_ = false;                               // selection changes are not told
+  int sort_column_ = -1;                             // none: in byte order of the names
+  Qt::SortOrder sort_order_ = Qt::AscendingOrder;
+  bool quiet_ = false;  // selection changes are not told
 };
 
 }  // namespace ledrix

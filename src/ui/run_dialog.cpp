@@ -167,7 +167,7 @@ void LedrixF1::Leave() {
 
 void LedrixF1::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (running_) {
+  if (BtnStop->isVisible() && !done_ && !job_.StopRequested) {
     AskToStop(MessageAnswer::kYes);
   } else {
     Leave();

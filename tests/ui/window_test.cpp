@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QThread>
 
 #include "ui/qt_text.h"
@@ -32,6 +33,13 @@ void PressBoxButton(QWidget& box, const QString& text) {
   }
   ADD_FAILURE() << "no button " << ToUtf8(text);
   box.close();
+}
+
+std::string DefaultButton(const QWidget& box) {
+  for (const QPushButton* const button : box.findChildren<QPushButton*>()) {
+    if (button->isDefault()) return ToUtf8(button->text().section('(', 0, 0));
+  }
+  return {};
 }
 
 bool WaitUntil(const std::function<bool()>& condition) {
@@ -92,6 +100,9 @@ void ModalScript::Poll() {
   }
   const Step step = std::move(steps_.front());
   steps_.pop_front();
+  // A timer does not fire while its own handler runs, and the step may open further windows.
+  timer_.stop();
+  timer_.start(kPollMilliseconds);
   step(*window);
 }
 

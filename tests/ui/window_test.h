@@ -29,6 +29,9 @@ Widget* Find(const QWidget& parent, const char* name) {
 // Presses the button of a box whose text, access key and mark left out, is `text`.
 void PressBoxButton(QWidget& box, const QString& text);
 
+// The caption of a box's default button.
+std::string DefaultButton(const QWidget& box);
+
 // Lets events act until the condition holds; false after ten seconds.
 bool WaitUntil(const std::function<bool()>& condition);
 

@@ -1,0 +1,522 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTest>
+#include <QToolButton>
+#include <QUrl>
+#include <filesystem>
+
+#include "ui/window_run.h"
+
+namespace ledrix {
+namespace {
+
+using test::Find;
+using test::ModalScript;
+using test::Texts;
+using test::WindowRun;
+
+TEST(MainWindow, HoldsEveryControlWithItsCaptionAndHint) {
+  struct Control {
+    const char* name;
+    const char* caption;  // nullptr: not looked at
+    const char* hint;
+  };
+  const Control controls[] = {
+      {"FileFrame0", nullptr, ""},
+      {"FileFrame1", nullptr, ""},
+      {"inDrive0", nullptr, ""},
+      {"inDirBox1", nullptr, ""},
+      {"inCombo0", nullptr, ""},
+      {"inListView1", nullptr, ""},
+      {"inTextFile0", nullptr, ""},
+      {"BtnDirOpen0", nullptr, "ｶﾚﾝﾄﾃﾞｨﾚｸﾄﾘの変更"},
+      {"BtnDirOpen1", nullptr, "ｶﾚﾝﾄﾃﾞｨﾚｸﾄﾘの変更"},
+      {"BtnEQ0", nullptr, "OldDirとNewDirを入れ替えます"},
+      {"BtnEQ1", nullptr, "NewﾃﾞｨﾚｸﾄﾘをOldと同じにします"},
+      {"BtnEQ2", nullptr, "OldﾃﾞｨﾚｸﾄﾘをNewと同じにします"},
+      {"BtnEQSel0", nullptr, "New 選択分から一致する Old を選択"},
+      {"BtnEQSel1", nullptr, "Old 選択分から一致する New を選択"},
+      {"BtnEQSel2", nullptr, "一致全て選択"},
+      {"BtnRun", nullptr, "ﾃｷｽﾄｺﾝﾍﾟｱ開始"},
+      {"BtnDirRun", nullptr, "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ開始(ｶﾚﾝﾄﾊﾟｽ)"},
+      {"BtnClose", nullptr, "Ledrix の終了"},
+      {"BtnListClear", "Clear", "結果一覧クリア"},
+      {"BtnWinMode", "▽", "区切バー位置比率固定"},
+      {"OptListDir0", "Old Dir", ""},
+      {"OptListDir1", "New Dir", ""},
+      {"OptListDir2", "Else", ""},
+      {"BtnListElse", nullptr, "結果ﾘｽﾄﾌｧｲﾙ出力先の選択"},
+      {"OptSbnList", "Sbn List", "差分のみのﾌｧｲﾙを同時に出力します"},
+      {"OptCsvList", "Csv List", "一覧形式のﾌｧｲﾙを同時に出力します"},
+      {"OptMrgSrc", "Mrg Src", "結合したｿｰｽを同時に出力します"},
+      {"OutList", nullptr, ""},
+      {"sbStatusBar", nullptr, ""},
+      {"imgSplitter0", nullptr, ""},
+      {"imgSplitter1", nullptr, ""},
+      {"imgSplitter2", nullptr, ""},
+  };
+  WindowRun run;
+  const LedrixF0& window = run.Open();
+  EXPECT_EQ(window.windowTitle(), "Ledrix");
+  for (const Control& control : controls) {
+    const QWidget& widget = *Find<QWidget>(window, control.name);
+    EXPECT_EQ(widget.toolTip(), control.hint) << control.name;
+    if (control.caption == nullptr) continue;
+    EXPECT_EQ(dynamic_cast<const QAbstractButton&>(widget).text(), control.caption) << control.name;
+  }
+  EXPECT_EQ(Find<QGroupBox>(window, "FileFrame0")->title(), "Old File ");
+  EXPECT_EQ(Find<QGroupBox>(window, "FileFrame1")->title(), "New File ");
+  EXPECT_EQ(Find<QGroupBox>(window, "ChkFrame")->title(), " 出力結果ﾌｧｲﾙ ");
+  const QAbstractItemModel& files = *run.Files(0).model();
+  EXPECT_EQ(files.headerData(1, Qt::Horizontal).toString(), "更新日時");
+  const QComboBox& filters = *Find<QComboBox>(window, "inCombo1");
+  EXPECT_EQ(filters.itemText(0), "新ﾌｧｲﾙ (*.NEW)");
+  EXPECT_EQ(filters.currentText(), "全て (*.*)");
+}
+
+TEST(MainWindow, HoldsEveryMenuEntry) {
+  struct MenuEntry {
+    const char* name;
+    const char* caption;
+  };
+  const MenuEntry entries[] = {
+      {"MenuTextCompStart", "ﾃｷｽﾄｺﾝﾍﾟｱ開始(&S)"},
+      {"MenuDirCompFullPath", "フルパス(&F)"},
+      {"MenuDirCompCurentPath", "カレントパス(&C)"},
+      {"MenuDirCompNoPath", "パスなし(&N)"},
+      {"MenuDirDatEdit", "ﾃﾞｨﾚｸﾄﾘ情報作成(&E)"},
+      {"MenuEnd", "Ledrix の終了(&X)"},
+      {"MenuListClear", "結果一覧ｸﾘｱ(&C)"},
+      {"MenuRefresh", "最新の情報に更新(&R)"},
+      {"MenuOption", "ｵﾌﾟｼｮﾝ設定(&O)"},
+      {"MenuHelpContents", "目次(&C)"},
+      {"menuReadme", "Readme表示"},
+      {"MenuHelpVersion", "ﾊﾞｰｼﾞｮﾝ情報(&A)"},
+      {"MenuRegClear", "ｱﾝｲﾝｽﾄｰﾙ(ﾚｼﾞｽﾄﾘｸﾘｱ)"},
+  };
+  const MenuEntry menus[] = {
+      {"MenuDirComp", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ開始(&D)"},
+      {"MenuMatchGrp", "一致条件(&M)"},
+      {"MenuPatternGrp", "条件ﾊﾟﾀｰﾝ(&P)"},
+      {"MenuCharsetGrp", "文字ｺｰﾄﾞ"},
+  };
+  WindowRun run;
+  const LedrixF0& window = run.Open();
+  Texts bar;
+  for (const QAction* action : window.menuBar()->actions()) {
+    bar.push_back(action->text().toStdString());
+  }
+  EXPECT_EQ(bar, (Texts{"操作(&M)", "ｵﾌﾟｼｮﾝ(&O)", "ﾍﾙﾌﾟ(&H)"}));
+  for (const MenuEntry& entry : entries) {
+    EXPECT_EQ(Find<QAction>(window, entry.name)->text(), entry.caption) << entry.name;
+  }
+  for (const MenuEntry& menu : menus) {
+    EXPECT_EQ(Find<QMenu>(window, menu.name)->title(), menu.caption) << menu.name;
+  }
+}
+
+TEST(PopupMenu, ShowsWhatTheSourceAllows) {
+  struct Case {
+    const char* source;
+    const char* options;  // of the two that change the menu
+    const char* default_entry;
+    Texts captions;
+  };
+  const Case cases[] = {
+      {"inListView0",
+       "",
+       "MenuPopAPStart",
+       {"関連付けAPで開く(&O)", "対Dir同名ﾌｧｲﾙ選択(&S)", "-", "ｽﾃｯﾌﾟｶｳﾝﾄ(&S)", "一覧ﾃｷｽﾄ作成",
+        "比較ﾃｷｽﾄ作成", "-", "逆ﾌｫﾙﾀﾞへﾌｧｲﾙｺﾋﾟｰ", "-", "最新の情報に更新(&R)", "結果一覧ｸﾘｱ(&C)"}},
+      {"inListView1",
+       "DELMenuVisible=0|OptDbClick=1",
+       "MenuPopMatchSelect",
+       {"関連付けAPで開く(&O)", "対Dir同名ﾌｧｲﾙ選択(&S)", "-", "ｽﾃｯﾌﾟｶｳﾝﾄ(&S)", "一覧ﾃｷｽﾄ作成",
+        "比較ﾃｷｽﾄ作成", "-", "逆ﾌｫﾙﾀﾞへﾌｧｲﾙｺﾋﾟｰ", "ﾌｧｲﾙ削除", "-", "最新の情報に更新(&R)",
+        "結果一覧ｸﾘｱ(&C)"}},
+      {"inDirBox0",
+       "",
+       "",
+       {"ｽﾃｯﾌﾟｶｳﾝﾄ(CSV)(&S)", "一覧ﾃｷｽﾄ作成", "比較ﾃｷｽﾄ作成", "-", "ﾃﾞｨﾚｸﾄﾘ情報作成(&M)",
+        "ｶﾚﾝﾄﾃﾞｨﾚｸﾄﾘﾃﾞｰﾀ追加(&A)", "-", "ｴｸｽﾌﾟﾛｰﾗを開く(&O)", "-", "最新の情報に更新(&R)",
+        "結果一覧ｸﾘｱ(&C)"}},
+      {"OutList",
+       "",
+       "MenuPopAPStart",
+       {"関連付けAPで開く(&O)", "-", "ﾌｧｲﾙ削除", "-", "最新の情報に更新(&R)", "結果一覧ｸﾘｱ(&C)"}},
+  };
+  for (const Case& c : cases) {
+    WindowRun run;
+    for (const std::string& setting : SplitAt(c.options, '|')) {
+      const size_t equals = setting.find('=');
+      if (equals != std::string::npos) {
+        run.Set(setting.substr(0, equals).c_str(), setting.substr(equals + 1));
+      }
+    }
+    run.File("old/a", "");
+    run.File("new/a", "");
+    run.Open();
+    run.Popup(c.source, "MenuPopListClear");
+    const QMenu& menu = *Find<QMenu>(*run.window, "POPMenu");
+    Texts captions;
+    for (const QAction* action : menu.actions()) {
+      if (!action->isVisible()) continue;
+      const bool line = action->isSeparator();
+      if (line && (captions.empty() || captions.back() == "-")) continue;  // as it is drawn
+      captions.push_back(line ? "-" : action->text().toStdString());
+    }
+    EXPECT_EQ(captions, c.captions) << c.source;
+    const QAction* standard = menu.defaultAction();
+    EXPECT_EQ(standard == nullptr ? "" : standard->objectName(), c.default_entry) << c.source;
+  }
+}
+
+TEST(FileLists, FollowFilterSortKeysAndSelection) {
+  WindowRun run;
+  run.File("old/b.CBL", "", 60);
+  run.File("old/A.cob", "", 120);
+  run.File("old/c", "", 0);
+  run.File("new/C", "");
+  run.File("new/a.cob", "");
+  std::filesystem::create_directory(run.Path("old/sub"));
+  LedrixF0& window = run.Open();
+  EXPECT_EQ(run.Names(0), (Texts{"A.cob", "b.CBL", "c"}));
+  EXPECT_EQ(run.Files(0).model()->index(0, 1).data().toString(), "2024/03/09 14:07");
+  EXPECT_EQ(run.PathText(0), run.Path("old/"));
+
+  auto& header = *run.Files(0).header();
+  const auto click = [&](int column) {
+    const QPoint place(header.sectionViewportPosition(column) + 5, header.height() / 2);
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, place);
+    return run.Names(0);
+  };
+  run.Select(0, "c");
+  EXPECT_EQ(click(1), (Texts{"c", "b.CBL", "A.cob"}));
+  EXPECT_EQ(click(1), (Texts{"A.cob", "b.CBL", "c"}));
+  EXPECT_EQ(click(0), (Texts{"A.cob", "b.CBL", "c"}));
+  EXPECT_EQ(click(0), (Texts{"c", "b.CBL", "A.cob"}));
+  EXPECT_EQ(run.Selected(0), Texts{"c"});
+  EXPECT_EQ(run.PathText(0), run.Path("old/c"));
+
+  auto& filter = *Find<QComboBox>(window, "inCombo0");
+  filter.setCurrentIndex(1);
+  emit filter.activated(1);
+  EXPECT_EQ(filter.currentText(), "CBLｿｰｽ (*.CBL;*.COB)");
+  EXPECT_EQ(run.Names(0), (Texts{"b.CBL", "A.cob"}));
+  EXPECT_EQ(run.PathText(0), run.Path("old/"));
+
+  QTest::keyClick(&run.Files(0), Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(run.Selected(0), (Texts{"b.CBL", "A.cob"}));
+  run.Select(0, "A.cob");
+  QTest::keyClick(&run.Files(0), Qt::Key_I, Qt::ControlModifier);
+  EXPECT_EQ(run.Selected(0), Texts{"b.CBL"});
+  EXPECT_EQ(run.PathText(0), run.Path("old/b.CBL"));
+  run.File("old/z.CBL", "");
+  QTest::keyClick(&run.Files(0), Qt::Key_R, Qt::ControlModifier);
+  EXPECT_EQ(run.Names(0), (Texts{"z.CBL", "b.CBL", "A.cob"}));
+  EXPECT_EQ(run.Selected(0), Texts{"b.CBL"});
+  Find<QLineEdit>(window, "inTextFile0")->setText("x");
+  QTest::keyClick(&run.Files(0), Qt::Key_Space);
+  EXPECT_EQ(run.PathText(0), run.Path("old/b.CBL"));
+
+  run.Select(0, "A.cob z.CBL");
+  run.Click("BtnEQSel1");
+  EXPECT_EQ(run.Selected(1), Texts{"a.cob"});
+  run.Select(1, "C");
+  run.Click("BtnEQSel0");
+  EXPECT_EQ(run.Selected(0), Texts{});
+  run.Click("BtnEQSel2");
+  EXPECT_EQ(run.Selected(0), Texts{"A.cob"});
+  EXPECT_EQ(run.Selected(1), Texts{"a.cob"});
+  run.Select(1, "");
+  run.Popup("inListView0", "MenuPopMatchSelect");
+  EXPECT_EQ(run.Selected(1), Texts{"a.cob"});
+}
+
+// Clicks on the row of a folder list that shows this name.
+void ClickFolder(WindowRun& run, int side, const QString& name, Qt::KeyboardModifiers keys = {}) {
+  auto& list = *Find<QListView>(*run.window, side == 0 ? "inDirBox0" : "inDirBox1");
+  const QAbstractItemModel& model = *list.model();
+  for (int row = 0; row < model.rowCount(); ++row) {
+    if (model.index(row, 0).data().toString() != name) continue;
+    list.scrollTo(model.index(row, 0));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, keys,
+                      list.visualRect(model.index(row, 0)).center());
+    QCoreApplication::processEvents();
+    return;
+  }
+  ADD_FAILURE() << "no folder " << name.toStdString();
+}
+
+TEST(FolderLists, OpenFoldersAndFollowEachOther) {
+  WindowRun run;
+  for (const char* name : {"old/sub/x", "new/sub/y", "old/one/z", "new/top"}) run.File(name, "");
+  run.Open();
+  const auto folders = [&] { return Texts{run.PathText(0), run.PathText(1)}; };
+  ClickFolder(run, 0, "sub");
+  EXPECT_EQ(folders(), (Texts{run.Path("old/sub/"), run.Path("new/sub/")}));
+  EXPECT_EQ(run.Names(0), Texts{"x"});
+  EXPECT_EQ(run.Names(1), Texts{"y"});
+  ClickFolder(run, 1, "new");
+  EXPECT_EQ(folders(), (Texts{run.Path("old/"), run.Path("new/")}));
+  ClickFolder(run, 0, "one");  // it has no counterpart
+  EXPECT_EQ(folders(), (Texts{run.Path("old/one/"), run.Path("new/")}));
+  run.Click("BtnEQ0");
+  EXPECT_EQ(folders(), (Texts{run.Path("new/"), run.Path("old/one/")}));
+  run.Click("BtnEQ1");
+  EXPECT_EQ(folders(), (Texts{run.Path("new/"), run.Path("new/")}));
+  ClickFolder(run, 0, "sub", Qt::ShiftModifier);
+  EXPECT_EQ(folders(), (Texts{run.Path("new/sub/"), run.Path("new/")}));
+  run.Click("BtnEQ2");
+  EXPECT_EQ(folders(), (Texts{run.Path("new/"), run.Path("new/")}));
+
+  run.options.DirBoxSClick = 0;
+  run.options.DirBoxSynchro = 0;
+  ClickFolder(run, 0, "sub");
+  EXPECT_EQ(folders(), (Texts{run.Path("new/"), run.Path("new/")}));
+  auto& list = *Find<QListView>(*run.window, "inDirBox0");
+  QTest::keyClick(&list, Qt::Key_Return);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(folders(), (Texts{run.Path("new/sub/"), run.Path("new/")}));
+
+  std::filesystem::remove_all(run.Path("new/sub"));
+  run.Trigger("MenuRefresh");
+  EXPECT_EQ(folders(), (Texts{run.Path("new/"), run.Path("new/")}));
+  auto& drive = *Find<QComboBox>(*run.window, "inDrive1");
+  drive.setCurrentIndex(0);
+  emit drive.activated(0);
+  EXPECT_EQ(drive.currentText(), "/");
+}
+
+TEST(FileLists, TakeDroppedFilesAndGiveResults) {
+  WindowRun run;
+  run.Set("ComboIdx1", "0");
+  run.File("elsewhere/%41 あ", "");
+  run.File("old/a", "");
+  LedrixF0& window = run.Open();
+  const auto drop = [&](const char* target, const QList<QUrl>& urls) {
+    auto* const view = Find<QAbstractItemView>(window, target)->viewport();
+    QMimeData data;
+    data.setUrls(urls);
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(view, &enter);
+    QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    if (enter.isAccepted()) QCoreApplication::sendEvent(view, &event);
+    return enter.isAccepted();
+  };
+  EXPECT_FALSE(drop("inListView1", {QUrl("https://ledrix.example/")}));
+  EXPECT_TRUE(drop("inListView1",
+                   {QUrl::fromLocalFile(QString::fromStdString(run.Path("elsewhere/%41 あ")))}));
+  EXPECT_EQ(run.PathText(1), run.Path("elsewhere/%41 あ"));
+  EXPECT_EQ(Find<QComboBox>(window, "inCombo1")->currentText(), "全て (*.*)");
+  EXPECT_TRUE(drop("inDirBox0", {QUrl::fromLocalFile(QString::fromStdString(run.Path("new")))}));
+  EXPECT_EQ(run.PathText(0), run.Path("new/"));
+
+  run.options.StartMsg = 0;
+  drop("inListView0", {QUrl::fromLocalFile(QString::fromStdString(run.Path("old/a")))});
+  run.Popup("inListView0", "MenuPopStepCnt");
+  const QAbstractItemModel& results = *Find<QListView>(window, "OutList")->model();
+  ASSERT_EQ(results.rowCount(), 2);
+  const std::unique_ptr<QMimeData> dragged(results.mimeData({results.index(1, 0)}));
+  ASSERT_NE(dragged, nullptr);
+  EXPECT_EQ(dragged->urls().at(0).toLocalFile().toStdString(), run.Path("old/a_STP.TXT"));
+}
+
+TEST(MainWindow, KeepsItsStateBetweenRuns) {
+  WindowRun run;
+  run.store.WriteSetting("Settings", "RisizeMode", "2");
+  run.store.WriteSetting("Settings", "SplitterL", "3000");
+  run.store.WriteSetting("Settings", "MainWidth", "1e99");
+  run.store.WriteSetting("Settings", "MainHeight", "nonsense");
+  run.store.WriteSetting("Settings", "MainLeft", "-90000000");
+  run.Set("ComboIdx1", "77");
+  LedrixF0& window = run.Open();
+  EXPECT_EQ(window.size(), window.minimumSize());
+  EXPECT_EQ(Find<QToolButton>(window, "BtnWinMode")->text(), "◇");
+  EXPECT_TRUE(Find<QWidget>(window, "imgSplitter1")->isEnabled());
+  EXPECT_EQ(Find<QComboBox>(window, "inCombo1")->currentIndex(), 0);
+  EXPECT_EQ(Find<QWidget>(window, "inDirBox0")->width(), 200);
+  window.resize(960, 700);
+  run.Files(0).header()->resizeSection(0, 222);
+  Find<QComboBox>(window, "inCombo1")->setCurrentIndex(2);
+  run.options.OptMatch = 8;
+  LedrixF0& again = run.Reopen();
+  EXPECT_EQ(again.size(), QSize(960, 700));
+  EXPECT_EQ(run.Files(0).header()->sectionSize(0), 222);
+  EXPECT_EQ(Find<QComboBox>(again, "inCombo1")->currentIndex(), 2);
+  EXPECT_EQ(run.options.OptMatch, 8);
+  const auto stored = [&](const char* key) { return run.store.ReadSetting("Settings", key, "-"); };
+  EXPECT_EQ(stored("MainHeight"), "10500");
+  EXPECT_EQ(stored("SplitterL"), "3000");
+  EXPECT_EQ(stored("RisizeMode"), "2");
+  EXPECT_EQ(stored("Minor"), "01");
+  EXPECT_EQ(stored("VerDisp"), "1");
+
+  again.showMaximized();
+  test::WaitUntil([&] { return again.isMaximized(); });
+  run.Reopen();
+  EXPECT_EQ(stored("MainHeight"), "10500");
+}
+
+TEST(MainWindow, CyclesTheSplitterModes) {
+  WindowRun run;
+  LedrixF0& window = run.Open();
+  const auto& button = *Find<QToolButton>(window, "BtnWinMode");
+  const struct {
+    const char* symbol;
+    const char* hint;
+    bool draggable;
+  } modes[] = {{"⊿", "フォームリサイズ時に区切バー位置リセット", true},
+               {"◇", "区切バー位置は常に可変", true},
+               {"▽", "区切バー位置比率固定", false}};
+  for (const auto& mode : modes) {
+    run.Click("BtnWinMode");
+    EXPECT_EQ(button.text(), mode.symbol);
+    EXPECT_EQ(button.toolTip(), mode.hint);
+    EXPECT_EQ(Find<QWidget>(window, "imgSplitter0")->isEnabled(), mode.draggable);
+  }
+  const QWidget& bar = *Find<QWidget>(window, "imgSplitter1");
+  const auto middle = [&] { return bar.mapTo(&window, QPoint(0, 0)).x(); };
+  window.resize(1200, 700);
+  EXPECT_NEAR(middle(), 600 - 172 / 15, 2);
+  run.Click("BtnWinMode");
+  run.Click("BtnWinMode");
+  window.resize(1300, 700);
+  EXPECT_NEAR(middle(), 600 - 172 / 15, 2);
+  run.Click("BtnWinMode");
+  EXPECT_NEAR(middle(), 650 - 172 / 15, 2);
+}
+
+TEST(MainWindow, ChoosesWhereOutputsGo) {
+  WindowRun run;
+  run.File("old/a.b", "");
+  run.File("new/c", "");
+  run.Open();
+  run.Select(0, "a.b");
+  EXPECT_EQ(run.Preview(), " LIST=" + run.Path("old/a_b_COMP.TXT"));
+  run.Click("OptListDir1");
+  run.Click("OptCsvList");
+  EXPECT_EQ(run.Preview(), " LIST=" + run.Path("new/ <New File Name> _COMP.TXT") + " / Csv List");
+  run.Select(1, "c");
+  EXPECT_EQ(run.Preview(), " LIST=" + run.Path("new/c_COMP.TXT") + " / Csv List");
+  EXPECT_FALSE(Find<QWidget>(*run.window, "BtnListElse")->isEnabled());
+  {
+    ModalScript script;
+    script.Then([](QWidget& chooser) {
+      EXPECT_EQ(chooser.windowTitle(), "結果ﾘｽﾄﾌｧｲﾙ出力先の選択");
+      chooser.close();
+    });
+    run.Click("OptListDir2");
+  }
+  EXPECT_TRUE(Find<QWidget>(*run.window, "BtnListElse")->isEnabled());
+  EXPECT_EQ(run.Preview(), " LIST=" + run.Path("new/a_b_COMP.TXT") + " / Csv List");
+
+  run.options.ContOutDir = 1;
+  ModalScript script;
+  script.Answer("いいえ").Answer("はい");
+  run.Click("OptListDir0");
+  EXPECT_EQ(run.job.OutputDirMode, OutputDirMode::kConstant);
+  EXPECT_FALSE(Find<QAbstractButton>(*run.window, "OptListDir0")->isChecked());
+  run.Click("OptListDir0");
+  EXPECT_EQ(run.job.OutputDirMode, OutputDirMode::kOldDir);
+  EXPECT_EQ(run.options.ContOutDir, 0);
+  EXPECT_EQ(script.texts.at(0),
+            "Ledrix: 出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘは常に固定されています。\n"
+            "出力先固定オプションを解除しますか？");
+}
+
+TEST(MainWindow, TellsOfAMissingFixedFolderAtTheStart) {
+  WindowRun run;
+  run.Set("ContOutDir", "1");
+  run.Set("ContOutDirPath", run.Path("none"));
+  {
+    ModalScript script;
+    script.Answer("OK");
+    run.Open();
+    EXPECT_EQ(script.texts, Texts{"Ledrix: 出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘが見つかりません"});
+  }
+  EXPECT_EQ(run.options.ContOutDir, 0);
+  EXPECT_TRUE(Find<QAbstractButton>(*run.window, "OptListDir0")->isChecked());
+  run.options.ContOutDir = 1;
+  run.options.ContOutDirPath = run.Path("old");
+  run.window->close();
+  run.Open();
+  EXPECT_EQ(run.job.OutputDirMode, OutputDirMode::kConstant);
+  EXPECT_FALSE(Find<QAbstractButton>(*run.window, "OptListDir0")->isChecked());
+}
+
+TEST(PopupCommands, ActOnTheListTheyWereOpenedOn) {
+  WindowRun run;
+  run.File("old/a.xyz", "old");
+  run.File("old/b", "");
+  run.File("new/a.xyz", "new", 60);
+  run.Open();
+  run.Select(0, "a.xyz");
+  run.Popup("inListView0", "MenuPopAPStart");
+  run.Popup("inDirBox1", "MenuPopDirExp");
+  EXPECT_EQ(run.actions.asked,
+            (Texts{"open " + run.Path("old/a.xyz"), "folder " + run.Path("new/")}));
+  run.Popup("inDirBox0", "MenuPopDirClip");
+  EXPECT_EQ(run.actions.clipboard, "a.xyz\r\nb");
+  run.Popup("inListView1", "MenuPopCompClip");
+  EXPECT_NE(run.actions.clipboard.find("削除されたファイル\r\nb\r\n"), std::string::npos);
+  run.Popup("inDirBox0", "MenuPopCurentADD");
+  EXPECT_NE(test::ReadFile(run.home.At("Ledrixr.Log")).find(run.Path("old/,")), std::string::npos);
+
+  ModalScript script;
+  script.Answer("OK")
+      .Answer("いいえ")
+      .Answer("はい")
+      .Answer("いいえ")
+      .Answer("はい")
+      .Answer("はい")
+      .Answer("OK");
+  run.actions.open_result = DesktopActions::OpenResult::kNoAssociation;
+  run.Popup("inListView0", "MenuPopAPStart");
+  run.Popup("inListView0", "MenuPOPFileCopy");
+  EXPECT_EQ(test::ReadFile(NativePath(run.Path("new/a.xyz"))), "new");
+  run.Popup("inListView0", "MenuPOPFileCopy");
+  EXPECT_EQ(test::ReadFile(NativePath(run.Path("new/a.xyz"))), "old");
+  run.Popup("inListView0", "MenuPOPDeleteFile");
+  EXPECT_EQ(run.Names(0), (Texts{"a.xyz", "b"}));
+  run.Popup("inListView0", "MenuPOPDeleteFile");
+  EXPECT_EQ(run.Names(0), Texts{"b"});
+  run.actions.trash_works = false;
+  run.Select(0, "b");
+  run.Popup("inListView0", "MenuPOPDeleteFile");
+  EXPECT_EQ(run.Names(0), Texts{"b"});
+  EXPECT_EQ(script.texts.at(0), "Ledrix: ｱﾌﾟﾘｹｰｼｮﾝが関連付けされていません\n 拡張子( .xyz )");
+  EXPECT_EQ(script.texts.at(6), "Ledrix: ごみ箱に移動できません\n" + run.Path("old/b"));
+  // A file that is new on the other side needs no question.
+  run.Popup("inListView0", "MenuPOPFileCopy");
+  EXPECT_EQ(run.Names(1), (Texts{"a.xyz", "b"}));
+}
+
+TEST(VersionWindow, OpensTheAddress) {
+  WindowRun run;
+  run.Open();
+  ModalScript script;
+  script.Then([](QWidget& window) {
+    EXPECT_EQ(Find<QLabel>(window, "LblVersion")->text(), "Version.0.1.0");
+    Find<QAbstractButton>(window, "BtnURL")->click();
+    Find<QAbstractButton>(window, "BtnEnd")->click();
+  });
+  run.Trigger("MenuHelpVersion");
+  EXPECT_EQ(run.actions.asked, Texts{"address https://ledrix.example/"});
+}
+
+}  // namespace
+}  // namespace ledrix

@@ -1,0 +1,247 @@
+#include <gtest/gtest.h>
+
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMessageBox>
+#include <QPushButton>
+#include <filesystem>
+
+#include "ui/window_run.h"
+
+namespace ledrix {
+namespace {
+
+using test::Find;
+using test::ModalScript;
+using test::Texts;
+using test::WindowRun;
+
+void Press(QWidget& window, const char* button) {
+  Find<QAbstractButton>(window, button)->click();
+}
+
+// Writes a name into a chooser for outputs and accepts it.
+void Name(QWidget& window, const std::string& path, const char* title) {
+  auto& chooser = dynamic_cast<QFileDialog&>(window);
+  EXPECT_EQ(chooser.windowTitle(), title);
+  Find<QLineEdit>(chooser, "fileNameEdit")->setText(QString::fromStdString(path));
+  QMetaObject::invokeMethod(&chooser, "accept");
+}
+
+std::string Told(const QWidget& dialog) {
+  return dialog.windowTitle().toStdString() + "\n" +
+         Find<QLabel>(dialog, "LblMSG")->text().toStdString();
+}
+
+// Expects the dialog's caption and message, and starts the job.
+ModalScript::Step Confirm(std::string text) {
+  return [text = std::move(text)](QWidget& dialog) {
+    EXPECT_EQ(Told(dialog), text);
+    EXPECT_TRUE(Find<QWidget>(dialog, "BtnYES")->isVisible());
+    EXPECT_EQ(Find<QAbstractButton>(dialog, "BtnYES")->text(), "はい");
+    EXPECT_EQ(Find<QAbstractButton>(dialog, "BtnNO")->text(), "いいえ");
+    EXPECT_EQ(Find<QAbstractButton>(dialog, "BtnStop")->text(), "中止");
+    EXPECT_FALSE(Find<QWidget>(dialog, "BtnStop")->isVisible());
+    Press(dialog, "BtnYES");
+  };
+}
+
+TEST(TextCompare, RefusesSelectionsThatDoNotPair) {
+  struct Case {
+    const char* old_selected;
+    const char* new_selected;
+    const char* message;
+  };
+  const Case cases[] = {
+      {"", "a", "旧ファイルが未設定です"},
+      {"a", "", "新ファイルが未設定です"},
+      {"a o", "a", "旧ファイルと新ファイルが一致していません\n（旧） [ o ]　　（新） [ Nothing ]"},
+      {"a b", "a",
+       "旧ファイルと新ファイルが一致していません\n（旧） [ b ]　　（新） [ No Select ]"},
+      {"a", "a n", "旧ファイルと新ファイルが一致していません\n（旧） [ Nothing ]　　（新） [ n ]"},
+      {"a", "a b",
+       "旧ファイルと新ファイルが一致していません\n（旧） [ No Select ]　　（新） [ b ]"},
+  };
+  WindowRun run;
+  for (const char* name : {"old/a", "old/b", "old/o", "new/a", "new/b", "new/n"})
+    run.File(name, "");
+  run.Open();
+  for (const Case& c : cases) {
+    run.Select(0, c.old_selected);
+    run.Select(1, c.new_selected);
+    ModalScript script;
+    script.Answer("OK");
+    run.Click("BtnRun");
+    EXPECT_EQ(script.texts, Texts{std::string("Ledrix: ") + c.message});
+  }
+  run.Click("BtnEQ1");
+  run.Select(0, "a");
+  run.Select(1, "a");
+  ModalScript script;
+  script.Answer("OK");
+  run.Trigger("MenuTextCompStart");
+  EXPECT_EQ(script.texts,
+            Texts{"Ledrix: 旧ファイルと新ファイルが重複しています\n[ " + run.Path("old/a") + " ]"});
+  EXPECT_EQ(run.Results(), Texts{});
+}
+
+TEST(RunDialog, NamesAndRunsEveryKindOfJob) {
+  WindowRun run;
+  for (const char* name : {"old/a", "new/a", "old/b", "new/b"}) {
+    run.File(name, std::string(name).substr(0, 1), name[0] == 'n' ? 60 : 0);
+  }
+  run.File("out/old.lst", "");
+  run.Open();
+  run.Select(0, "a");
+  run.Select(1, "b");
+  ModalScript script;
+  script.Then(Confirm("Ledrix  < Compare >\na と b を判定し\na_COMP.TXT に出力します"));
+  run.Click("BtnRun");
+  EXPECT_EQ(run.Results(), (Texts{"( 1 Compare ) " + run.Path("old/a_COMP.TXT"),
+                                  "    UnMatch=    1 OLD=    1 NEW=    1 Rep=    1 Add=    0 "
+                                  "Del=    0"}));
+  run.Select(0, "b a");
+  run.Select(1, "a b");
+  script.Then(
+      Confirm("Ledrix  < MultiSelect Compare >\n複数コンペア （ 2 ファイル ） を開始します"));
+  run.Click("OptCsvList");
+  run.Click("BtnRun");
+  EXPECT_EQ(run.Results().size(), 8u);
+  EXPECT_EQ(run.Results().at(7), "     Total File Count=    2");
+
+  run.Trigger("MenuListClear");
+  EXPECT_EQ(run.Results(), Texts{});
+  run.Select(0, "a");
+  script.Then(Confirm("Ledrix  < StepCount >\nステップカウントを開始実行します\n( " +
+                      run.Path("old/a") + " )"));
+  run.Popup("inListView0", "MenuPopStepCnt");
+  EXPECT_EQ(run.Results().at(0), "( 1 StepCnt ) " + run.Path("old/a_STP.TXT"));
+
+  const auto choose = [&](const char* name, const char* title) {
+    script.Then([&run, name, title](QWidget& window) { Name(window, run.Path(name), title); });
+  };
+  choose("out/steps", "出力CSVﾌｧｲﾙの指定");
+  script.Then(Confirm(
+      "Ledrix  < StepCount CSV Mode >\nステップカウント(CSV)を行い steps.csv に出力します\n(" +
+      run.Path("new/") + ")\n2 File"));
+  run.Popup("inDirBox1", "MenuPopStepCnt");
+  EXPECT_EQ(run.Results().at(3), "    FILE COUNT :  2");
+
+  choose("out/tree.txt", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの指定");
+  script.Answer("OK");
+  choose("out/tree.DDF", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの指定");
+  script.Then(Confirm("Ledrix  < Directory Compare Edit > \n" + run.Path("old/") + " の情報を\n" +
+                      run.Path("out/tree.DDF") + " に出力します"));
+  run.Trigger("MenuDirDatEdit");
+  EXPECT_EQ(script.texts,
+            Texts{"Ledrix: ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの拡張子が違います\n拡張子は *.ddf のみ有功です"});
+  EXPECT_EQ(run.Results().at(4), "( 3 DirEdit ) " + run.Path("out/tree.DDF"));
+
+  const char* const ranges[] = {"フルパス", "カレントパス", "パスなし"};
+  const char* const commands[] = {"MenuDirCompFullPath", "MenuDirCompCurentPath",
+                                  "MenuDirCompNoPath"};
+  for (size_t i = 0; i < 3; ++i) {
+    choose("out/new.lst", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ結果ﾌｧｲﾙの指定");
+    if (i > 0) {  // it exists by now
+      script.Then([](QWidget& box) { test::PressBoxButton(box, "Yes"); });
+    }
+    script.Then(Confirm(std::string("Ledrix  < Directory Compare 比較範囲=") + ranges[i] + " > \n" +
+                        run.Path("old/") + " と" + run.Path("new/") +
+                        " を比較し\nnew.lst に出力します"));
+    run.Select(0, "");
+    run.Select(1, "");
+    run.Trigger(commands[i]);
+  }
+  EXPECT_EQ(run.Results().at(10), "( 6 DirComp ) " + run.Path("out/new.lst"));
+}
+
+TEST(DirCompare, RefusesSeveralSelectedFiles) {
+  WindowRun run;
+  for (const char* name : {"old/a", "new/a", "old/b", "new/b"}) run.File(name, "");
+  run.Open();
+  ModalScript script;
+  script.Answer("OK").Answer("OK");
+  run.Select(1, "a b");
+  run.Click("BtnDirRun");
+  run.Select(0, "a b");
+  run.Click("BtnDirRun");
+  EXPECT_EQ(script.texts, (Texts{"Ledrix: 新ファイルが複数選択されています",
+                                 "Ledrix: 旧ファイルが複数選択されています"}));
+}
+
+TEST(StepCsv, RefusesAnEmptyList) {
+  WindowRun run;
+  run.Open();
+  ModalScript script;
+  script.Answer("OK");
+  run.Popup("inDirBox0", "MenuPopStepCnt");
+  EXPECT_EQ(script.texts, Texts{"Ledrix: ファイルボックスに対象ファイルが有りません"});
+}
+
+TEST(RunDialog, DoesNothingWhenItIsNotConfirmed) {
+  WindowRun run;
+  run.File("old/a", "x");
+  run.File("new/a", "y", 1);
+  run.Open();
+  run.Select(0, "a");
+  run.Select(1, "a");
+  ModalScript script;
+  script.Then([](QWidget& dialog) { Press(dialog, "BtnNO"); }).Then([](QWidget& dialog) {
+    dialog.close();
+  });
+  run.Click("BtnRun");
+  run.Click("BtnRun");
+  EXPECT_EQ(run.Results(), Texts{});
+  EXPECT_FALSE(test::FileExists(NativePath(run.Path("old/a_COMP.TXT"))));
+}
+
+// Two files whose compare takes long enough to be stopped.
+struct LongRun : WindowRun {
+  LongRun() {
+    std::string lines;
+    for (int64_t i = 0; i < 400000; ++i) lines += std::to_string(i * 7919 % 1000003) + "\r\n";
+    File("old/a", lines);
+    File("new/a", lines, 1);
+    Set("StartMsg", "0");
+    Set("OptOutLineCnt", "1");
+    Open();
+    Select(0, "a");
+    Select(1, "a");
+  }
+};
+
+TEST(RunDialog, AsksBeforeItStops) {
+  LongRun run;
+  ModalScript script;
+  script
+      .Then([&](QWidget& dialog) {
+        EXPECT_TRUE(Find<QWidget>(dialog, "BtnStop")->isVisible());
+        EXPECT_FALSE(Find<QWidget>(dialog, "BtnYES")->isVisible());
+        Press(dialog, "BtnStop");
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_FALSE(run.window->close());
+        dialog.close();
+        EXPECT_FALSE(dialog.isVisible());
+        EXPECT_FALSE(run.window->close());  // the job is still below this call
+      })
+      .Then([&](QWidget& box) {
+        EXPECT_EQ(dynamic_cast<QMessageBox&>(box).text(), "処理を中断します  よろしいですか？");
+        EXPECT_EQ(test::DefaultButton(box), "いいえ");
+        // A second question cannot open above the first.
+        Press(*box.parentWidget(), "BtnStop");
+        box.parentWidget()->close();
+        test::PressBoxButton(box, "いいえ");
+      })
+      .Then([](QWidget& box) {
+        EXPECT_EQ(test::DefaultButton(box), "はい");
+        test::PressBoxButton(box, "はい");
+      });
+  run.Click("BtnRun");
+  EXPECT_EQ(run.Results().at(1), "    中断");
+  EXPECT_TRUE(run.window->close());
+}
+
+}  // namespace
+}  // namespace ledrix
