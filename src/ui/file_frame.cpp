@@ -295,17 +295,16 @@ void FileFrame::Refresh() {
 }
 
 void FileFrame::OpenDropped(const NativePath& path) {
-  if (IsFolder(path)) {
-    OpenFolder(path);
-    return;
-  }
-  OpenFolder(DirOf(path));
-  int row = table_.RowOf(FileNameOf(path));
-  if (row < 0 && PathExists(path)) {
+  const bool is_folder = IsFolder(path);
+  OpenFolder(is_folder ? path : DirOf(path));
+  const std::string name = is_folder ? "" : FileNameOf(path);
+  // What was asked for is shown, whatever the filter says.
+  const bool hidden = is_folder ? table_.rows() == 0 : table_.RowOf(name) < 0 && PathExists(path);
+  if (hidden) {
     inCombo->setCurrentIndex(inCombo->count() - 1);  // the entry that shows every file
     FillFiles(ReadOpenFolder());
-    row = table_.RowOf(FileNameOf(path));
   }
+  const int row = is_folder ? -1 : table_.RowOf(name);
   if (row >= 0) inListView->setCurrentIndex(table_.index(row, 0));
 }
 

@@ -44,7 +44,8 @@ class FileFrame : public QGroupBox {
   void OpenFolder(const NativePath& folder);
   // Reads the drives, the open folder and its files again; the selection stays where it can.
   void Refresh();
-  // Opens a dropped file's folder and selects the file; a folder is opened.
+  // Opens a file's folder and selects the file, or opens a folder. A filter that hides the file, or
+  // all of the folder, gives way to the one that shows every file.
   void OpenDropped(const NativePath& path);
 
   const NativePath& folder() const { return folder_; }  // ends in a separator

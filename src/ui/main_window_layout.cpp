@@ -23,8 +23,8 @@ constexpr int kSplitterDefault = 2040 / kTwipsPerPixel;
 constexpr int kMiddleDefault = 5265 / kTwipsPerPixel;
 constexpr int kHalfMiddleStrip = 172 / kTwipsPerPixel;
 constexpr QSize kDesignSize(960, 620);
-constexpr int kNameColumnDefault = 140;
-constexpr int kDateColumnDefault = 105;
+constexpr int kNameColumnDefault = 125;
+constexpr int kDateColumnDefault = 125;
 
 struct ModeLook {
   const char* symbol;
