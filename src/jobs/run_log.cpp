@@ -55,6 +55,8 @@ std::optional<HistoryEntry> ReadLine(std::string_view line, const LocalTime& now
   // A comma is no trail byte, so it may be searched for in the bytes.
   const size_t comma = line.rfind(',');
   if (comma == std::string_view::npos) return std::nullopt;
+  // To the file system a path would end at a NUL.
+  if (line.find('\0') != std::string_view::npos) return std::nullopt;
   const std::optional<LocalTime> date = ParseDateTime(line.substr(comma + 1));
   if (!date || DayNumber(now) - DayNumber(*date) > kDaysKept) return std::nullopt;
   NativePath folder(DecodeSjis(SjisView::FromBytes(line.substr(0, comma))));

@@ -43,10 +43,18 @@ NativePath ChooseProgramFolder() {
   if (!executable_folder.empty() && PathExists(executable_folder + kPortableMark)) {
     return executable_folder;
   }
-  return BaseFolder("XDG_DATA_HOME", ".local/share/") + "ledrix/";
+  return UserDataFolder() + "ledrix/";
 }
 
 }  // namespace
+
+NativePath UserDataFolder() {
+  return BaseFolder("XDG_DATA_HOME", ".local/share/");
+}
+
+NativePath UserConfigurationFolder() {
+  return BaseFolder("XDG_CONFIG_HOME", ".config/");
+}
 
 NativePath ProgramFolder() {
   NativePath folder = ChooseProgramFolder();
@@ -55,8 +63,23 @@ NativePath ProgramFolder() {
   return folder;
 }
 
+NativePath SharedFolder() {
+  return DirOf(StripBackslash(ExecutableFolder())) + "share/ledrix/";
+}
+
+NativePath FindProgramFile(std::string_view name) {
+  NativePath own = ProgramFolder() + name;
+  NativePath shared = SharedFolder() + name;
+  return !GetFileInfo(own).ok() && GetFileInfo(shared).ok() ? shared : own;
+}
+
+NativePath SendToFolder(SendToOwner owner) {
+  if (owner == SendToOwner::kProgram) return AddBackslash(FindProgramFile("SendTo"));
+  return UserDataFolder() + "ledrix/SendTo/";
+}
+
 NativePath SettingsPath() {
-  return BaseFolder("XDG_CONFIG_HOME", ".config/") + "ledrix/settings.ini";
+  return UserConfigurationFolder() + "ledrix/settings.ini";
 }
 
 }  // namespace ledrix

@@ -8,17 +8,20 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 #include "ui/file_frame.h"
 #include "ui/output_frame.h"
+#include "ui/program_commands.h"
 #include "ui/qt_text.h"
 #include "ui/result_list.h"
 
 namespace ledrix {
 namespace {
 
+constexpr int kHoldMilliseconds = 900;
 constexpr int kTroubleMilliseconds = 15000;
 
 QToolButton* SymbolButton(const QString& name, const char* symbol, const char* hint) {
@@ -51,8 +54,13 @@ QLabel* Panel(const char* name) {
 LedrixF0::LedrixF0(const WindowProgram& program)
     : program_(program),
       log_(program.folder, program.platform),
+      patterns_(program.folder),
       chooser_(program.folder),
-      menu_(*menuBar()) {
+      menu_(*menuBar()),
+      match_menu_(*menu_.MenuMatchGrp, program.options),
+      pattern_menu_(*menu_.MenuPatternGrp, program.options, patterns_,
+                    [this] { match_menu_.Synchronise(); }),
+      charset_menu_(*menu_.MenuCharsetGrp, program.options, program.platform, this) {
   program_.job.GuiMode = true;
   Build();
   ConnectMenu();
@@ -72,6 +80,12 @@ void LedrixF0::Build() {
   setWindowTitle("Ledrix");
   menuBar()->setNativeMenuBar(false);
   POPMenu = new PopupMenu(this);
+  POP_ChangeDir = new QMenu(this);
+  POP_ChangeDir->setObjectName("POP_ChangeDir");
+  Timer1 = new QTimer(this);
+  Timer1->setObjectName("Timer1");
+  Timer1->setSingleShot(true);
+  Timer1->setInterval(kHoldMilliseconds);
   for (int index = 0; index < 2; ++index) {
     FileFrame::Hooks hooks;
     hooks.selection_changed = [this] { UpdatePreview(); };
@@ -188,7 +202,10 @@ void LedrixF0::ConnectMenu() {
   on(menu_.MenuEnd, [this] { close(); });
   on(menu_.MenuListClear, [this] { ClearResults(); });
   on(menu_.MenuRefresh, [this] { Refresh(); });
+  on(menu_.MenuHelpContents, [this] { ShowHelp(program_.actions, program_.platform); });
+  on(menu_.menuReadme, [this] { ShowReadme(program_.actions, program_.platform); });
   on(menu_.MenuHelpVersion, [this] { ShowVersion(); });
+  on(menu_.MenuRegClear, [this] { ClearSettingsAndEnd(); });
 }
 
 void LedrixF0::ConnectPopup() {
@@ -214,6 +231,20 @@ void LedrixF0::ConnectPopup() {
   connect(OutList, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) {
     ShowPopup(PopupSource::kListBox, 0, OutList->viewport()->mapToGlobal(place));
   });
+  const char* const folders[] = {"My Documents", "Ledrix Dir"};
+  for (int i = 0; i < 2; ++i) {
+    QAction* const entry = POP_ChangeDir->addAction(folders[i]);
+    entry->setObjectName("MenuPopCDir" + QString::number(i));
+    on(entry, [this, i] {
+      side(popup_side_).OpenFolder(i == 0 ? program_.actions.DocumentsFolder() : program_.folder);
+    });
+  }
+  connect(Timer1, &QTimer::timeout, this, [this] { ShowFolderMenu(); });
+  for (int index = 0; index < 2; ++index) {
+    QToolButton& button = side(index).folder_button();
+    connect(&button, &QToolButton::pressed, this, [this, index] { PressFolderButton(index); });
+    connect(&button, &QToolButton::released, this, [this, index] { ReleaseFolderButton(index); });
+  }
   connect(OutList, &QListView::doubleClicked, this, [this] { Open(OutList->CurrentOutput()); });
 }
 
@@ -235,7 +266,11 @@ void LedrixF0::LoadState() {
   SetMode(RisizeMode);
   ChkFrame->ChooseAtStart();
   UpdatePreview();
+  match_menu_.Synchronise();
   ApplyFont();
+  for (size_t n = 0; n < kPatternSlots; ++n) patterns_.LoadPattern(n);
+  pattern_menu_.Rebuild();
+  charset_menu_.BuildCharsetMenu();
 }
 
 void LedrixF0::SaveState() {
@@ -268,7 +303,7 @@ void LedrixF0::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
-  SaveState();
+  if (!forget_) SaveState();
   event->accept();
 }
 

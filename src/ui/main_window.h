@@ -6,8 +6,10 @@
 
 #include "jobs/file_sides.h"
 #include "jobs/run_log.h"
+#include "settings/pattern_slots.h"
 #include "settings/settings_store.h"
 #include "ui/choosers.h"
+#include "ui/condition_menus.h"
 #include "ui/main_menu.h"
 #include "ui/popup_menu.h"
 #include "ui/window_platform.h"
@@ -15,6 +17,7 @@
 class QLabel;
 class QPushButton;
 class QSplitter;
+class QTimer;
 class QToolButton;
 
 namespace ledrix {
@@ -76,6 +79,12 @@ class LedrixF0 : public QMainWindow {
   void Refresh();
   void ClearResults();
   void ShowVersion();
+  void ShowHistory(int side);
+  void PressFolderButton(int side);
+  void ReleaseFolderButton(int side);
+  void ShowFolderMenu();
+  void FillSendTo();
+  void ClearSettingsAndEnd();
   void ApplyFont();
   void UpdatePreview();
   void ShowPopup(PopupSource source, int side, const QPoint& place);
@@ -103,10 +112,15 @@ class LedrixF0 : public QMainWindow {
 
   const WindowProgram program_;
   RunLog log_;
+  PatternSlots patterns_;
   OutputChooser chooser_;
 
   MainMenu menu_;
+  MatchMenu match_menu_;
+  PatternMenu pattern_menu_;
+  CharsetMenu charset_menu_;
   PopupMenu* POPMenu = nullptr;
+  QMenu* POP_ChangeDir = nullptr;
   std::array<FileFrame*, 2> sides_{};
   QSplitter* splitter_ = nullptr;  // between the sides
   OutputFrame* ChkFrame = nullptr;
@@ -129,7 +143,9 @@ class LedrixF0 : public QMainWindow {
 
   PopupSource popup_source_ = PopupSource::kFileBox;
   int popup_side_ = 0;
-  bool busy_ = false;  // a job runs, or a file is copied
+  QTimer* Timer1 = nullptr;  // measures how long a folder button is held
+  bool forget_ = false;      // the settings were cleared: nothing is saved
+  bool busy_ = false;        // a job runs, or a file is copied
 };
 
 }  // namespace ledrix

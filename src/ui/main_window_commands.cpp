@@ -3,14 +3,20 @@
 #include <QFontInfo>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
+#include <QToolButton>
 
 #include "dircomp/dir_compare.h"
 #include "jobs/folder_sync.h"
 #include "jobs/output_preview.h"
 #include "platform/file_copy.h"
+#include "platform/launcher.h"
+#include "platform/program_folder.h"
 #include "ui/desktop_actions.h"
 #include "ui/file_frame.h"
+#include "ui/history_window.h"
 #include "ui/main_window.h"
+#include "ui/program_commands.h"
 #include "ui/qt_text.h"
 #include "ui/result_list.h"
 #include "ui/version_window.h"
@@ -83,6 +89,54 @@ void LedrixF0::ShowVersion() {
   LedrixFv(LedrixFv::Use::kOnDemand, program_.actions, this).exec();
 }
 
+void LedrixF0::PressFolderButton(int index) {
+  popup_side_ = index;
+  Timer1->start();
+}
+
+void LedrixF0::ReleaseFolderButton(int index) {
+  if (!Timer1->isActive()) return;  // it was held, and the menu is there
+  Timer1->stop();
+  // When the button is done with its click.
+  QTimer::singleShot(0, this, [this, index] { ShowHistory(index); });
+}
+
+void LedrixF0::ShowFolderMenu() {
+  QToolButton& button = side(popup_side_).folder_button();
+  button.setDown(false);
+  POP_ChangeDir->popup(button.mapToGlobal(QPoint(0, button.height())));
+}
+
+void LedrixF0::ShowHistory(int index) {
+  program_.job.ActiveSide = index;
+  const auto open = [this](int to_side, const NativePath& folder) {
+    side(to_side).OpenFolder(folder);
+  };
+  LedrixFr(log_, program_.store, index, open, this).exec();
+}
+
+void LedrixF0::FillSendTo() {
+  QMenu& menu = *POPMenu->MenuPopSendTo;
+  menu.clear();
+  const bool own = program_.options.SendToLDX == 1;
+  int number = 0;
+  for (const Launcher& launcher :
+       ListLaunchers(SendToFolder(own ? SendToOwner::kProgram : SendToOwner::kUser))) {
+    QAction* const entry = menu.addAction(ToQString(NativePath(launcher.name)).replace("&", "&&"));
+    entry->setObjectName("MenuPopSendAP" + QString::number(number++));
+    connect(entry, &QAction::triggered, this, [this, launcher] {
+      const NativePath file = PopupFile();
+      if (!file.empty()) program_.actions.StartLauncher(launcher, file);
+    });
+  }
+}
+
+void LedrixF0::ClearSettingsAndEnd() {
+  if (!ClearSettings(program_.store, program_.platform)) return;
+  forget_ = true;
+  close();
+}
+
 void LedrixF0::ApplyFont() {
   QFont font(ToQString(program_.options.FontName));
   font.setPointSize(std::max<int>(program_.options.FontSize, 1));
@@ -109,6 +163,7 @@ void LedrixF0::ShowPopup(PopupSource source, int index, const QPoint& place) {
   popup_source_ = source;
   popup_side_ = index;
   program_.job.ActiveSide = index;
+  if (source != PopupSource::kDirBox) FillSendTo();
   POPMenu->Prepare(source,
                    {program_.options.DELMenuVisible == 1, program_.options.OptDbClick == 1});
   POPMenu->popup(place);

@@ -1,6 +1,4 @@
 // The main window's size, its splitter bars, and how both are kept between runs.
-//
-// Stored values are twips, of which a device-independent pixel has fifteen.
 #include <QApplication>
 #include <QHeaderView>
 #include <QLayout>
@@ -9,8 +7,8 @@
 #include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
-#include <cmath>
 
+#include "settings/twips.h"
 #include "ui/file_frame.h"
 #include "ui/main_window.h"
 #include "ui/qt_text.h"
@@ -18,7 +16,7 @@
 namespace ledrix {
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
+constexpr int kTwipsPerPixel = 15;  // of the device-independent kind
 constexpr int kSplitterDefault = 2040 / kTwipsPerPixel;
 constexpr int kMiddleDefault = 5265 / kTwipsPerPixel;
 constexpr int kHalfMiddleStrip = 172 / kTwipsPerPixel;
@@ -36,20 +34,6 @@ constexpr ModeLook kModes[] = {{"▽", "区切バー位置比率固定"},
 
 constexpr const char* kColumnKeys[2][2] = {{"ColWidthOld1", "ColWidthOld2"},
                                            {"ColWidthNew1", "ColWidthNew2"}};
-
-// A stored length in pixels; the default when it is missing, no number or beyond any screen.
-int ReadLength(const SettingsStore& store, const char* key, int default_pixels) {
-  constexpr double kFarthest = 100000;
-  bool is_number = false;
-  const double twips = ToQString(store.ReadSetting("Settings", key, "")).toDouble(&is_number);
-  const double pixels = twips / kTwipsPerPixel;
-  if (!is_number || !(std::abs(pixels) <= kFarthest)) return default_pixels;
-  return static_cast<int>(std::lround(pixels));
-}
-
-void WriteLength(SettingsStore& store, const char* key, int pixels) {
-  store.WriteSetting("Settings", key, std::to_string(pixels * kTwipsPerPixel));
-}
 
 // True when enough of the title bar is on a screen to take hold of the window.
 bool IsReachable(const QPoint& place, int width) {
@@ -73,26 +57,26 @@ void LedrixF0::RestoreGeometry() {
   const SettingsStore& store = program_.store;
   constexpr int kNone = -1000000;
   setMinimumSize(kDesignSize);
-  const int left = ReadLength(store, "MainLeft", kNone);
-  const int top = ReadLength(store, "MainTop", kNone);
+  const int left = ReadPixels(store, "MainLeft", kNone);
+  const int top = ReadPixels(store, "MainTop", kNone);
   const QSize screen = QApplication::primaryScreen()->availableSize();
-  const QSize wanted(ReadLength(store, "MainWidth", kDesignSize.width()),
-                     ReadLength(store, "MainHeight", kDesignSize.height()));
+  const QSize wanted(ReadPixels(store, "MainWidth", kDesignSize.width()),
+                     ReadPixels(store, "MainHeight", kDesignSize.height()));
   resize(wanted.boundedTo(screen).expandedTo(kDesignSize));
   if (left != kNone && top != kNone && IsReachable({left, top}, width())) move(left, top);
   for (int index = 0; index < 2; ++index) {
     QHeaderView& header = *side(index).files().header();
     const int defaults[] = {kNameColumnDefault, kDateColumnDefault};
     for (int column = 0; column < 2; ++column) {
-      const int wide = ReadLength(store, kColumnKeys[index][column], defaults[column]);
+      const int wide = ReadPixels(store, kColumnKeys[index][column], defaults[column]);
       header.resizeSection(column, std::clamp(wide, header.minimumSectionSize(), screen.width()));
     }
   }
   RisizeMode =
       std::clamp(ToQString(store.ReadSetting("Settings", "RisizeMode", "0")).toInt(), 0, 2);
-  SplitterL = ReadLength(store, "SplitterL", kSplitterDefault);
-  SplitterR = ReadLength(store, "SplitterR", kSplitterDefault);
-  SplitterM = ReadLength(store, "SplitterM", kMiddleDefault);
+  SplitterL = ReadPixels(store, "SplitterL", kSplitterDefault);
+  SplitterR = ReadPixels(store, "SplitterR", kSplitterDefault);
+  SplitterM = ReadPixels(store, "SplitterM", kMiddleDefault);
   const double middle = std::max(SplitterM, 1);
   folder_share_ = {std::clamp(SplitterL / middle, 0.1, 0.9),
                    std::clamp(SplitterR / middle, 0.1, 0.9)};
@@ -107,20 +91,20 @@ void LedrixF0::RestoreGeometry() {
 
 void LedrixF0::StoreGeometry() {
   SettingsStore& store = program_.store;
-  WriteLength(store, "MainLeft", x());
-  WriteLength(store, "MainTop", y());
-  WriteLength(store, "MainWidth", width());
-  WriteLength(store, "MainHeight", height());
+  WritePixels(store, "MainLeft", x());
+  WritePixels(store, "MainTop", y());
+  WritePixels(store, "MainWidth", width());
+  WritePixels(store, "MainHeight", height());
   for (int index = 0; index < 2; ++index) {
     const QHeaderView& header = *side(index).files().header();
     for (int column = 0; column < 2; ++column) {
-      WriteLength(store, kColumnKeys[index][column], header.sectionSize(column));
+      WritePixels(store, kColumnKeys[index][column], header.sectionSize(column));
     }
   }
   store.WriteSetting("Settings", "RisizeMode", std::to_string(RisizeMode));
-  WriteLength(store, "SplitterL", SplitterL);
-  WriteLength(store, "SplitterR", SplitterR);
-  WriteLength(store, "SplitterM", SplitterM);
+  WritePixels(store, "SplitterL", SplitterL);
+  WritePixels(store, "SplitterR", SplitterR);
+  WritePixels(store, "SplitterM", SplitterM);
 }
 
 void LedrixF0::SetMode(int mode) {

@@ -1,0 +1,155 @@
+#include "platform/launcher.h"
+
+#include <cerrno>
+
+#include "platform/exec_line.h"
+#include "platform/files.h"
+#include "platform/folders.h"
+#include "platform/key_file.h"
+#include "platform/start_program.h"
+
+namespace ledrix {
+namespace {
+
+constexpr size_t kMostBytes = size_t{1} << 16;
+constexpr const char* kGroup = "Desktop Entry";
+constexpr std::string_view kSuffix = ".desktop";
+constexpr const char* kTerminal = "x-terminal-emulator";
+
+std::string Text(const KeyFile& file, std::string_view key) {
+  return UnescapeValue(file.Get(kGroup, key).value_or(""));
+}
+
+bool Flag(const KeyFile& file, std::string_view key) {
+  return file.Get(kGroup, key) == "true";
+}
+
+std::optional<Launcher> FromKeyFile(const NativePath& path, const KeyFile& file) {
+  if (Text(file, "Type") != "Application") return std::nullopt;
+  std::optional<std::vector<LauncherWord>> words = CutExecLine(Text(file, "Exec"));
+  if (!words) return std::nullopt;
+  const std::string needed = Text(file, "TryExec");
+  if (!needed.empty() && FindProgram(needed).empty()) return std::nullopt;
+
+  Launcher launcher;
+  launcher.path = path;
+  launcher.name = FileNameOf(path);
+  if (launcher.name.ends_with(kSuffix)) {
+    launcher.name.resize(launcher.name.size() - kSuffix.size());
+  }
+  launcher.title = Text(file, "Name[ja]");
+  if (launcher.title.empty()) launcher.title = Text(file, "Name");
+  launcher.icon = Text(file, "Icon");
+  launcher.folder = NativePath(Text(file, "Path"));
+  launcher.in_terminal = Flag(file, "Terminal");
+  launcher.is_hidden = Flag(file, "Hidden");
+  launcher.is_shown = !launcher.is_hidden && !Flag(file, "NoDisplay");
+  launcher.words = std::move(*words);
+  return launcher;
+}
+
+bool IsFloppyDrive(const std::string& name) {
+  return name.find("3.5") != std::string::npos || name.find("ｲﾝﾁ") != std::string::npos;
+}
+
+// What a code stands for inside a word.
+std::string Expanded(const Launcher& launcher, char code, const NativePath& file) {
+  switch (code) {
+    case 'f':
+    case 'F':
+      return file.bytes();
+    case 'u':
+    case 'U':
+      return FileAddress(file);
+    case 'c':
+      return launcher.title;
+    case 'k':
+      return launcher.path.bytes();
+    default:
+      return {};
+  }
+}
+
+void AppendWord(const Launcher& launcher, const LauncherWord& word, const NativePath& file,
+                std::vector<std::string>& arguments) {
+  if (word.size() == 1 && word[0].code == 'i') {
+    if (!launcher.icon.empty()) arguments.insert(arguments.end(), {"--icon", launcher.icon});
+    return;
+  }
+  std::string text;
+  bool has_text = false;
+  for (const LauncherPiece& piece : word) {
+    has_text |= piece.code == '\0';
+    text += piece.code == '\0' ? piece.text : Expanded(launcher, piece.code, file);
+  }
+  if (has_text || !text.empty()) arguments.push_back(std::move(text));
+}
+
+bool HasFileCode(const Launcher& launcher) {
+  constexpr std::string_view kFileCodes = "fFuU";
+  for (const LauncherWord& word : launcher.words) {
+    for (const LauncherPiece& piece : word) {
+      if (piece.code != '\0' && kFileCodes.find(piece.code) != std::string_view::npos) return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+std::optional<Launcher> ReadLauncher(const NativePath& path) {
+  const std::optional<KeyFile> file = KeyFile::Read(path, kMostBytes);
+  return file ? FromKeyFile(path, *file) : std::nullopt;
+}
+
+std::vector<Launcher> ListLaunchers(const NativePath& folder) {
+  std::vector<Launcher> launchers;
+  if (IsOpenToOthers(folder)) return launchers;
+  const Result<std::vector<FolderEntry>> entries = ReadFolder(folder);
+  if (!entries.ok()) return launchers;
+  for (const FolderEntry& entry : entries.value()) {
+    if (!entry.name.ends_with(kSuffix) || entry.name.size() == kSuffix.size()) continue;
+    const NativePath path = folder + entry.name;
+    const std::optional<KeyFile> file = KeyFile::Read(path, kMostBytes);
+    if (!file || file->is_open_to_others() || IsOpenToOthers(DirOf(RealPath(path)))) continue;
+    std::optional<Launcher> launcher = FromKeyFile(path, *file);
+    if (launcher && launcher->is_shown && !IsFloppyDrive(launcher->name)) {
+      launchers.push_back(std::move(*launcher));
+    }
+  }
+  return launchers;
+}
+
+std::vector<std::string> LauncherArguments(const Launcher& launcher, const NativePath& file) {
+  std::vector<std::string> arguments;
+  for (const LauncherWord& word : launcher.words) AppendWord(launcher, word, file, arguments);
+  if (!HasFileCode(launcher)) arguments.push_back(file.bytes());
+  return arguments;
+}
+
+std::string FileAddress(const NativePath& path) {
+  constexpr std::string_view kPlain = "-._~/";
+  constexpr const char* kDigits = "0123456789ABCDEF";
+  std::string address = "file://";
+  for (const char c : path.bytes()) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool is_letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    if (is_letter || (c >= '0' && c <= '9') || kPlain.find(c) != std::string_view::npos) {
+      address += c;
+    } else {
+      address += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+  }
+  return address;
+}
+
+Status StartWithFile(const Launcher& launcher, const NativePath& file) {
+  std::vector<std::string> arguments = LauncherArguments(launcher, file);
+  if (launcher.in_terminal) {
+    if (FindProgram(arguments[0]).empty()) return Error::System(ENOENT);
+    arguments.insert(arguments.begin(), {kTerminal, "-e"});
+  }
+  return StartProgram(arguments, launcher.folder);
+}
+
+}  // namespace ledrix

@@ -1,0 +1,19 @@
+// Commands of the main menu that concern the program itself.
+#pragma once
+
+#include "platform/services.h"
+#include "settings/settings_store.h"
+#include "ui/desktop_actions.h"
+
+namespace ledrix {
+
+// Asks, and on Yes empties the settings, in the file as well. True: the program is to end at once
+// and to save nothing.
+[[nodiscard]] bool ClearSettings(SettingsStore& store, PlatformServices& platform);
+
+// Opens the help or the readme (FindProgramFile) by its association. A message tells when it is
+// missing or when the desktop knows no program for it.
+void ShowHelp(DesktopActions& actions, PlatformServices& platform);
+void ShowReadme(DesktopActions& actions, PlatformServices& platform);
+
+}  // namespace ledrix

@@ -1,0 +1,228 @@
+#include "platform/launcher.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+#include "platform/program_folder.h"
+#include "platform/start_program.h"
+#include "support/test_files.h"
+
+namespace ledrix {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+std::string LauncherText(const std::string& exec, const std::string& more = "") {
+  return "[Desktop Entry]\nType=Application\nName=N\nExec=" + exec + "\n" + more;
+}
+
+// The arguments joined by "|", or "broken".
+std::string Arguments(const test::TempFolder& folder, const std::string& exec,
+                      const std::string& more = "", const std::string& file = "/d/a b") {
+  const auto launcher = ReadLauncher(folder.Write("x.desktop", LauncherText(exec, more)));
+  if (!launcher) return "broken";
+  std::string joined;
+  for (const std::string& argument : LauncherArguments(*launcher, NativePath(file))) {
+    joined += (joined.empty() ? "" : "|") + argument;
+  }
+  return joined;
+}
+
+TEST(Launcher, CutsExecIntoArguments) {
+  const test::TempFolder folder;
+  const std::string self = folder.At("x.desktop").bytes();
+  struct Case {
+    std::string exec;
+    std::string arguments;
+    std::string more = {};
+  };
+  for (const Case& c : std::vector<Case>{
+           {"prog", "prog|/d/a b"},
+           {"  prog   -x\\t%f ", "prog|-x|/d/a b"},
+           {"prog %F --u=%u", "prog|/d/a b|--u=file:///d/a%20b"},
+           {"prog %U %%f %c|%k", "prog|file:///d/a%20b|%f|N|" + self},
+           {"prog %d%D %n %N %v %m %i", "prog|/d/a b"},
+           {"prog %i %f %c", "prog|--icon|pic|/d/a b|日本", "Icon=pic\nName[ja]=日本\n"},
+           {"\"/my prog\" \"a\\\\\"b\\\\$c\\\\\\\\d\\\\x\" \"\" %f",
+            "/my prog|a\"b$c\\d\\x||/d/a b"},
+           {"prog a\\\\ b\\\\\\\\c d'e f'", "prog|a b\\c|de f|/d/a b"},
+           {"prog \"%f\" '%u'", "prog|/d/a b|file:///d/a%20b"},
+           // What is in quotation marks is as the owner wrote it, whatever the file's name is.
+           {"sh -c \"cat %f; date +%%Y%m\"", "sh|-c|cat %f; date +%Y%m|/d/a b"},
+           {"sh -c 'cat %f' x%fy", "sh|-c|cat %f|x/d/a by"},
+           {"prog `id` $HOME ~ * ; rm", "prog|`id`|$HOME|~|*|;|rm|/d/a b"},
+           {"", "broken"},
+           {" ", "broken"},
+           {"prog \"a", "broken"},
+           {"prog 'a", "broken"},
+           {"prog a\\\\", "broken"},
+           {"prog %", "broken"},
+           {"prog %y", "broken"},
+           {"%f prog", "broken"},
+           {"\"\" prog", "broken"},
+           {"prog", "broken", "TryExec=/no/such/program\n"},
+           {"prog", "prog|/d/a b", "TryExec=sh\n[Desktop Action x]\nExec=other\n"}}) {
+    EXPECT_EQ(Arguments(folder, c.exec, c.more), c.arguments) << c.exec;
+  }
+  EXPECT_EQ(Arguments(folder, "prog %f %u", "", "/\xFF,日$(x)"),
+            "prog|/\xFF,日$(x)|file:///%FF%2C%E6%97%A5%24%28x%29");
+}
+
+TEST(Launcher, RefusesBrokenFiles) {
+  const test::TempFolder folder;
+  std::filesystem::create_directory(folder.At("dir.desktop").bytes());
+  ASSERT_EQ(mkfifo(folder.At("pipe.desktop").c_str(), 0600), 0);
+  EXPECT_FALSE(ReadLauncher(folder.At("none.desktop")));
+  EXPECT_FALSE(ReadLauncher(folder.At("dir.desktop")));
+  EXPECT_FALSE(ReadLauncher(folder.At("pipe.desktop")));
+  EXPECT_FALSE(ReadLauncher(NativePath("/dev/zero")));
+  const std::string good = LauncherText("prog");
+  std::string largest = good + "#";
+  largest.resize(65536, 'x');
+  for (const auto& [bytes, is_good] : std::vector<std::pair<std::string, bool>>{
+           {good, true},
+           {largest, true},
+           {largest + "x", false},
+           {good + '\0', false},
+           {"", false},
+           {"[Desktop Entry]\nExec=prog\n", false},
+           {"[Desktop Entry]\nType=Link\nExec=prog\nURL=x\n", false},
+           {"[Desktop Entry]\nType=Application\n", false},
+           {"[Other]\nType=Application\nExec=prog\n", false},
+           {"Type=Application\nExec=prog\n[Desktop Entry]\n", false},
+           {"#c\n\n[Desktop Entry]\r\nType = Application\r\nExec = prog\r\n", true}}) {
+    EXPECT_EQ(ReadLauncher(folder.Write("x.desktop", bytes)).has_value(), is_good)
+        << bytes.substr(0, 60);
+  }
+}
+
+Texts Names(const std::vector<Launcher>& launchers) {
+  Texts names;
+  for (const Launcher& launcher : launchers) names.push_back(launcher.name);
+  return names;
+}
+
+TEST(Launcher, ListsWhatOthersCannotWriteTo) {
+  umask(022);
+  const test::TempFolder folder;
+  const std::string good = LauncherText("prog");
+  for (const char* name :
+       {"b", "B", "日本", "a 3.5 b", "5ｲﾝﾁFD", "shared", "others", "alien", "to"}) {
+    folder.Write(std::string(name) + ".desktop", good);
+  }
+  folder.Write("text.txt", good);
+  folder.Write(".desktop", good);
+  folder.Write("hidden.desktop", good + "Hidden=true\n");
+  folder.Write("no.desktop", good + "NoDisplay=true\n");
+  folder.Write("broken.desktop", "noise");
+  chmod(folder.At("shared.desktop").c_str(), 0664);
+  chmod(folder.At("others.desktop").c_str(), 0646);
+  std::filesystem::create_directory(folder.At("open").bytes());
+  folder.Write("open/x.desktop", good);
+  chmod(folder.At("open").c_str(), 0777);
+  symlink("open/x.desktop", folder.At("link1.desktop").c_str());
+  symlink("b.desktop", folder.At("link2.desktop").c_str());
+  symlink("loop.desktop", folder.At("loop.desktop").c_str());
+  Texts expected{"B", "alien", "b", "link2", "to", "日本"};
+  if (geteuid() == 0) {
+    ASSERT_EQ(chown(folder.At("alien.desktop").c_str(), 12345, 12345), 0);
+    expected.erase(expected.begin() + 1);
+  }
+  const NativePath path(folder.path() + "/");
+  EXPECT_EQ(Names(ListLaunchers(path)), expected);
+  chmod(folder.path().c_str(), 0770);
+  EXPECT_EQ(Names(ListLaunchers(path)), Texts());
+  EXPECT_EQ(Names(ListLaunchers(folder.At("none/"))), Texts());
+}
+
+TEST(Launcher, ComesWithTheProgram) {
+  const NativePath folder(LEDRIX_SOURCE_FOLDER "/packaging/SendTo/");
+  int count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder.bytes())) {
+    std::string text = test::ReadFile(NativePath(entry.path().string()));
+    text.erase(text.find("TryExec="), text.find("\nExec=") - text.find("TryExec=") + 1);
+    const test::TempFolder copy;
+    const auto launcher = ReadLauncher(copy.Write("x.desktop", text));
+    ASSERT_TRUE(launcher) << entry.path();
+    EXPECT_EQ(launcher->title, entry.path().stem().string());
+    // The file stands where a code is, not behind all.
+    EXPECT_EQ(launcher->words.size(), LauncherArguments(*launcher, NativePath("/x")).size());
+    ++count;
+  }
+  EXPECT_EQ(count, 3);
+}
+
+// Waits for a file that a started program writes last.
+std::string Written(const NativePath& path) {
+  for (int i = 0; i < 1000 && !test::FileExists(path); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  return test::ReadFile(path);
+}
+
+// A program that writes its folder and arguments, each in brackets, into the file "told".
+NativePath TellingProgram(const test::TempFolder& folder, const char* name) {
+  const std::string told = folder.At("told").bytes();
+  NativePath path = folder.Write(name, "#!/bin/sh\n{ printf '[%s]' \"$PWD\" \"$@\"; } > " + told +
+                                           ".x\nmv " + told + ".x " + told + "\n");
+  chmod(path.c_str(), 0755);
+  return path;
+}
+
+TEST(Launcher, StartsItsProgramWithTheBytesOfTheFile) {
+  const test::TempFolder folder;
+  const NativePath program = TellingProgram(folder, "pro gram");
+  const auto launcher = ReadLauncher(
+      folder.Write("x.desktop", LauncherText("\"" + program.bytes() + "\" -x %f", "Path=/usr\n")));
+  ASSERT_TRUE(launcher);
+  EXPECT_FALSE(StartWithFile(*launcher, NativePath("/a\xFF b;$(x)\n'\"")));
+  EXPECT_EQ(Written(folder.At("told")), "[/usr][-x][/a\xFF b;$(x)\n'\"]");
+}
+
+TEST(Launcher, StartsInATerminalAndTellsOfFailures) {
+  const test::TempFolder folder;
+  const std::string path = std::getenv("PATH");
+  const auto read = [&](const std::string& exec, const std::string& more) {
+    return *ReadLauncher(folder.Write("x.desktop", LauncherText(exec, more)));
+  };
+  const NativePath file("/f");
+  TellingProgram(folder, "x-terminal-emulator");
+  setenv("PATH", (folder.path() + ":/bin").c_str(), 1);
+  EXPECT_FALSE(StartWithFile(read("sh a", "Terminal=true\nPath=/usr\n"), file));
+  EXPECT_EQ(Written(folder.At("told")), "[/usr][-e][sh][a][/f]");
+  folder.Write("data", "no program");
+  EXPECT_TRUE(StartWithFile(read("no-such-program", ""), file));
+  EXPECT_TRUE(StartWithFile(read("no-such-program", "Terminal=true\n"), file));
+  EXPECT_TRUE(StartWithFile(read(folder.At("data").bytes(), ""), file));
+  EXPECT_TRUE(StartWithFile(read("sh", "Path=/no/such/folder\n"), file));
+  setenv("PATH", ".:bin", 1);  // relative folders do not count
+  EXPECT_TRUE(FindProgram("sh").empty());
+  setenv("PATH", path.c_str(), 1);
+}
+
+TEST(SendToFolder, IsTheUsersOrTheOneOfTheProgram) {
+  const test::TempFolder home;
+  setenv("XDG_DATA_HOME", home.path().c_str(), 1);
+  setenv("LEDRIX_HOME", home.At("own").c_str(), 1);
+  EXPECT_EQ(SendToFolder(SendToOwner::kUser).bytes(), home.path() + "/ledrix/SendTo/");
+  EXPECT_EQ(SendToFolder(SendToOwner::kProgram).bytes(), home.path() + "/own/SendTo/");
+  // The tests' own program lies one folder below the built ones.
+  const std::filesystem::path shared(SharedFolder().bytes());
+  EXPECT_EQ(shared.parent_path().parent_path().filename(), "share");
+  std::filesystem::create_directories(shared / "SendTo");
+  EXPECT_EQ(SendToFolder(SendToOwner::kProgram).bytes(), shared.string() + "SendTo/");
+  std::filesystem::create_directories(home.At("own/SendTo").bytes());
+  EXPECT_EQ(SendToFolder(SendToOwner::kProgram).bytes(), home.path() + "/own/SendTo/");
+  std::filesystem::remove_all(shared.parent_path().parent_path());
+  unsetenv("XDG_DATA_HOME");
+  unsetenv("LEDRIX_HOME");
+}
+
+}  // namespace
+}  // namespace ledrix

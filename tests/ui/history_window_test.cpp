@@ -1,0 +1,210 @@
+#include "ui/history_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTest>
+#include <QTreeWidget>
+#include <filesystem>
+
+#include "support/test_run.h"
+#include "ui/qt_text.h"
+#include "ui/window_test.h"
+
+namespace ledrix {
+namespace {
+
+using Texts = std::vector<std::string>;
+using test::Find;
+
+// A run log of the folders a, b and c, all used lately, and a window that notes what it opens.
+struct History {
+  test::TempFolder folder;
+  test::TestRun run;
+  RunLog log{NativePath(folder.path() + "/"), run.platform};
+  SettingsStore store{folder.At("settings.ini")};
+  Texts opened;  // "SIDE NAME"
+
+  History() {
+    for (const char* name : {"a", "b", "c"}) std::filesystem::create_directory(Path(name));
+    WriteLog({Path("c") + ",2024/03/01 01:00:00", Path("a") + ",2024/03/03 01:00:00",
+              Path("b") + ",2024/03/02 01:00:00"});
+  }
+  std::string Path(const std::string& name) const { return folder.path() + "/" + name + "/"; }
+  void WriteLog(const Texts& lines) const { folder.Write("Ledrixr.Log", test::Lines(lines)); }
+  // The names of the folders in the run log, in its order.
+  std::string Logged() const {
+    std::string names;
+    for (const std::string& line : test::ReadLines(folder.At("Ledrixr.Log"))) {
+      const size_t start = folder.path().size() + 1;
+      names += line.substr(start, line.rfind("/,") - start);
+    }
+    return names;
+  }
+
+  LedrixFr window{log, store, 1, [this](int side, const NativePath& path) {
+                    const std::string name = path.bytes().substr(folder.path().size());
+                    opened.push_back(std::to_string(side) + name);
+                  }};
+  QTreeWidget& List() { return *Find<QTreeWidget>(window, "DirList"); }
+  void Select(int row) { List().setCurrentItem(List().topLevelItem(row)); }
+  std::string Selected() {
+    const auto rows = List().selectedItems();
+    if (rows.isEmpty()) return "";
+    return ToUtf8(rows.front()->text(0)).substr(folder.path().size());
+  }
+  void Press(const char* button) { Find<QAbstractButton>(window, button)->click(); }
+};
+
+TEST(HistoryWindow, ShowsTheFoldersOfTheLog) {
+  History history;
+  history.window.show();
+  EXPECT_EQ(history.window.windowTitle(), "ｶﾚﾝﾄﾃﾞｨﾚｸﾄﾘの変更");
+  for (const auto& [name, caption] :
+       std::vector<std::pair<const char*, const char*>>{{"BtnDirOpen0", "Old Dir 展開"},
+                                                        {"BtnDirOpen1", "New Dir 展開"},
+                                                        {"BtnClear", "クリア"},
+                                                        {"BtnClose", "閉じる"}}) {
+    EXPECT_EQ(Find<QAbstractButton>(history.window, name)->text(), QString(caption));
+  }
+  QTreeWidget& list = history.List();
+  EXPECT_EQ(list.headerItem()->text(0), "ﾃﾞｨﾚｸﾄﾘ名");
+  EXPECT_EQ(list.headerItem()->text(1), "日時");
+  ASSERT_EQ(list.topLevelItemCount(), 3);
+  EXPECT_EQ(ToUtf8(list.topLevelItem(0)->text(0)), history.Path("a"));
+  EXPECT_EQ(list.topLevelItem(0)->text(1), "2024/03/03 01:00:00");
+  EXPECT_EQ(ToUtf8(list.topLevelItem(2)->text(0)), history.Path("c"));
+  EXPECT_TRUE(test::WaitUntil([&] { return list.hasFocus(); }));
+  EXPECT_EQ(history.Selected(), "");
+  // Nothing is selected, so nothing is opened or removed.
+  QTest::keyClick(&list, Qt::Key_Return);
+  QTest::keyClick(&list, Qt::Key_Delete);
+  history.Press("BtnDirOpen0");
+  EXPECT_TRUE(history.window.isVisible());
+  EXPECT_EQ(list.topLevelItemCount(), 3);
+  EXPECT_EQ(history.opened, Texts());
+}
+
+TEST(HistoryWindow, OpensFoldersAndClosesByDoubleClickAndEnter) {
+  History history;
+  history.window.show();
+  history.Select(1);
+  history.Press("BtnDirOpen0");
+  history.Press("BtnDirOpen1");
+  EXPECT_TRUE(history.window.isVisible());
+  QTest::keyClick(&history.List(), Qt::Key_Enter);
+  EXPECT_FALSE(history.window.isVisible());
+  history.window.show();
+  history.Select(0);
+  QTreeWidget& list = history.List();
+  const QPoint place = list.visualItemRect(list.topLevelItem(2)).center();
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place);
+  QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place);
+  EXPECT_FALSE(history.window.isVisible());
+  EXPECT_EQ(history.opened, (Texts{"0/b/", "1/b/", "1/b/", "1/c/"}));
+  // The Enter key on a button is that button's.
+  history.window.show();
+  history.Select(0);
+  history.window.BtnDirOpen[0]->setFocus();
+  QTest::keyClick(history.window.BtnDirOpen[0], Qt::Key_Return);
+  EXPECT_EQ(history.opened.back(), "0/a/");
+  EXPECT_TRUE(history.window.isVisible());
+}
+
+TEST(HistoryWindow, KeepsWhatItsCommandsCloseAndDropsWhatItsCloseBoxDoes) {
+  struct Case {
+    const char* how;
+    std::function<void(History&)> close;
+    const char* logged;
+  };
+  for (const Case& c : std::vector<Case>{
+           {"close box", [](History& h) { h.window.close(); }, "cab"},
+           {"Escape", [](History& h) { QTest::keyClick(&h.window, Qt::Key_Escape); }, "cab"},
+           {"close", [](History& h) { h.Press("BtnClose"); }, "ac"},
+           {"Enter", [](History& h) { QTest::keyClick(&h.List(), Qt::Key_Return); }, "ac"},
+           {"clear", [](History& h) { h.Press("BtnClear"); }, ""}}) {
+    History history;
+    history.window.show();
+    history.Select(1);
+    QTest::keyClick(&history.List(), Qt::Key_Delete);
+    EXPECT_EQ(history.Selected(), "/c/");
+    c.close(history);
+    EXPECT_FALSE(history.window.isVisible()) << c.how;
+    EXPECT_EQ(history.Logged(), c.logged) << c.how;
+  }
+}
+
+TEST(HistoryWindow, DeletesAndReadsAnewWhenShownAgain) {
+  History history;
+  history.window.show();
+  history.Select(2);
+  QTest::keyClick(&history.List(), Qt::Key_Delete);
+  EXPECT_EQ(history.Selected(), "/b/");
+  QTest::keyClick(&history.List(), Qt::Key_Delete);
+  QTest::keyClick(&history.List(), Qt::Key_Delete);
+  EXPECT_EQ(history.List().topLevelItemCount(), 0);
+  EXPECT_EQ(history.Selected(), "");
+  history.window.close();
+  history.window.show();
+  EXPECT_EQ(history.List().topLevelItemCount(), 3);
+}
+
+TEST(HistoryWindow, KeepsItsSize) {
+  struct Case {
+    const char* stored;
+    int more;  // than the design width, in pixels
+  };
+  const QSize design = History().window.minimumSize();
+  for (const Case& c : std::vector<Case>{{"", 0},
+                                         {"12", 0},
+                                         {"-3000000", 0},
+                                         {"1e3x", 0},
+                                         {"nan", 0},
+                                         {"abc", 0},
+                                         {"9000", 600 - design.width()},
+                                         {" 9007.4 ", 600 - design.width()},
+                                         {"1e38", 800 - design.width()}}) {
+    History history;
+    if (*c.stored != '\0') history.store.WriteSetting("Settings", "LViewWidth", c.stored);
+    const LedrixFr window(history.log, history.store, 0, {});
+    EXPECT_EQ(window.width(), design.width() + c.more) << c.stored;  // the test screen has 800
+    EXPECT_EQ(window.height(), design.height()) << c.stored;
+  }
+  for (const bool by_box : {false, true}) {
+    History history;
+    history.window.show();
+    history.window.resize(640, 400);
+    by_box ? (void)history.window.close() : history.Press("BtnClose");
+    EXPECT_EQ(history.store.ReadSetting("Settings", "LViewWidth", ""), "9600");
+    EXPECT_EQ(history.store.ReadSetting("Settings", "LViewHeight", ""), "6000");
+    history.window.showMinimized();
+    history.window.resize(700, 500);
+    history.window.close();
+    EXPECT_EQ(history.store.ReadSetting("Settings", "LViewWidth", ""), "9600");
+  }
+}
+
+TEST(HistoryWindow, TakesHugeLogsAndNoise) {
+  History history;
+  std::string noise = history.Path("a") + ",2024/03/01 01:00:00\r\n";
+  for (int i = 0; i < 100000; ++i) noise += static_cast<char>(i * 7919 >> 3);
+  history.folder.Write("Ledrixr.Log",
+                       noise + "\n" + history.folder.path() + '\0' + "x/,2024/03/09 10:00:00\r\n");
+  history.window.show();
+  EXPECT_EQ(history.List().topLevelItemCount(), 1);
+  history.window.close();
+  Texts lines;
+  for (int i = 0; i < 100000; ++i) lines.push_back(history.Path("b") + ",2024/03/01 01:00:00");
+  history.WriteLog(lines);
+  history.window.show();
+  EXPECT_EQ(history.List().topLevelItemCount(), 100000);
+  history.Select(99999);
+  QTest::keyClick(&history.List(), Qt::Key_Delete);
+  history.Press("BtnClose");
+  EXPECT_EQ(history.Logged().size(), 99999u);
+}
+
+}  // namespace
+}  // namespace ledrix

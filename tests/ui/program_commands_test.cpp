@@ -1,0 +1,103 @@
+#include "ui/program_commands.h"
+
+#include <gtest/gtest.h>
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <cstdlib>
+#include <filesystem>
+
+#include "ui/window_platform.h"
+#include "ui/window_test.h"
+
+namespace ledrix {
+namespace {
+
+using Texts = std::vector<std::string>;
+using OpenResult = DesktopActions::OpenResult;
+
+constexpr const char* kQuestion =
+    "Ledrix: LedrixToolのレジストリのみをクリアします。\n"
+    "処理終了後、ｺﾝﾄﾛｰﾙﾊﾟﾈﾙの「ｱﾌﾟﾘｹｰｼｮﾝの追加と削除」よりLedrixToolを削除してください。\n"
+    "レジストリをクリアしてよろしいですか？";
+constexpr const char* kDone =
+    "Ledrix: 処理が終了しました\n"
+    "ｺﾝﾄﾛｰﾙﾊﾟﾈﾙの「ｱﾌﾟﾘｹｰｼｮﾝの追加と削除」よりLedrixToolを削除してください。";
+
+TEST(ProgramCommands, ClearTheSettingsWhenAllowed) {
+  const test::TempFolder folder;
+  const NativePath path = folder.At("settings.ini");
+  WindowPlatform platform;
+  SettingsStore store(path);
+  store.WriteSetting("Option", "OptMatch", "8");
+  store.WriteSetting("Settings", "VerDisp", "1");
+  store.WriteSetting("Other", "x", "1");
+  ASSERT_FALSE(store.Save());
+  {
+    test::ModalScript script;
+    script.Then([&script](QWidget& window) {
+      auto& box = dynamic_cast<QMessageBox&>(window);
+      EXPECT_EQ(box.icon(), QMessageBox::Warning);
+      script.texts.push_back((box.windowTitle() + ": " + box.text()).toStdString());
+      // The Enter key says No.
+      EXPECT_TRUE(box.defaultButton()->text().startsWith("いいえ"));
+      test::PressBoxButton(box, "いいえ");
+    });
+    EXPECT_FALSE(ClearSettings(store, platform));
+    EXPECT_EQ(script.texts, Texts{kQuestion});
+    EXPECT_EQ(store.ReadSetting("Option", "OptMatch", "none"), "8");
+  }
+  test::ModalScript script;
+  script.Answer("はい").Answer("OK");
+  EXPECT_TRUE(ClearSettings(store, platform));
+  EXPECT_EQ(script.texts, (Texts{kQuestion, kDone}));
+  SettingsStore next(path);
+  EXPECT_FALSE(next.Load());
+  for (const char* section : {"Option", "Settings", "Other"}) {
+    for (const char* key : {"OptMatch", "VerDisp", "x"}) {
+      EXPECT_EQ(next.ReadSetting(section, key, "none"), "none");
+    }
+  }
+}
+
+class RecordingActions : public DesktopActions {
+ public:
+  OpenResult OpenFile(const NativePath& path) override {
+    opened.push_back(path.bytes());
+    return result;
+  }
+  OpenResult result = OpenResult::kOpened;
+  Texts opened;
+};
+
+TEST(ProgramCommands, OpenHelpAndReadme) {
+  const test::TempFolder folder;
+  setenv("LEDRIX_HOME", folder.path().c_str(), 1);
+  struct Case {
+    void (*show)(DesktopActions&, PlatformServices&);
+    const char* name;
+  };
+  WindowPlatform platform;
+  for (const Case& c : {Case{ShowHelp, "Ledrix.chm"}, Case{ShowReadme, "Readme.txt"}}) {
+    const std::string path = folder.At(c.name).bytes();
+    RecordingActions actions;
+    test::ModalScript script;
+    script.Answer("OK").Answer("OK");
+    c.show(actions, platform);
+    EXPECT_EQ(actions.opened, Texts());
+    folder.Write(c.name, "x");
+    c.show(actions, platform);
+    actions.result = OpenResult::kFailed;
+    c.show(actions, platform);
+    actions.result = OpenResult::kNoAssociation;
+    c.show(actions, platform);
+    EXPECT_EQ(actions.opened, (Texts{path, path, path}));
+    EXPECT_EQ(script.texts,
+              (Texts{"Ledrix: " + path + "が見つかりません",
+                     "Ledrix: " + path + "の拡張子に ｱﾌﾟﾘｹｰｼｮﾝが関連付けされていません"}));
+  }
+  unsetenv("LEDRIX_HOME");
+}
+
+}  // namespace
+}  // namespace ledrix
