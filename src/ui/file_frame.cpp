@@ -281,6 +281,7 @@ FileList FileFrame::FilesOf(const NativePath& folder) const {
 }
 
 void FileFrame::Refresh() {
+  const std::string current = CurrentName();
   std::set<std::string> selected;
   for (const FileList::Entry& entry : Snapshot().files.entries) {
     if (entry.selected) selected.insert(entry.name);
@@ -291,6 +292,9 @@ void FileFrame::Refresh() {
   for (int row = 0; row < table_.rows(); ++row) {
     flags[static_cast<size_t>(row)] = selected.count(table_.NameAt(row)) > 0;
   }
+  const int current_row = table_.RowOf(current);
+  inListView->selectionModel()->setCurrentIndex(table_.index(current_row, 0),
+                                                QItemSelectionModel::NoUpdate);
   SelectRows(flags);
 }
 

@@ -30,6 +30,13 @@ bool RecordingActions::MoveToTrash(const NativePath& path) {
   return trash_works && std::remove(path.c_str()) == 0;
 }
 
+bool RecordingActions::StartLauncher(const Launcher& launcher, const NativePath& file) {
+  std::string words = "send";
+  for (const std::string& word : LauncherArguments(launcher, file)) words += " " + word;
+  asked.push_back(words);
+  return true;
+}
+
 WindowRun::WindowRun() : store(home.At("settings.ini")) {
   for (const char* side : {"old", "new"}) std::filesystem::create_directory(Path(side));
   Set("EndPathOld", Path("old/"));

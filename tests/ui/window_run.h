@@ -32,6 +32,7 @@ class RecordingActions : public DesktopActions {
     return true;
   }
   bool MoveToTrash(const NativePath& path) override;
+  bool StartLauncher(const Launcher& launcher, const NativePath& file) override;
   NativePath DocumentsFolder() override { return documents; }
   void SetClipboardText(const QString& text) override { clipboard = text.toStdString(); }
 
