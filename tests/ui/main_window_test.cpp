@@ -228,6 +228,7 @@ TEST(FileLists, FollowFilterSortKeysAndSelection) {
   QTest::keyClick(&run.Files(0), Qt::Key_R, Qt::ControlModifier);
   EXPECT_EQ(run.Names(0), (Texts{"z.CBL", "b.CBL", "A.cob"}));
   EXPECT_EQ(run.Selected(0), Texts{"b.CBL"});
+  run.Select(0, "b.CBL");
   Find<QLineEdit>(window, "inTextFile0")->setText("x");
   QTest::keyClick(&run.Files(0), Qt::Key_Space);
   EXPECT_EQ(run.PathText(0), run.Path("old/b.CBL"));
