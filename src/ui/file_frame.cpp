@@ -19,6 +19,7 @@
 #include "ui/drives.h"
 #include "ui/folder_list.h"
 #include "ui/qt_text.h"
+#include "ui/roomy_rows.h"
 
 namespace ledrix {
 namespace {
@@ -112,6 +113,7 @@ QWidget* FileFrame::BuildFolderPane() {
 
 QWidget* FileFrame::BuildFilePane() {
   inListView->setModel(&table_);
+  inListView->setItemDelegate(new RoomyRows(inListView));
   inListView->setRootIsDecorated(false);
   inListView->setUniformRowHeights(true);
   inListView->setItemsExpandable(false);

@@ -4,20 +4,20 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QStyledItemDelegate>
 #include <QTimer>
 
 #include "settings/option_record.h"
 #include "ui/qt_text.h"
+#include "ui/roomy_rows.h"
 
 namespace ledrix {
 namespace {
 
 // Draws each folder further in than the one above it.
-class IndentedFolder : public QStyledItemDelegate {
+class IndentedFolder : public RoomyRows {
  public:
   IndentedFolder(const FolderListModel& model, QObject* parent)
-      : QStyledItemDelegate(parent), model_(model) {}
+      : RoomyRows(parent), model_(model) {}
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override {
@@ -27,7 +27,7 @@ class IndentedFolder : public QStyledItemDelegate {
   }
 
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    return QStyledItemDelegate::sizeHint(option, index) + QSize(IndentOf(option, index), 0);
+    return RoomyRows::sizeHint(option, index) + QSize(IndentOf(option, index), 0);
   }
 
  private:

@@ -21,8 +21,8 @@ constexpr int kSplitterDefault = 2040 / kTwipsPerPixel;
 constexpr int kMiddleDefault = 5265 / kTwipsPerPixel;
 constexpr int kHalfMiddleStrip = 172 / kTwipsPerPixel;
 constexpr QSize kDesignSize(960, 620);
-constexpr int kNameColumnDefault = 125;
-constexpr int kDateColumnDefault = 125;
+constexpr int kNameColumnDefault = 120;
+constexpr int kDateColumnDefault = 120;
 
 struct ModeLook {
   const char* symbol;

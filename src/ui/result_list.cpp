@@ -6,6 +6,7 @@
 #include "jobs/output_preview.h"
 #include "platform/files.h"
 #include "ui/qt_text.h"
+#include "ui/roomy_rows.h"
 
 namespace ledrix {
 namespace {
@@ -61,6 +62,7 @@ QMimeData* ResultListModel::mimeData(const QModelIndexList& indexes) const {
 ResultList::ResultList(QWidget* parent) : QListView(parent) {
   setObjectName("OutList");
   setModel(&model_);
+  setItemDelegate(new RoomyRows(this));
   setUniformItemSizes(true);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setDragEnabled(true);
