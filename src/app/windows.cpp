@@ -61,7 +61,6 @@ SettingsStore LoadUserSettings() {
 int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("ledrix");
-  QApplication::setApplicationDisplayName("Ledrix");
   InstallTranslation(application);
   SubstituteFonts();
 
