@@ -34,7 +34,12 @@ class WaitCursor {
 };
 
 bool IsSameFolder(const NativePath& a, const NativePath& b) {
-  return a == b;
+  return FoldedName(a.bytes()) == FoldedName(b.bytes());
+}
+
+// Without the separator at its end, as people write a folder.
+NativePath Shown(const NativePath& folder) {
+  return folder.bytes() == "/" ? folder : StripBackslash(folder);
 }
 
 }  // namespace
@@ -257,8 +262,8 @@ void LedrixF0::CopyFolderList() {
 
 void LedrixF0::CopyFolderCompare() {
   const WaitCursor wait;
-  program_.actions.SetClipboardText(ToQString(
-      modDComp::FolderCompareText(side(0).HighlightedFolder(), side(1).HighlightedFolder())));
+  program_.actions.SetClipboardText(ToQString(modDComp::FolderCompareText(
+      Shown(side(0).HighlightedFolder()), Shown(side(1).HighlightedFolder()))));
 }
 
 }  // namespace ledrix

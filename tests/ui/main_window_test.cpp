@@ -473,7 +473,10 @@ TEST(PopupCommands, ActOnTheListTheyWereOpenedOn) {
   run.Popup("inDirBox0", "MenuPopDirClip");
   EXPECT_EQ(run.actions.clipboard, "a.xyz\r\nb");
   run.Popup("inListView1", "MenuPopCompClip");
-  EXPECT_NE(run.actions.clipboard.find("削除されたファイル\r\nb\r\n"), std::string::npos);
+  EXPECT_EQ(run.actions.clipboard,
+            "OLD : " + run.Path("old") + "\r\nNEW : " + run.Path("new") +
+                "\r\n\r\n追加されたファイル\r\n\r\n削除されたファイル\r\nb\r\n"
+                "\r\n一致するファイル\r\na.xyz\r\n");
   run.Popup("inDirBox0", "MenuPopCurentADD");
   EXPECT_NE(test::ReadFile(run.home.At("Ledrixr.Log")).find(run.Path("old/,")), std::string::npos);
 
