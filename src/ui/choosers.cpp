@@ -1,0 +1,42 @@
+#include "ui/choosers.h"
+
+#include <QFileDialog>
+#include <QFontDialog>
+#include <QFontInfo>
+#include <QGuiApplication>
+#include <algorithm>
+
+#include "ui/qt_text.h"
+
+namespace ledrix {
+namespace {
+
+bool HasDesktop() {
+  return QGuiApplication::platformName() != "offscreen";
+}
+
+}  // namespace
+
+std::optional<QString> ChooseFolder(QWidget* parent, const QString& title, const QString& start) {
+  QFileDialog dialog(parent, title, start);
+  dialog.setFileMode(QFileDialog::Directory);
+  dialog.setOption(QFileDialog::ShowDirsOnly);
+  dialog.setOption(QFileDialog::DontUseNativeDialog, !HasDesktop());
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return dialog.selectedFiles().front();
+}
+
+std::optional<FontChoice> ChooseFont(QWidget* parent, const FontChoice& current) {
+  QFontDialog dialog(parent);
+  dialog.setOption(QFontDialog::DontUseNativeDialog, !HasDesktop());
+  dialog.setCurrentFont(QFont(ToQString(current.name), std::max(current.size, 1)));
+  const QString stand_in = dialog.currentFont().family();
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  const QFont chosen = dialog.selectedFont();
+  const bool is_other = chosen.family() != stand_in && chosen.family() != ToQString(current.name);
+  // A size in pixels has no points of its own.
+  const int size = chosen.pointSize() > 0 ? chosen.pointSize() : QFontInfo(chosen).pointSize();
+  return FontChoice{is_other ? ToUtf8(chosen.family()) : current.name, std::max(size, 1)};
+}
+
+}  // namespace ledrix
