@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QVBoxLayout>
 #include <algorithm>
 
 #include "settings/compare_options.h"
@@ -62,12 +63,16 @@ QCheckBox* OptionControls::Flag(const char* name, const char* key, const char* c
   return box;
 }
 
-std::vector<QRadioButton*> OptionControls::Choice(const char* name, const char* key,
-                                                  std::initializer_list<const char*> captions) {
+QGroupBox* OptionControls::Choice(const char* name, const char* key, const char* title,
+                                  std::initializer_list<const char*> captions) {
+  auto* const box = new QGroupBox(title);
+  box->setLayout(new QVBoxLayout);
   std::vector<QRadioButton*> buttons;
   for (const char* const caption : captions) {
-    buttons.push_back(new QRadioButton(caption));
-    buttons.back()->setObjectName(name + QString::number(buttons.size() - 1));
+    auto* const button = new QRadioButton(caption, box);
+    button->setObjectName(name + QString::number(buttons.size()));
+    box->layout()->addWidget(button);
+    buttons.push_back(button);
   }
   const auto read = [buttons] {
     const auto chosen = std::find_if(buttons.begin(), buttons.end(),
@@ -79,7 +84,7 @@ std::vector<QRadioButton*> OptionControls::Choice(const char* name, const char* 
     buttons[static_cast<size_t>(choice)]->setChecked(true);
   };
   Bind(key, buttons.front(), read, show);
-  return buttons;
+  return box;
 }
 
 QLineEdit* OptionControls::Text(const char* name, const char* key) {

@@ -3,6 +3,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <functional>
@@ -23,10 +24,9 @@ namespace ledrix {
 class OptionControls {
  public:
   QCheckBox* Flag(const char* name, const char* key, const char* caption);
-  // One option button for each caption, named NAME0, NAME1 and so on. They must come into a parent
-  // of their own.
-  std::vector<QRadioButton*> Choice(const char* name, const char* key,
-                                    std::initializer_list<const char*> captions);
+  // A box that holds one option button for each caption, named NAME0, NAME1 and so on.
+  QGroupBox* Choice(const char* name, const char* key, const char* title,
+                    std::initializer_list<const char*> captions);
   QLineEdit* Text(const char* name, const char* key);
   // A field as wide as `digits` digits, in which anything can be typed.
   QLineEdit* NarrowText(const char* name, const char* key, int digits);

@@ -1,7 +1,6 @@
 #include "ui/options_compare_tabs.h"
 
 #include <QFormLayout>
-#include <QGroupBox>
 #include <QVBoxLayout>
 
 #include "settings/leading_number.h"
@@ -39,13 +38,6 @@ QWidget* MakeConditionsTab(OptionControls& controls) {
                Row({controls.Number("inMatch", "OptMatch", 5), "行同じ場合に同一行とみなす"}));
   form->addRow("先読み行数", Row({controls.Number("inBuff", "OptBuff", 5), "行先まで検索する"}));
 
-  auto* const spaces = new QGroupBox("比較範囲内のｽﾍﾟｰｽ判定");
-  auto* const choices = new QVBoxLayout(spaces);
-  for (QRadioButton* const button : controls.Choice(
-           "OptSpData", "OptSpData", {"比較対象とする", "右ｽﾍﾟｰｽを無効", "全ｽﾍﾟｰｽを無効"})) {
-    choices->addWidget(button);
-  }
-
   QCheckBox* const expand = controls.Flag("OptTABtoSPACE", "OptTABtoSPACE", "TABｺｰﾄﾞを SPACE");
   QLineEdit* const width = controls.NarrowText("OptTABtoKETA", "OptTABtoKETA", 3);
   width->setEnabled(false);
@@ -53,7 +45,8 @@ QWidget* MakeConditionsTab(OptionControls& controls) {
 
   auto* const layout = new QVBoxLayout(tab);
   layout->addLayout(form);
-  layout->addWidget(spaces);
+  layout->addWidget(controls.Choice("OptSpData", "OptSpData", "比較範囲内のｽﾍﾟｰｽ判定",
+                                    {"比較対象とする", "右ｽﾍﾟｰｽを無効", "全ｽﾍﾟｰｽを無効"}));
   layout->addLayout(Row({expand, width, "桁に置換え判定する"}));
   layout->addWidget(controls.Flag("OptUpperCase", "OptUpperCase", "大文字と小文字を区別する"));
   layout->addStretch();

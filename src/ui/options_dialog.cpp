@@ -56,7 +56,7 @@ void LedrixFo::AddButtons() {
   BtnEnd_->setObjectName("BtnEnd");
   for (QPushButton* const button : findChildren<QPushButton*>()) button->setAutoDefault(false);
   BtnOk_->setDefault(true);
-  connect(BtnOk_, &QPushButton::clicked, this, [this] { Accept(); });
+  connect(BtnOk_, &QPushButton::clicked, this, [this] { AcceptIfValid(); });
   connect(BtnEnd_, &QPushButton::clicked, this, &QDialog::reject);
 
   auto* const buttons = new QHBoxLayout;
@@ -75,7 +75,7 @@ void LedrixFo::ShowWholeTabStrip() {
   resize(hint.expandedTo(wanted).boundedTo(screen()->availableSize()));
 }
 
-void LedrixFo::Accept() {
+void LedrixFo::AcceptIfValid() {
   OptionDraft draft(options_);
   controls_.ReadInto(draft);
   std::string failed_key;

@@ -32,7 +32,7 @@ class LedrixFo : public QDialog {
   void AddButtons();
   // As far as the screen is wide enough.
   void ShowWholeTabStrip();
-  void Accept();
+  void AcceptIfValid();
   // Shows the tab of a control and puts the cursor there.
   void GoTo(QWidget* control);
 

@@ -19,13 +19,8 @@ QWidget* MakeScreenTab(OptionControls& controls) {
   add("OptVerDisp", "VerDisp", "起動時のﾊﾞｰｼﾞｮﾝ情報表示を省略する");
   add("OptStartMsg", "StartMsg", "処理開始時に「はい」「いいえ」の確認をする");
 
-  auto* const double_click = new QGroupBox(" ﾌｧｲﾙﾘｽﾄﾎﾞｯｸｽでﾀﾞﾌﾞﾙｸﾘｯｸ ");
-  auto* const choices = new QVBoxLayout(double_click);
-  for (QRadioButton* const button : controls.Choice(
-           "OptDbClick", "OptDbClick", {"関連付けAP起動", "対ﾃﾞｨﾚｸﾄﾘ同名ﾌｧｲﾙ一発検索"})) {
-    choices->addWidget(button);
-  }
-  layout->addWidget(double_click);
+  layout->addWidget(controls.Choice("OptDbClick", "OptDbClick", " ﾌｧｲﾙﾘｽﾄﾎﾞｯｸｽでﾀﾞﾌﾞﾙｸﾘｯｸ ",
+                                    {"関連付けAP起動", "対ﾃﾞｨﾚｸﾄﾘ同名ﾌｧｲﾙ一発検索"}));
 
   add("OptSendToLDX", "SendToLDX", "「送る」ｺﾏﾝﾄﾞはLedrixﾃﾞｨﾚｸﾄﾘ内のSendToを使用する");
   add("OptDELMenuVisible", "DELMenuVisible", "「ﾌｧｲﾙ削除」のﾒﾆｭｰを非表示にする");
