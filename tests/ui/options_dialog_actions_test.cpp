@@ -189,32 +189,45 @@ TEST_F(OptionsDialogActions, BadPatternFilesAndFoldersAreBorne) {
   EXPECT_EQ(Shown("txtMatchPattern0"), "");
 }
 
-TEST_F(OptionsDialogActions, ADeletionIsAskedAndClosingRemembersTheTab) {
+TEST_F(OptionsDialogActions, NothingIsDeletedAfterNo) {
   WindowPlatform boxes;
   patterns_[0].name = "名";
-  int last = 99;
+  const LedrixFo dialog(options_, patterns_, boxes, last_tab_);
   test::ModalScript script;
-  script
-      .Then([this](QWidget& window) {
-        EXPECT_EQ(Find<QTabWidget>(window, "TabStrip1")->currentIndex(), 7);
-        QTimer::singleShot(0, &window, [this, &window] {  // the script has to answer meanwhile
-          Find<QPushButton>(window, "BtnMPtnDEL")->click();
-          EXPECT_EQ(patterns_[0].name, "名");
-          Find<QTabWidget>(window, "TabStrip1")->setCurrentIndex(4);
-          window.close();
-        });
-      })
-      .Answer("いいえ");
-  LedrixFo(options_, patterns_, boxes, last).exec();
-  EXPECT_EQ(last, 4);
+  script.Answer("いいえ");
+  Find<QPushButton>(dialog, "BtnMPtnDEL")->click();
   EXPECT_EQ(script.texts, (Texts{"Ledrix: ﾊﾟﾀｰﾝ番号1[ 名 ]を削除します。よろしいですか？"}));
-  script.Then([](QWidget& window) {
-    EXPECT_EQ(Find<QTabWidget>(window, "TabStrip1")->currentIndex(), 4);
-    Find<QTabWidget>(window, "TabStrip1")->setCurrentIndex(2);
-    Find<QPushButton>(window, "BtnOk")->click();
-  });
-  LedrixFo(options_, patterns_, boxes, last).exec();
-  EXPECT_EQ(last, 2);
+  EXPECT_EQ(patterns_[0].name, "名");
+}
+
+TEST_F(OptionsDialogActions, EveryWayOfClosingRemembersTheTab) {
+  struct Way {
+    int opened_on;  // tabs counted from 0
+    int closed_on;
+    std::function<void(QWidget&)> close;
+  };
+  const auto press = [](const char* name) {
+    return [name](QWidget& window) { Find<QPushButton>(window, name)->click(); };
+  };
+  const Way ways[] = {{7, 4, [](QWidget& window) { window.close(); }},
+                      {4, 2, press("BtnOk")},
+                      {2, 6, press("BtnEnd")}};
+  int last = 99;
+  for (const Way& way : ways) {
+    test::ModalScript script;
+    script.Then([&way](QWidget& window) {
+      auto* const strip = Find<QTabWidget>(window, "TabStrip1");
+      EXPECT_EQ(strip->currentIndex(), way.opened_on);
+      strip->setCurrentIndex(way.closed_on);
+      for (int k = 0; k < strip->count(); ++k) {
+        const std::string frame = "FrmOpt" + std::to_string(k + 1);
+        EXPECT_EQ(Find<QWidget>(window, frame.c_str())->isVisible(), k == way.closed_on) << frame;
+      }
+      way.close(window);
+    });
+    LedrixFo(options_, patterns_, platform_, last).exec();
+    EXPECT_EQ(last, way.closed_on);
+  }
 }
 
 }  // namespace
