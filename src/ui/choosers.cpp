@@ -28,6 +28,7 @@ std::optional<QString> ChooseFolder(QWidget* parent, const QString& title, const
 
 std::optional<FontChoice> ChooseFont(QWidget* parent, const FontChoice& current) {
   QFontDialog dialog(parent);
+  dialog.setWindowTitle("ﾌｫﾝﾄの選択");
   dialog.setOption(QFontDialog::DontUseNativeDialog, !HasDesktop());
   dialog.setCurrentFont(QFont(ToQString(current.name), std::max(current.size, 1)));
   const QString stand_in = dialog.currentFont().family();

@@ -54,7 +54,6 @@ void LedrixFo::AddTabs() {
 void LedrixFo::AddButtons() {
   BtnOk_->setObjectName("BtnOk");
   BtnEnd_->setObjectName("BtnEnd");
-  for (QPushButton* const button : findChildren<QPushButton*>()) button->setAutoDefault(false);
   BtnOk_->setDefault(true);
   connect(BtnOk_, &QPushButton::clicked, this, [this] { AcceptIfValid(); });
   connect(BtnEnd_, &QPushButton::clicked, this, &QDialog::reject);

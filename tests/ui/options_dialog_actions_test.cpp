@@ -1,9 +1,11 @@
 // The buttons of the options dialog that open windows, and what it does with files and folders.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QInputDialog>
+#include <QKeyEvent>
 
 #include "ui/options_dialog_fixture.h"
 #include "ui/window_platform.h"
@@ -20,9 +22,11 @@ TEST_F(OptionsDialogActions, ReplacesAMissingOutputFolder) {
   const std::string own = folder_.path();
   const Texts message{"Ledrix: 出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘが見つかりません" + own +
                       " を仮定します"};
+  options_.ContOutDirPath = "/no\xFFsuch\n";
+  Open();
   EXPECT_FALSE(IsEnabled("BtnContOutDirPath"));
-  EXPECT_EQ(Refusal(), "");  // what is not wanted may be missing
-  EXPECT_EQ(options_.ContOutDirPath, "C:\\My Documents");
+  EXPECT_EQ(Refusal(), "");  // what is not wanted may be missing, and stays as it was stored
+  EXPECT_EQ(options_.ContOutDirPath, "/no\xFFsuch\n");
   options_.ContOutDir = 1;
   Open();
   EXPECT_EQ(platform_.messages, message);
@@ -209,9 +213,17 @@ TEST_F(OptionsDialogActions, EveryWayOfClosingRemembersTheTab) {
   const auto press = [](const char* name) {
     return [name](QWidget& window) { Find<QPushButton>(window, name)->click(); };
   };
+  const auto type = [](Qt::Key key) {
+    return [key](QWidget& window) {
+      QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+      QApplication::sendEvent(Find<QLineEdit>(window, "inMatch"), &event);
+    };
+  };
   const Way ways[] = {{7, 4, [](QWidget& window) { window.close(); }},
                       {4, 2, press("BtnOk")},
-                      {2, 6, press("BtnEnd")}};
+                      {2, 6, press("BtnEnd")},
+                      {6, 0, type(Qt::Key_Return)},
+                      {0, 1, type(Qt::Key_Escape)}};
   int last = 99;
   for (const Way& way : ways) {
     test::ModalScript script;
