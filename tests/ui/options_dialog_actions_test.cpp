@@ -33,7 +33,8 @@ TEST_F(OptionsDialogActions, ReplacesAMissingOutputFolder) {
   EXPECT_EQ(Shown("OptContOutDirPath"), own);
   EXPECT_TRUE(IsEnabled("BtnContOutDirPath"));
 
-  for (const QString& missing : {QString(" "), QString("/no/such"), QString(10000, '9')}) {
+  for (const QString& missing :
+       {QString(), QString(" "), QString("/no/such"), QString(10000, '9')}) {
     platform_.messages.clear();
     Press("OptContOutDir");  // off: any text may stand there
     EXPECT_FALSE(IsEnabled("BtnContOutDirPath"));
@@ -158,7 +159,9 @@ TEST_F(OptionsDialogActions, PatternsActAtOnceAndSurviveClose) {
   Open();
   EXPECT_EQ(Shown("txtMatchPattern1"), "");
   Find<QComboBox>(*dialog_, "cmbMatchPatternNum")->setCurrentIndex(1);
+  Set("inComboCSVName", "mine");  // belongs to no pattern
   Press("BtnMPtnSEL");
+  EXPECT_EQ(Shown("inComboCSVName"), "mine");
   EXPECT_EQ(Shown("txtMatchPattern1"), "表 用");
   EXPECT_EQ(Shown("inMatch") + Shown("OptSpData2") + Shown("inComboLstLst") +
                 Shown("CmbCompPrintLen") + Shown("OptLineNoAdd"),
