@@ -117,18 +117,23 @@ const std::string& OptionDraft::Text(std::string_view key) const {
   return texts_.find(key)->second;
 }
 
-std::optional<std::string> OptionDraft::Check() const {
+std::optional<std::string> OptionDraft::Check(std::string* failed_key) const {
+  std::string unwanted;
+  std::string& key = failed_key != nullptr ? *failed_key : unwanted;
   for (const OptionCheck& check : kChecks) {
-    if (!Passes(*this, check)) return check.message;
+    if (Passes(*this, check)) continue;
+    key = check.key;
+    return check.message;
   }
-  return CheckUserFileTypes();
+  return CheckUserFileTypes(key);
 }
 
-std::optional<std::string> OptionDraft::CheckUserFileTypes() const {
+std::optional<std::string> OptionDraft::CheckUserFileTypes(std::string& failed_key) const {
   for (size_t k = 0; k < 3; ++k) {
     const bool has_title = !TrimSpaces(Text(Numbered("FPatternTtl", k))).empty();
     const bool has_pattern = !TrimSpaces(Text(Numbered("FPattern", k))).empty();
     if (has_title == has_pattern) continue;
+    failed_key = Numbered(has_title ? "FPattern" : "FPatternTtl", k);
     return std::string("画面制御：ﾕｰｻﾞ設定 ﾌｧｲﾙﾀｲﾌﾟ ｵﾌﾟｼｮﾝ に誤りが有ります\r") +
            (has_title ? "（ﾊﾟﾀｰﾝ未設定)  " : "（ﾀｲﾄﾙ未設定)  ") + std::to_string(k + 1) + " 番目";
   }

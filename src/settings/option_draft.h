@@ -24,14 +24,15 @@ class OptionDraft {
   const std::string& Text(std::string_view key) const;
 
   // The message of the first check that fails, lines separated by "\r"; nothing when all pass.
-  [[nodiscard]] std::optional<std::string> Check() const;
+  // `failed_key`, unless it is nullptr, is set to the key of the value that failed.
+  [[nodiscard]] std::optional<std::string> Check(std::string* failed_key = nullptr) const;
 
   // Writes every value into the record: numbers by their leading number, NoPattern trimmed, the
   // user file types in use packed upwards and trimmed. REQUIRES: Check() found nothing.
   void Accept(OptionRecord& record) const;
 
  private:
-  std::optional<std::string> CheckUserFileTypes() const;
+  std::optional<std::string> CheckUserFileTypes(std::string& failed_key) const;
   void AcceptUserFileTypes(OptionRecord& record) const;
 
   std::map<std::string, std::string, std::less<>> texts_;

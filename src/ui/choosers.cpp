@@ -1,43 +1,57 @@
 #include "ui/choosers.h"
 
 #include <QFileDialog>
+#include <QFontDialog>
+#include <QFontInfo>
 #include <QGuiApplication>
+#include <algorithm>
 
 #include "ui/qt_text.h"
 
 namespace ledrix {
 namespace {
 
-// Tests find their way about in Qt's own dialog only.
-void UseOwnDialogOffscreen(QFileDialog& dialog) {
-  if (QGuiApplication::platformName() == "offscreen") {
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-  }
+bool HasDesktop() {
+  return QGuiApplication::platformName() != "offscreen";
 }
 
 }  // namespace
 
-NativePath ChooseExistingFolder(QWidget* parent, const QString& title, const NativePath& start) {
-  QFileDialog dialog(parent, title, ToQString(start.bytes()));
-  UseOwnDialogOffscreen(dialog);
+std::optional<QString> ChooseFolder(QWidget* parent, const QString& title, const QString& start) {
+  QFileDialog dialog(parent, title, start);
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  return ToNativePath(dialog.selectedFiles().first());
+  dialog.setOption(QFileDialog::DontUseNativeDialog, !HasDesktop());
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return dialog.selectedFiles().front();
+}
+
+std::optional<FontChoice> ChooseFont(QWidget* parent, const FontChoice& current) {
+  QFontDialog dialog(parent);
+  dialog.setWindowTitle("ﾌｫﾝﾄの選択");
+  dialog.setOption(QFontDialog::DontUseNativeDialog, !HasDesktop());
+  dialog.setCurrentFont(QFont(ToQString(current.name), std::max(current.size, 1)));
+  const QString stand_in = dialog.currentFont().family();
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  const QFont chosen = dialog.selectedFont();
+  const bool is_other = chosen.family() != stand_in && chosen.family() != ToQString(current.name);
+  // A size in pixels has no points of its own.
+  const int size = chosen.pointSize() > 0 ? chosen.pointSize() : QFontInfo(chosen).pointSize();
+  return FontChoice{is_other ? ToUtf8(chosen.family()) : current.name, std::max(size, 1)};
 }
 
 NativePath OutputChooser::Choose(QWidget* parent, const OutputQuestion& question) {
   QFileDialog dialog(parent, question.title, ToQString(folder_.bytes()));
-  UseOwnDialogOffscreen(dialog);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::DontUseNativeDialog, !HasDesktop());
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setOption(QFileDialog::DontConfirmOverwrite, !question.asks_before_overwriting);
   dialog.setNameFilters(question.filters);
   dialog.setDefaultSuffix(question.suffix);
   if (!question.name.isEmpty()) dialog.selectFile(question.name);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  NativePath path = MakeAbsolute(ToNativePath(dialog.selectedFiles().first()));
+  NativePath path = MakeAbsolute(ToNativePath(dialog.selectedFiles().front()));
   folder_ = DirOf(path);
   return path;
 }

@@ -1,22 +1,33 @@
-// The dialogs in which the user names folders and outputs.
+// The dialogs in which the user chooses folders, fonts and outputs: the desktop's own, and Qt's on
+// the platform "offscreen".
 #pragma once
 
 #include <QStringList>
+#include <QWidget>
+#include <optional>
 #include <string>
 
 #include "platform/native_path.h"
 
-class QWidget;
-
 namespace ledrix {
 
-// The chosen folder; empty when the user cancelled.
-NativePath ChooseExistingFolder(QWidget* parent, const QString& title, const NativePath& start);
+// The folder chosen, absolute; nothing when the user cancelled. A start folder that does not exist
+// is replaced by the current one.
+std::optional<QString> ChooseFolder(QWidget* parent, const QString& title, const QString& start);
+
+struct FontChoice {
+  std::string name;
+  int size = 0;  // points, at least 1
+};
+
+// The font chosen; nothing when the user cancelled. The name stays the one given as long as no
+// other font is chosen, even when another font stands in for it on this system.
+std::optional<FontChoice> ChooseFont(QWidget* parent, const FontChoice& current);
 
 // What one of the choosers for outputs offers.
 struct OutputQuestion {
   QString title;
-  QStringList filters;  // as Qt takes them, their details hidden
+  QStringList filters;  // each made by ChooserFilter
   QString name;         // suggested
   QString suffix;       // put behind a name without one
   bool asks_before_overwriting = true;

@@ -354,6 +354,14 @@ void FileFrame::SetFilters(int selected) {
   inCombo->setCurrentIndex(selected >= 0 && selected < inCombo->count() ? selected : 0);
 }
 
+void FileFrame::RenewFilters() {
+  const QString before = inCombo->currentText();
+  SetFilters(inCombo->currentIndex());
+  const int same = inCombo->findText(before);
+  if (same >= 0) inCombo->setCurrentIndex(same);
+  if (inCombo->currentText() != before) FillFiles(ReadOpenFolder());
+}
+
 int FileFrame::filter_index() const {
   return inCombo->currentIndex();
 }

@@ -55,6 +55,9 @@ class FileFrame : public QGroupBox {
   // Fills the filter list from the options and selects an entry, counted from 0; one that does not
   // exist becomes the first.
   void SetFilters(int selected);
+  // Fills the filter list anew after a change of the options: the entry that was selected stays
+  // when there still is one of its text, otherwise the one at its place.
+  void RenewFilters();
   int filter_index() const;
   std::string filter_entry() const;
 

@@ -202,6 +202,7 @@ void LedrixF0::ConnectMenu() {
   on(menu_.MenuEnd, [this] { close(); });
   on(menu_.MenuListClear, [this] { ClearResults(); });
   on(menu_.MenuRefresh, [this] { Refresh(); });
+  on(menu_.MenuOption, [this] { EditOptions(); });
   on(menu_.MenuHelpContents, [this] { ShowHelp(program_.actions, program_.platform); });
   on(menu_.menuReadme, [this] { ShowReadme(program_.actions, program_.platform); });
   on(menu_.MenuHelpVersion, [this] { ShowVersion(); });

@@ -79,6 +79,7 @@ class LedrixF0 : public QMainWindow {
   void Refresh();
   void ClearResults();
   void ShowVersion();
+  void EditOptions();
   void ShowHistory(int side);
   void PressFolderButton(int side);
   void ReleaseFolderButton(int side);
@@ -141,6 +142,7 @@ class LedrixF0 : public QMainWindow {
   int SplitterM = 0;
   std::array<double, 2> folder_share_{};  // of a side's width, for the mode that keeps ratios
 
+  int option_tab_ = 0;  // shown last, counted from 0
   PopupSource popup_source_ = PopupSource::kFileBox;
   int popup_side_ = 0;
   QTimer* Timer1 = nullptr;  // measures how long a folder button is held

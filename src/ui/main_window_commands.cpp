@@ -16,6 +16,8 @@
 #include "ui/file_frame.h"
 #include "ui/history_window.h"
 #include "ui/main_window.h"
+#include "ui/options_dialog.h"
+#include "ui/output_frame.h"
 #include "ui/program_commands.h"
 #include "ui/qt_text.h"
 #include "ui/result_list.h"
@@ -92,6 +94,15 @@ void LedrixF0::ClearResults() {
 
 void LedrixF0::ShowVersion() {
   LedrixFv(LedrixFv::Use::kOnDemand, program_.actions, this).exec();
+}
+
+void LedrixF0::EditOptions() {
+  LedrixFo(program_.options, patterns_, program_.platform, option_tab_, this).exec();
+  ApplyFont();
+  ChkFrame->FollowOptions();
+  for (FileFrame* const frame : sides_) frame->RenewFilters();
+  match_menu_.Synchronise();
+  pattern_menu_.Rebuild();
 }
 
 void LedrixF0::PressFolderButton(int index) {

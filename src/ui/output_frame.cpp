@@ -7,6 +7,7 @@
 
 #include "platform/program_folder.h"
 #include "ui/choosers.h"
+#include "ui/qt_text.h"
 
 namespace ledrix {
 
@@ -35,7 +36,7 @@ void OutputFrame::Build() {
   BtnListElse->setObjectName("BtnListElse");
   BtnListElse->setToolTip("結果ﾘｽﾄﾌｧｲﾙ出力先の選択");
   BtnListElse->setMaximumWidth(BtnListElse->fontMetrics().horizontalAdvance("......"));
-  connect(BtnListElse, &QPushButton::clicked, this, [this] { ChooseFolder(); });
+  connect(BtnListElse, &QPushButton::clicked, this, [this] { ChooseElseFolder(); });
   row->addWidget(BtnListElse);
   row->addSpacing(16);
 
@@ -106,16 +107,16 @@ void OutputFrame::Choose(int index) {
   ShowChoice(index);
   if (job_.OutputDirMode == OutputDirMode::kElse) {
     if (job_.ElseOutputDir.empty()) job_.ElseOutputDir = ProgramFolder();
-    ChooseFolder();
+    ChooseElseFolder();
   }
   changed_();
 }
 
-void OutputFrame::ChooseFolder() {
-  const NativePath folder =
-      ChooseExistingFolder(this, "結果ﾘｽﾄﾌｧｲﾙ出力先の選択", job_.ElseOutputDir);
-  if (folder.empty()) return;
-  job_.ElseOutputDir = AddBackslash(folder);
+void OutputFrame::ChooseElseFolder() {
+  const auto folder =
+      ChooseFolder(this, "結果ﾘｽﾄﾌｧｲﾙ出力先の選択", ToQString(job_.ElseOutputDir.bytes()));
+  if (!folder) return;
+  job_.ElseOutputDir = AddBackslash(ToNativePath(*folder));
   changed_();
 }
 

@@ -28,7 +28,7 @@ class OutputFrame : public QGroupBox {
  private:
   void Build();
   void Choose(int index);
-  void ChooseFolder();
+  void ChooseElseFolder();
   void ShowChoice(int index);  // -1: none of the buttons
 
   OptionRecord& options_;

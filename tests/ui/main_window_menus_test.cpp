@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QComboBox>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
@@ -104,6 +105,39 @@ TEST(OptionMenu, SetsConditionsAndShowsThem) {
   EXPECT_FALSE(other.isVisible());
   run.Trigger("MenuMatchLine0");
   EXPECT_EQ(run.options.OptMatch, 3);
+}
+
+TEST(OptionMenu, OpensTheOptionsAndFollowsThem) {
+  WindowRun run;
+  run.Set("ContOutDirPath", run.Path("old"));
+  LedrixF0& window = run.Open();
+  run.Click("OptListDir1");
+  const auto edit = [&](const std::function<void()>& change) {
+    ModalScript script;
+    script.Then([&](QWidget& dialog) {
+      change();  // as its controls would
+      dialog.close();
+    });
+    run.Trigger("MenuOption");
+  };
+  edit([&] {
+    run.options.ContOutDir = 1;
+    run.options.OptMatch = 10;
+    run.options.FontSize = 13;
+    run.options.FPatternTtl[2] = "txt";
+    run.options.FPattern[2] = "*.txt";
+  });
+  EXPECT_EQ(run.job.OutputDirMode, OutputDirMode::kConstant);
+  EXPECT_FALSE(Find<QAbstractButton>(window, "OptListDir1")->isChecked());
+  EXPECT_TRUE(Find<QAction>(window, "MenuMatchLine3")->isChecked());
+  EXPECT_EQ(Find<QWidget>(window, "OutList")->font().pointSize(), 13);
+  EXPECT_EQ(run.Files(0).font().pointSize(), 13);
+  const auto& filters = *Find<QComboBox>(window, "inCombo0");
+  EXPECT_EQ(filters.itemText(3), "txt (*.txt)");
+  EXPECT_EQ(filters.currentText(), "全て (*.*)");
+  edit([&] { run.options.ContOutDir = 0; });
+  EXPECT_EQ(run.job.OutputDirMode, OutputDirMode::kOldDir);
+  EXPECT_TRUE(Find<QAbstractButton>(window, "OptListDir0")->isChecked());
 }
 
 TEST(ClearSettings, EndsTheWindowWithoutSaving) {

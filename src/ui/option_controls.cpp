@@ -1,0 +1,183 @@
+#include "ui/option_controls.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "settings/compare_options.h"
+#include "settings/leading_number.h"
+#include "ui/qt_text.h"
+
+namespace ledrix {
+namespace {
+
+// Drops, with a beep, every key but a digit that would put a character into a field. Keys that
+// move, delete or paste pass: what they leave behind is checked when the dialog is accepted.
+class DigitsOnly : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return QObject::eventFilter(watched, event);
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    const QString text = key.text();
+    constexpr auto kCommandKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    if (text.isEmpty() || !text[0].isPrint() || (key.modifiers() & kCommandKeys) != 0 ||
+        (text[0] >= '0' && text[0] <= '9')) {
+      return QObject::eventFilter(watched, event);
+    }
+    QApplication::beep();
+    return true;
+  }
+};
+
+void AllowDigitsOnly(QLineEdit* edit) {
+  edit->installEventFilter(new DigitsOnly(edit));
+  edit->setInputMethodHints(Qt::ImhDigitsOnly);
+  // An input method would commit full-width digits.
+  edit->setAttribute(Qt::WA_InputMethodEnabled, false);
+}
+
+// A paste can bring characters that no name, pattern or path has use for.
+std::string WithoutControls(QString text) {
+  for (QChar& c : text) {
+    const auto category = c.category();
+    if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+        category == QChar::Separator_Paragraph) {
+      c = ' ';
+    }
+  }
+  return ToUtf8(text);
+}
+
+}  // namespace
+
+QCheckBox* OptionControls::Flag(const char* name, const char* key, const char* caption) {
+  auto* const box = new QCheckBox(caption);
+  box->setObjectName(name);
+  Bind(
+      key, box, [box] { return std::string(box->isChecked() ? "1" : "0"); },
+      [box](const std::string& text) { box->setChecked(LeadingInteger(text) != 0); });
+  return box;
+}
+
+QGroupBox* OptionControls::Choice(const char* name, const char* key, const char* title,
+                                  std::initializer_list<const char*> captions) {
+  auto* const box = new QGroupBox(title);
+  box->setLayout(new QVBoxLayout);
+  std::vector<QRadioButton*> buttons;
+  for (const char* const caption : captions) {
+    auto* const button = new QRadioButton(caption, box);
+    button->setObjectName(name + QString::number(buttons.size()));
+    box->layout()->addWidget(button);
+    buttons.push_back(button);
+  }
+  const auto read = [buttons] {
+    const auto chosen = std::find_if(buttons.begin(), buttons.end(),
+                                     [](const QRadioButton* b) { return b->isChecked(); });
+    return std::to_string(chosen == buttons.end() ? 0 : chosen - buttons.begin());
+  };
+  const auto show = [buttons, key](const std::string& text) {
+    const int choice = ClampedOption(key, LeadingInteger(text));
+    buttons[static_cast<size_t>(choice)]->setChecked(true);
+  };
+  Bind(key, buttons.front(), read, show);
+  return box;
+}
+
+QLineEdit* OptionControls::Text(const char* name, const char* key) {
+  auto* const edit = new QLineEdit;
+  edit->setObjectName(name);
+  Bind(
+      key, edit, [edit] { return WithoutControls(edit->text()); },
+      [edit](const std::string& text) {
+        edit->setText(ToQString(text));
+        edit->setCursorPosition(0);
+      });
+  return edit;
+}
+
+QLineEdit* OptionControls::NarrowText(const char* name, const char* key, int digits) {
+  QLineEdit* const edit = Text(name, key);
+  constexpr int kFrameDigits = 3;
+  edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QString(digits + kFrameDigits, '0')));
+  return edit;
+}
+
+QLineEdit* OptionControls::Number(const char* name, const char* key, int digits) {
+  QLineEdit* const edit = NarrowText(name, key, digits);
+  AllowDigitsOnly(edit);
+  return edit;
+}
+
+QComboBox* OptionControls::Combo(const char* name, const char* key,
+                                 std::initializer_list<const char*> presets) {
+  auto* const combo = new QComboBox;
+  combo->setObjectName(name);
+  combo->setEditable(true);
+  combo->setInsertPolicy(QComboBox::NoInsert);
+  combo->setCompleter(nullptr);  // what is typed stays as it is typed
+  combo->setMinimumContentsLength(16);
+  for (const char* const preset : presets) combo->addItem(preset);
+  Bind(
+      key, combo, [combo] { return WithoutControls(combo->currentText()); },
+      [combo](const std::string& text) { combo->setEditText(ToQString(text)); });
+  return combo;
+}
+
+QComboBox* OptionControls::NumberCombo(const char* name, const char* key,
+                                       std::initializer_list<const char*> presets) {
+  QComboBox* const combo = Combo(name, key, presets);
+  AllowDigitsOnly(combo->lineEdit());
+  return combo;
+}
+
+void OptionControls::Bind(const char* key, QWidget* control, std::function<std::string()> read,
+                          std::function<void(const std::string&)> show) {
+  bindings_.push_back({key, control, std::move(read), std::move(show), {}, {}});
+}
+
+void OptionControls::Show(Binding& binding, const OptionRecord& record) {
+  binding.stored = FindOptionField(binding.key)->Get(record);
+  binding.show(binding.stored);
+  binding.shown = binding.read();
+}
+
+void OptionControls::Show(const OptionRecord& record) {
+  for (Binding& binding : bindings_) Show(binding, record);
+}
+
+void OptionControls::Show(const OptionRecord& record, std::span<const std::string_view> keys) {
+  for (Binding& binding : bindings_) {
+    if (std::find(keys.begin(), keys.end(), binding.key) != keys.end()) Show(binding, record);
+  }
+}
+
+std::string OptionControls::Value(const Binding& binding) {
+  std::string value = binding.read();
+  const bool is_text = FindOptionField(binding.key)->kind == OptionKind::kText;
+  return is_text && value == binding.shown ? binding.stored : value;
+}
+
+std::string OptionControls::Value(std::string_view key) const {
+  const auto found = std::find_if(bindings_.begin(), bindings_.end(),
+                                  [key](const Binding& binding) { return binding.key == key; });
+  return found == bindings_.end() ? std::string() : Value(*found);
+}
+
+void OptionControls::ReadInto(OptionDraft& draft) const {
+  for (const Binding& binding : bindings_) {
+    // Controls give no flag or choice that a draft would refuse.
+    (void)draft.Set(binding.key, Value(binding));
+  }
+}
+
+QWidget* OptionControls::ControlOf(std::string_view key) const {
+  const auto found = std::find_if(bindings_.begin(), bindings_.end(),
+                                  [key](const Binding& binding) { return binding.key == key; });
+  return found == bindings_.end() ? nullptr : found->control;
+}
+
+}  // namespace ledrix

@@ -1,0 +1,129 @@
+#include "ui/option_pattern_box.h"
+
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "ui/qt_text.h"
+#include "ui/rows.h"
+
+namespace ledrix {
+namespace {
+
+// A pattern file gives back 255 bytes of a name, two a character at most.
+constexpr int kLongestName = 127;
+
+// The name under which the user wants to save; empty when he gives none.
+std::string AskPatternName(QWidget* parent, size_t number) {
+  QInputDialog dialog(parent);
+  dialog.setWindowTitle("パターン名称の設定");
+  dialog.setLabelText("保存するパターン名称を入力してください");
+  dialog.setTextValue("ﾊﾟﾀｰﾝ" + QString::number(number));
+  dialog.setOkButtonText("OK");
+  dialog.setCancelButtonText("ｷｬﾝｾﾙ");
+  if (auto* const edit = dialog.findChild<QLineEdit*>()) edit->setMaxLength(kLongestName);
+  return dialog.exec() == QDialog::Accepted ? ToUtf8(dialog.textValue()) : std::string();
+}
+
+QPushButton* MakeButton(const char* name, const char* caption) {
+  auto* const button = new QPushButton(caption);
+  button->setObjectName(name);
+  return button;
+}
+
+}  // namespace
+
+PatternBox::PatternBox(OptionControls& controls, PatternSlots& patterns, PlatformServices& platform)
+    : QGroupBox("条件ﾊﾟﾀｰﾝ"),
+      controls_(controls),
+      patterns_(patterns),
+      platform_(platform),
+      cmbMatchPatternNum_(new QComboBox),
+      BtnMPtnSEL_(MakeButton("BtnMPtnSEL", "読込")),
+      BtnMPtnUPD_(MakeButton("BtnMPtnUPD", "保存")),
+      BtnMPtnDEL_(MakeButton("BtnMPtnDEL", "削除")) {
+  cmbMatchPatternNum_->setObjectName("cmbMatchPatternNum");
+  connect(BtnMPtnSEL_, &QPushButton::clicked, this, [this] { Load(); });
+  connect(BtnMPtnUPD_, &QPushButton::clicked, this, [this] { Save(); });
+  connect(BtnMPtnDEL_, &QPushButton::clicked, this, [this] { Delete(); });
+  auto* const layout = new QHBoxLayout(this);
+  layout->addLayout(MakeNames(), 1);
+  layout->addSpacing(fontMetrics().averageCharWidth() * 2);
+  layout->addLayout(MakeButtons());
+  ShowNames();
+}
+
+QLayout* PatternBox::MakeNames() {
+  auto* const names = new QGridLayout;
+  for (int k = 0; k < static_cast<int>(kPatternSlots); ++k) {
+    auto* const name = new QLineEdit;
+    name->setObjectName("txtMatchPattern" + QString::number(k));
+    name->setReadOnly(true);
+    name->setMinimumWidth(fontMetrics().averageCharWidth() * 16);
+    names->addWidget(new QLabel(QString::number(k + 1)), k, 0);
+    names->addWidget(name, k, 1);
+    txtMatchPattern_[static_cast<size_t>(k)] = name;
+    cmbMatchPatternNum_->addItem(QString::number(k + 1));
+  }
+  return names;
+}
+
+QLayout* PatternBox::MakeButtons() {
+  auto* const buttons = new QVBoxLayout;
+  buttons->addLayout(
+      Row({"ﾊﾟﾀｰﾝ番号", cmbMatchPatternNum_, BtnMPtnSEL_, BtnMPtnUPD_, BtnMPtnDEL_}));
+  buttons->addWidget(new QLabel("※ﾃｷｽﾄｺﾝﾍﾟｱ比較条件\nと ﾃｷｽﾄｺﾝﾍﾟｱ出力形式\nが対象"));
+  buttons->addStretch();
+  return buttons;
+}
+
+size_t PatternBox::Selected() const {
+  return static_cast<size_t>(cmbMatchPatternNum_->currentIndex());
+}
+
+void PatternBox::ShowNames() {
+  for (size_t n = 0; n < kPatternSlots; ++n) {
+    txtMatchPattern_[n]->setText(ToQString(patterns_[n].name));
+    txtMatchPattern_[n]->setCursorPosition(0);
+  }
+}
+
+void PatternBox::Load() {
+  for (size_t n = 0; n < kPatternSlots; ++n) patterns_.LoadPattern(n);
+  const PatternSlot& slot = patterns_[Selected()];
+  if (slot.name.empty()) {
+    platform_.ShowMessage(
+        {"読み込むﾊﾟﾀｰﾝ番号" + std::to_string(Selected() + 1) + "の情報がありません"});
+  } else {
+    controls_.Show(slot.values, PatternKeys());
+  }
+  ShowNames();
+}
+
+void PatternBox::Save() {
+  const size_t n = Selected();
+  const std::string name = AskPatternName(this, n + 1);
+  if (name.empty()) return;
+  PatternSlot& slot = patterns_[n];
+  slot.name = name;
+  for (const std::string_view key : PatternKeys()) {
+    FindOptionField(key)->Set(slot.values, controls_.Value(key));
+  }
+  patterns_.SavePattern(n);
+  ShowNames();
+}
+
+void PatternBox::Delete() {
+  const size_t n = Selected();
+  if (patterns_[n].name.empty()) return;
+  const Message question{"ﾊﾟﾀｰﾝ番号" + std::to_string(n + 1) + "[ " + patterns_[n].name +
+                             " ]を削除します。よろしいですか？",
+                         kProgramTitle, MessageIcon::kQuestion, MessageButtons::kYesNo,
+                         MessageAnswer::kYes};
+  if (platform_.ShowMessage(question) != MessageAnswer::kYes) return;
+  patterns_.DeletePattern(n);
+  ShowNames();
+}
+
+}  // namespace ledrix

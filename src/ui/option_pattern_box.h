@@ -1,0 +1,43 @@
+// The part of the options dialog in which the condition patterns are kept.
+#pragma once
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <array>
+
+#include "platform/services.h"
+#include "settings/pattern_slots.h"
+#include "ui/option_controls.h"
+
+namespace ledrix {
+
+// Loads, saves and deletes the patterns, at once and whatever becomes of the dialog. It moves
+// values between the slots and the controls of the pattern keys.
+class PatternBox : public QGroupBox {
+ public:
+  PatternBox(OptionControls& controls, PatternSlots& patterns, PlatformServices& platform);
+
+ private:
+  QLayout* MakeButtons();
+  QLayout* MakeNames();
+  // The slot selected, counted from 0.
+  size_t Selected() const;
+  void ShowNames();
+  void Load();
+  void Save();
+  void Delete();
+
+  OptionControls& controls_;
+  PatternSlots& patterns_;
+  PlatformServices& platform_;
+  QComboBox* const cmbMatchPatternNum_;
+  QPushButton* const BtnMPtnSEL_;
+  QPushButton* const BtnMPtnUPD_;
+  QPushButton* const BtnMPtnDEL_;
+  std::array<QLineEdit*, kPatternSlots> txtMatchPattern_{};
+};
+
+}  // namespace ledrix
