@@ -5,6 +5,7 @@
 #include <QMenu>
 
 #include "charset/line_converter.h"
+#include "charset/read_with_conversion.h"
 #include "settings/option_draft.h"
 #include "settings/settings_store.h"
 #include "ui/qt_text.h"
@@ -22,7 +23,6 @@ constexpr size_t kOtherEntry = kMatchEntries.size();
 
 constexpr const char* kStandard = "標準";
 constexpr const char* kDirect = "直接指定";
-constexpr const char* kFullAuto = "FULLAUTO(遅め)";
 
 // A caption that shows a text as it is: "&" would mark an access key.
 QString Caption(const QString& text) {
