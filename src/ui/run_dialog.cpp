@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -25,6 +26,30 @@ double SecondsSince(const timespec& then) {
 }
 
 }  // namespace
+
+// Breaks lines anywhere: a path has no blanks.
+class LedrixF1::MessageLabel : public QLabel {
+ public:
+  MessageLabel() { setMinimumSize(kBarWidth + 80, kFewestLines * fontMetrics().lineSpacing()); }
+
+  // Takes the height that a text needs, and never less again.
+  void Show(const QString& shown) {
+    if (text() == shown) return;
+    setText(shown);
+    const int height = fontMetrics().boundingRect(0, 0, minimumWidth(), 0, kFlags, shown).height();
+    setMinimumHeight(std::max(minimumHeight(), height));
+  }
+  QSize sizeHint() const override { return minimumSize(); }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter(this).drawText(rect(), kFlags, text());
+  }
+
+ private:
+  static constexpr int kFewestLines = 3;
+  static constexpr int kFlags = Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWrapAnywhere;
+};
 
 LedrixF1::LedrixF1(OptionRecord& options, JobRecord& job, WindowPlatform& platform,
                    const JobSurroundings& surroundings, const ResultSink& results, QWidget* parent)
@@ -53,13 +78,9 @@ LedrixF1::~LedrixF1() {
 
 void LedrixF1::Build() {
   setObjectName("LedrixF1");
-  LblMSG = new QLabel;
+  LblMSG = new MessageLabel;
   LblMSG->setObjectName("LblMSG");
   LblMSG->setTextFormat(Qt::PlainText);
-  LblMSG->setWordWrap(true);
-  LblMSG->setMinimumWidth(kBarWidth + 80);
-  LblMSG->setMinimumHeight(fontMetrics().lineSpacing() * 3);
-  LblMSG->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
   auto* const frame = new QFrame;
   frame->setFrameShape(QFrame::StyledPanel);
@@ -180,11 +201,8 @@ void LedrixF1::ClearResults() {
 }
 
 void LedrixF1::ShowWhatWasTold() {
-  const auto show = [](QLabel& label, const QString& text) {
-    if (label.text() != text) label.setText(text);
-  };
-  show(*LblMSG, ToLines(message_));
-  show(*LblBar, ToQString(bar_text_));
+  LblMSG->Show(ToLines(message_));
+  if (LblBar->text() != ToQString(bar_text_)) LblBar->setText(ToQString(bar_text_));
   PicStsValue->move(static_cast<int>(left_ / kTwipsPerPixel), 0);
   // A list of very many results must not cost more than the job.
   constexpr double kPatience = 10;

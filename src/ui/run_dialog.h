@@ -37,6 +37,8 @@ class LedrixF1 : public QDialog, private RunFrontEnd {
   void reject() override { close(); }
 
  private:
+  class MessageLabel;
+
   void Build();
   void ShowState(bool running);
   void Run();
@@ -60,7 +62,7 @@ class LedrixF1 : public QDialog, private RunFrontEnd {
   const ResultSink& results_;
   RunServices services_;
 
-  QLabel* LblMSG = nullptr;
+  MessageLabel* LblMSG = nullptr;
   QLabel* LblBar = nullptr;
   QWidget* bar_frame_ = nullptr;   // the whole bar
   QWidget* PicStsValue = nullptr;  // slides in from its left
