@@ -4,9 +4,9 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QTimer>
 
 #include "settings/option_record.h"
+#include "ui/later.h"
 #include "ui/qt_text.h"
 #include "ui/roomy_rows.h"
 
@@ -108,7 +108,7 @@ void FolderList::Open(const QModelIndex& index, bool shift) {
   if (!index.isValid() || !on_open_) return;
   // The rows are replaced only when the view is done with its click.
   const NativePath path = model_.PathAt(index.row());
-  QTimer::singleShot(0, this, [this, path, shift] { on_open_(path, shift); });
+  DoLater(*this, [this, path, shift] { on_open_(path, shift); });
 }
 
 void FolderList::mouseDoubleClickEvent(QMouseEvent* event) {

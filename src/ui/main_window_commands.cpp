@@ -15,6 +15,7 @@
 #include "ui/desktop_actions.h"
 #include "ui/file_frame.h"
 #include "ui/history_window.h"
+#include "ui/later.h"
 #include "ui/main_window.h"
 #include "ui/options_dialog.h"
 #include "ui/output_frame.h"
@@ -114,7 +115,7 @@ void LedrixF0::ReleaseFolderButton(int index) {
   if (!Timer1->isActive()) return;  // it was held, and the menu is there
   Timer1->stop();
   // When the button is done with its click.
-  QTimer::singleShot(0, this, [this, index] { ShowHistory(index); });
+  DoLater(*this, [this, index] { ShowHistory(index); });
 }
 
 void LedrixF0::ShowFolderMenu() {

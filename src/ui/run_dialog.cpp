@@ -6,10 +6,10 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <new>
 
+#include "ui/later.h"
 #include "ui/qt_text.h"
 
 namespace ledrix {
@@ -137,7 +137,7 @@ void LedrixF1::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (std::exchange(started_, true) || options_.StartMsg == 1) return;
   // From the event loop, so that the dialog is there before its job runs.
-  QTimer::singleShot(0, this, [this] {
+  DoLater(*this, [this] {
     repaint();
     Run();
   });
