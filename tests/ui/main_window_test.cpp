@@ -373,6 +373,7 @@ TEST(MainWindow, KeepsItsStateBetweenRuns) {
 }
 
 TEST(MainWindow, CyclesTheSplitterModes) {
+  constexpr int kHalfStrip = 172 / 15;
   WindowRun run;
   LedrixF0& window = run.Open();
   const auto& button = *Find<QToolButton>(window, "BtnWinMode");
@@ -392,13 +393,13 @@ TEST(MainWindow, CyclesTheSplitterModes) {
   const QWidget& bar = *Find<QWidget>(window, "imgSplitter1");
   const auto middle = [&] { return bar.mapTo(&window, QPoint(0, 0)).x(); };
   window.resize(1200, 700);
-  EXPECT_NEAR(middle(), 600 - 172 / 15, 2);
+  EXPECT_NEAR(middle(), 600 - kHalfStrip, 2);
   run.Click("BtnWinMode");
   run.Click("BtnWinMode");
   window.resize(1300, 700);
-  EXPECT_NEAR(middle(), 600 - 172 / 15, 2);
+  EXPECT_NEAR(middle(), 600 - kHalfStrip, 2);
   run.Click("BtnWinMode");
-  EXPECT_NEAR(middle(), 650 - 172 / 15, 2);
+  EXPECT_NEAR(middle(), 650 - kHalfStrip, 2);
 }
 
 TEST(MainWindow, ChoosesWhereOutputsGo) {
