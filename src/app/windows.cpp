@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLibraryInfo>
+#include <QLocale>
 #include <QThread>
 #include <QTimer>
 #include <QTranslator>
@@ -61,6 +62,7 @@ SettingsStore LoadUserSettings() {
 int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("ledrix");
+  QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
   InstallTranslation(application);
   SubstituteFonts();
 
@@ -92,7 +94,9 @@ int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
   QObject::connect(&signal_poll, &QTimer::timeout, &signal_poll, [&] {
     if (!IsStopSignalled()) return;
     job.StopRequested = true;
-    window.close();
+    // From the uppermost window down, as a user would.
+    QWidget* const modal = QApplication::activeModalWidget();
+    (modal != nullptr ? modal : &window)->close();
   });
   signal_poll.start(kSignalPollMilliseconds);
   return QApplication::exec();

@@ -6,7 +6,9 @@
 #include <QGuiApplication>
 #include <algorithm>
 
+#include "platform/files.h"
 #include "ui/qt_text.h"
+#include "ui/window_platform.h"
 
 namespace ledrix {
 namespace {
@@ -50,10 +52,15 @@ NativePath OutputChooser::Choose(QWidget* parent, const OutputQuestion& question
   dialog.setNameFilters(question.filters);
   dialog.setDefaultSuffix(question.suffix);
   if (!question.name.isEmpty()) dialog.selectFile(question.name);
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  NativePath path = MakeAbsolute(ToNativePath(dialog.selectedFiles().front()));
-  folder_ = DirOf(path);
-  return path;
+  while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+    NativePath path = MakeAbsolute(ToNativePath(dialog.selectedFiles().front()));
+    if (IsFolder(DirOf(path))) {
+      folder_ = DirOf(path);
+      return path;
+    }
+    ShowMessageBox({"フォルダが見つかりません\r" + PathToUtf8(DirOf(path))});
+  }
+  return {};
 }
 
 QString ChooserFilter(const QString& shown, const QString& patterns) {

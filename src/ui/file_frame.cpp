@@ -101,7 +101,7 @@ QWidget* FileFrame::BuildFilePane() {
   inListView->setSelectionBehavior(QAbstractItemView::SelectRows);
   inListView->setEditTriggers(QAbstractItemView::NoEditTriggers);
   inListView->header()->setSectionsClickable(true);
-  inListView->header()->setStretchLastSection(true);
+  inListView->header()->setStretchLastSection(false);
   inListView->header()->setSortIndicatorShown(false);
   auto* const pane = new QWidget;
   auto* const rows = new QVBoxLayout(pane);
@@ -122,7 +122,11 @@ void FileFrame::Connect() {
   connect(inCombo, &QComboBox::activated, this, [this] { FillFiles(ReadOpenFolder()); });
   connect(inTextFile, &QLineEdit::returnPressed, this, [this] {
     const NativePath path = MakeAbsolute(ToNativePath(inTextFile->text().trimmed()));
-    if (GetFileInfo(path).ok()) OpenDropped(path);
+    if (const Result<FileInfo> info = GetFileInfo(path); info.ok()) {
+      OpenDropped(path);
+    } else {
+      platform_.ReportTrouble(PathToUtf8(path) + ": " + DescribeError(info.error()));
+    }
     UpdatePathText();
   });
   connect(inListView->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {

@@ -51,6 +51,8 @@ class FileFrame : public QGroupBox {
   const NativePath& folder() const { return folder_; }  // ends in a separator
   // The folder highlighted in the folder list, with a separator at its end.
   NativePath HighlightedFolder() const;
+  // Highlights the open folder where a single click opens folders, so that no other one looks open.
+  void HighlightOpenFolder();
 
   // Fills the filter list from the options and selects an entry, counted from 0; one that does not
   // exist becomes the first.

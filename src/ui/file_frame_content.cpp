@@ -115,6 +115,10 @@ NativePath FileFrame::HighlightedFolder() const {
   return inDirBox->highlighted();
 }
 
+void FileFrame::HighlightOpenFolder() {
+  if (options_.DirBoxSClick == 1) inDirBox->HighlightOpen();
+}
+
 void FileFrame::FillDrives() {
   drives_ = ListDrives();
   const QSignalBlocker quiet(inDrive);

@@ -43,6 +43,7 @@ class FolderList : public QListView {
   void SetFolders(const NativePath& open, const std::vector<std::string>& subfolders);
   // The folder that is highlighted, with a separator at its end; otherwise the open one.
   NativePath highlighted() const;
+  void HighlightOpen() { setCurrentIndex(model_.index(model_.open_row())); }
 
   // Called with the folder that a click (single or double, as `single` says) or the Enter key
   // opens, and whether Shift was held.

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "ui/file_frame.h"
+#include "ui/later.h"
 #include "ui/output_frame.h"
 #include "ui/program_commands.h"
 #include "ui/qt_text.h"
@@ -22,7 +23,6 @@ namespace ledrix {
 namespace {
 
 constexpr int kHoldMilliseconds = 900;
-constexpr int kTroubleMilliseconds = 15000;
 
 QToolButton* SymbolButton(const QString& name, const char* symbol, const char* hint) {
   auto* const button = new QToolButton;
@@ -66,9 +66,7 @@ LedrixF0::LedrixF0(const WindowProgram& program)
   ConnectMenu();
   ConnectPopup();
   LoadState();
-  program_.platform.OnTrouble([this](const std::string& line) {
-    statusBar()->showMessage(ToQString(line), kTroubleMilliseconds);
-  });
+  program_.platform.OnTrouble([this](const std::string& line) { ShowTrouble(line); });
 }
 
 LedrixF0::~LedrixF0() {
@@ -187,7 +185,19 @@ void LedrixF0::BuildStatusBar() {
     panels_[i] = Panel(names[i]);
     statusBar()->addWidget(panels_[i], i == 2 ? 1 : 0);
   }
-  panels_[2]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  trouble_ = Panel("PanelTrouble");
+  trouble_->hide();
+  statusBar()->addWidget(trouble_, 1);
+  for (QLabel* const label : {panels_[2], trouble_}) {
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  }
+}
+
+// Beside the preview, until the next job or refresh.
+void LedrixF0::ShowTrouble(const std::string& line) {
+  trouble_->setText("⚠ " + ToQString(line));
+  trouble_->setToolTip(ToQString(line));
+  trouble_->show();
 }
 
 void LedrixF0::ConnectMenu() {
@@ -240,6 +250,12 @@ void LedrixF0::ConnectPopup() {
       side(popup_side_).OpenFolder(i == 0 ? program_.actions.DocumentsFolder() : program_.folder);
     });
   }
+  // A folder is highlighted for the menu only.
+  connect(POPMenu, &QMenu::aboutToHide, this, [this] {
+    DoLater(*this, [this] {
+      for (FileFrame* const frame : sides_) frame->HighlightOpenFolder();
+    });
+  });
   connect(Timer1, &QTimer::timeout, this, [this] { ShowFolderMenu(); });
   for (int index = 0; index < 2; ++index) {
     QToolButton& button = side(index).folder_button();
@@ -259,10 +275,10 @@ void LedrixF0::LoadState() {
     const NativePath folder =
         program_.options.EndPath == 1
             ? NativePath(store.ReadSetting("Option", folder_keys[index], program_.folder.bytes()))
-            : MakeAbsolute(NativePath());
+            : MakeAbsolute(NativePath("."));
     const std::string filter = store.ReadSetting("Option", filter_keys[index], "0");
     side(index).SetFilters(ToQString(filter).toInt());
-    side(index).OpenFolder(MakeAbsolute(folder));
+    side(index).OpenFolder(MakeAbsolute(AddBackslash(folder)));
   }
   SetMode(RisizeMode);
   ChkFrame->ChooseAtStart();

@@ -58,6 +58,7 @@ class LedrixF0 : public QMainWindow {
   QWidget* BuildMiddle();
   QWidget* BuildButtonRow();
   void BuildStatusBar();
+  void ShowTrouble(const std::string& line);
   void ConnectMenu();
   void ConnectPopup();
   void LoadState();
@@ -134,13 +135,13 @@ class LedrixF0 : public QMainWindow {
   QToolButton* BtnWinMode = nullptr;
   ResultList* OutList = nullptr;
   std::array<QLabel*, 3> panels_{};  // of the status bar
+  QLabel* trouble_ = nullptr;        // a fourth one, shown when there is something to tell
 
   // Splitter mode 0 to 2, and where the bars are, in device-independent pixels.
   int RisizeMode = 0;
   int SplitterL = 0;
   int SplitterR = 0;
   int SplitterM = 0;
-  std::array<double, 2> folder_share_{};  // of a side's width, for the mode that keeps ratios
 
   int option_tab_ = 0;  // shown last, counted from 0
   PopupSource popup_source_ = PopupSource::kFileBox;

@@ -85,6 +85,7 @@ void LedrixF0::FollowFolder(int index, const NativePath& from, const NativePath&
 }
 
 void LedrixF0::Refresh() {
+  trouble_->hide();
   for (FileFrame* const frame : sides_) frame->Refresh();
 }
 
@@ -156,7 +157,10 @@ void LedrixF0::ClearSettingsAndEnd() {
 
 void LedrixF0::ApplyFont() {
   QFont font(ToQString(program_.options.FontName));
-  font.setPointSize(std::max<int>(program_.options.FontSize, 1));
+  constexpr int16_t kSmallest = 4;
+  constexpr int16_t kLargest = 72;
+  const int16_t size = program_.options.FontSize;
+  font.setPointSize(size < kSmallest || size > kLargest ? OptionRecord().FontSize : size);
   for (FileFrame* const frame : sides_) frame->SetListFont(font);
   OutList->setFont(font);
 }

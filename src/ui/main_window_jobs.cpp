@@ -1,4 +1,5 @@
 // How the main window describes jobs and has them run.
+#include <QLabel>
 #include <QPushButton>
 
 #include "jobs/name_pattern.h"
@@ -118,6 +119,7 @@ void LedrixF0::RunCurrentJob(const FileSides& sides) {
   job.IsMultiple = false;
   job.ListingPath = {};
   job.ProtectedFiles = {};
+  trouble_->hide();
   const ResultSink results{
       [this](const std::vector<std::string>& lines) { OutList->Append(lines); },
       [this] { OutList->Clear(); }};

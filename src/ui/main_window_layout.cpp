@@ -21,8 +21,8 @@ constexpr int kSplitterDefault = 2040 / kTwipsPerPixel;
 constexpr int kMiddleDefault = 5265 / kTwipsPerPixel;
 constexpr int kHalfMiddleStrip = 172 / kTwipsPerPixel;
 constexpr QSize kDesignSize(960, 620);
-constexpr int kNameColumnDefault = 120;
-constexpr int kDateColumnDefault = 120;
+constexpr int kNameColumnDefault = 112;
+constexpr int kDateColumnDefault = 116;
 
 struct ModeLook {
   const char* symbol;
@@ -34,6 +34,13 @@ constexpr ModeLook kModes[] = {{"▽", "区切バー位置比率固定"},
 
 constexpr const char* kColumnKeys[2][2] = {{"ColWidthOld1", "ColWidthOld2"},
                                            {"ColWidthNew1", "ColWidthNew2"}};
+
+// The place of a splitter bar; what can be none is as good as missing.
+int ReadBar(const SettingsStore& store, const char* key, int default_pixels) {
+  constexpr int kFarthest = 20000;
+  const int pixels = ReadPixels(store, key, default_pixels);
+  return pixels >= 0 && pixels <= kFarthest ? pixels : default_pixels;
+}
 
 // True when enough of the title bar is on a screen to take hold of the window.
 bool IsReachable(const QPoint& place, int width) {
@@ -56,13 +63,13 @@ void SetFirst(QSplitter& splitter, int width) {
 void LedrixF0::RestoreGeometry() {
   const SettingsStore& store = program_.store;
   constexpr int kNone = -1000000;
-  setMinimumSize(kDesignSize);
   const int left = ReadPixels(store, "MainLeft", kNone);
   const int top = ReadPixels(store, "MainTop", kNone);
   const QSize screen = QApplication::primaryScreen()->availableSize();
+  setMinimumSize(kDesignSize.boundedTo(screen));
   const QSize wanted(ReadPixels(store, "MainWidth", kDesignSize.width()),
                      ReadPixels(store, "MainHeight", kDesignSize.height()));
-  resize(wanted.boundedTo(screen).expandedTo(kDesignSize));
+  resize(wanted.boundedTo(screen).expandedTo(minimumSize()));
   if (left != kNone && top != kNone && IsReachable({left, top}, width())) move(left, top);
   for (int index = 0; index < 2; ++index) {
     QHeaderView& header = *side(index).files().header();
@@ -74,12 +81,9 @@ void LedrixF0::RestoreGeometry() {
   }
   RisizeMode =
       std::clamp(ToQString(store.ReadSetting("Settings", "RisizeMode", "0")).toInt(), 0, 2);
-  SplitterL = ReadPixels(store, "SplitterL", kSplitterDefault);
-  SplitterR = ReadPixels(store, "SplitterR", kSplitterDefault);
-  SplitterM = ReadPixels(store, "SplitterM", kMiddleDefault);
-  const double middle = std::max(SplitterM, 1);
-  folder_share_ = {std::clamp(SplitterL / middle, 0.1, 0.9),
-                   std::clamp(SplitterR / middle, 0.1, 0.9)};
+  SplitterL = ReadBar(store, "SplitterL", kSplitterDefault);
+  SplitterR = ReadBar(store, "SplitterR", kSplitterDefault);
+  SplitterM = ReadBar(store, "SplitterM", kMiddleDefault);
   connect(splitter_, &QSplitter::splitterMoved, this, [this] { NoteSplitters(); });
   for (int index = 0; index < 2; ++index) {
     connect(&side(index).splitter(), &QSplitter::splitterMoved, this, [this] { NoteSplitters(); });
@@ -125,25 +129,17 @@ void LedrixF0::LayOut() {
   SetFirst(*splitter_, SplitterM - left);
   for (int index = 0; index < 2; ++index) {
     FileFrame& frame = side(index);
-    int& bar = index == 0 ? SplitterL : SplitterR;
     if (frame.parentWidget()->layout() != nullptr) frame.parentWidget()->layout()->activate();
     frame.layout()->activate();
-    if (RisizeMode == 0) {
-      bar = static_cast<int>(frame.width() * folder_share_[static_cast<size_t>(index)]);
-    }
-    SetFirst(frame.splitter(), bar);
+    SetFirst(frame.splitter(), index == 0 ? SplitterL : SplitterR);
   }
 }
 
 // After the user has moved a bar.
 void LedrixF0::NoteSplitters() {
   SplitterM = splitter_->sizes().first() + centralWidget()->layout()->contentsMargins().left();
-  for (int index = 0; index < 2; ++index) {
-    const int first = side(index).splitter().sizes().first();
-    (index == 0 ? SplitterL : SplitterR) = first;
-    folder_share_[static_cast<size_t>(index)] =
-        std::clamp(first / std::max(1.0, static_cast<double>(side(index).width())), 0.1, 0.9);
-  }
+  SplitterL = side(0).splitter().sizes().first();
+  SplitterR = side(1).splitter().sizes().first();
 }
 
 void LedrixF0::showEvent(QShowEvent* event) {

@@ -64,6 +64,8 @@ LedrixF1::LedrixF1(OptionRecord& options, JobRecord& job, WindowPlatform& platfo
   job_.CsvRowNo = 0;
   Build();
   setWindowTitle(ToQString(JobCaption(job_)));
+  const int title_width = fontMetrics().horizontalAdvance(windowTitle());
+  setMinimumWidth(title_width + 10 * fontMetrics().height());  // the window's buttons beside it
   message_ = JobMessage(services_);
   ShowState(options_.StartMsg == 0);
   ShowWhatWasTold();

@@ -22,10 +22,27 @@ QMessageBox::Icon ToIcon(MessageIcon icon) {
   return QMessageBox::Warning;
 }
 
+// The lines of a message; a label breaks them at blanks only, which a long path does not have.
+QString BreakableLines(const std::string& text) {
+  constexpr QChar kBreakHere(0x200B);  // has no width
+  constexpr int kLongestWord = 60;
+  QString lines;
+  int word = 0;
+  for (const QChar c : ToLines(text)) {
+    word = c.isSpace() ? 0 : word + 1;
+    if (word > kLongestWord && !c.isLowSurrogate()) {
+      lines += kBreakHere;
+      word = 1;
+    }
+    lines += c;
+  }
+  return lines;
+}
+
 }  // namespace
 
 MessageAnswer ShowMessageBox(const Message& message) {
-  QMessageBox box(ToIcon(message.icon), ToQString(message.title), ToLines(message.text),
+  QMessageBox box(ToIcon(message.icon), ToQString(message.title), BreakableLines(message.text),
                   QMessageBox::NoButton, QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
   if (message.buttons == MessageButtons::kOk) {

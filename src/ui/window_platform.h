@@ -16,7 +16,11 @@ MessageAnswer ShowMessageBox(const Message& message);
 // REQUIRES: an application object exists while it is used.
 class WindowPlatform : public PlatformServices {
  public:
-  MessageAnswer ShowMessage(const Message& message) override { return ShowMessageBox(message); }
+  // A job that shows a message has told things before it that are to be seen.
+  MessageAnswer ShowMessage(const Message& message) override {
+    if (on_yield_) on_yield_();
+    return ShowMessageBox(message);
+  }
   // On stderr, and to OnTrouble.
   void ReportTrouble(const std::string& line) override;
   // Lets pending events act, at most every 20 milliseconds.

@@ -350,12 +350,12 @@ TEST(MainWindow, KeepsItsStateBetweenRuns) {
   EXPECT_TRUE(Find<QWidget>(window, "imgSplitter1")->isEnabled());
   EXPECT_EQ(Find<QComboBox>(window, "inCombo1")->currentIndex(), 0);
   EXPECT_EQ(Find<QWidget>(window, "inDirBox0")->width(), 200);
-  window.resize(960, 700);
+  window.resize(800, 700);
   run.Files(0).header()->resizeSection(0, 222);
   Find<QComboBox>(window, "inCombo1")->setCurrentIndex(2);
   run.options.OptMatch = 8;
   LedrixF0& again = run.Reopen();
-  EXPECT_EQ(again.size(), QSize(960, 700));
+  EXPECT_EQ(again.size(), QSize(800, 700));
   EXPECT_EQ(run.Files(0).header()->sectionSize(0), 222);
   EXPECT_EQ(Find<QComboBox>(again, "inCombo1")->currentIndex(), 2);
   EXPECT_EQ(run.options.OptMatch, 8);
@@ -370,6 +370,27 @@ TEST(MainWindow, KeepsItsStateBetweenRuns) {
   test::WaitUntil([&] { return again.isMaximized(); });
   run.Reopen();
   EXPECT_EQ(stored("MainHeight"), "10500");
+}
+
+TEST(MainWindow, StoresWhatItReadWhenNothingWasMoved) {
+  const char* const keys[] = {"SplitterL",    "SplitterR",    "ColWidthOld1",
+                              "ColWidthOld2", "ColWidthNew2", "MainWidth"};
+  for (const char* mode : {"0", "1", "2"}) {
+    WindowRun run;
+    run.store.WriteSetting("Settings", "RisizeMode", mode);
+    run.store.WriteSetting("Settings", "SplitterR", "-99");
+    run.Open();
+    run.Reopen();
+    Texts first;
+    for (const char* key : keys) first.push_back(run.store.ReadSetting("Settings", key, "-"));
+    EXPECT_EQ(first[0], "2040");
+    EXPECT_EQ(first[1], "2040");
+    run.Reopen();
+    run.Reopen();
+    for (size_t i = 0; i < first.size(); ++i) {
+      EXPECT_EQ(run.store.ReadSetting("Settings", keys[i], "-"), first[i]) << mode << keys[i];
+    }
+  }
 }
 
 TEST(MainWindow, CyclesTheSplitterModes) {

@@ -197,6 +197,36 @@ TEST(RunDialog, DoesNothingWhenItIsNotConfirmed) {
   EXPECT_FALSE(test::FileExists(NativePath(run.Path("old/a_COMP.TXT"))));
 }
 
+TEST(RunDialog, ShowsFinishedPairsBehindAMessage) {
+  WindowRun run;
+  run.Set("StartMsg", "0");
+  for (const char* name : {"old/a", "new/a", "old/b", "new/b"}) run.File(name, name);
+  run.Open();
+  run.Click("BtnEQSel2");
+  std::filesystem::remove(run.Path("new/b"));
+  ModalScript script;
+  script.Then([&](QWidget& box) {
+    EXPECT_EQ(box.windowTitle(), "NEW Open Error");
+    EXPECT_EQ(run.Results().size(), 2u);
+    test::PressBoxButton(box, "OK");
+  });
+  run.Click("BtnRun");
+  EXPECT_EQ(run.Results().at(3), "    エラー");
+}
+
+TEST(Chooser, TakesNoNameInAFolderThatDoesNotExist) {
+  WindowRun run;
+  run.File("old/a", "");
+  run.Open();
+  ModalScript script;
+  script.Then([&](QWidget& window) { Name(window, run.Path("none/x.csv"), "出力CSVﾌｧｲﾙの指定"); })
+      .Answer("OK")
+      .Then([](QWidget& window) { window.close(); });
+  run.Popup("inDirBox0", "MenuPopStepCnt");
+  EXPECT_EQ(script.texts, Texts{"Ledrix: フォルダが見つかりません\n" + run.Path("none/")});
+  EXPECT_EQ(run.Results(), Texts{});
+}
+
 // Two files whose compare takes long enough to be stopped.
 struct LongRun : WindowRun {
   LongRun() {
