@@ -1,5 +1,7 @@
 #include "compare/difference.h"
 
+#include <algorithm>
+
 namespace ledrix::modComp {
 
 void Difference::CompareStep() {
@@ -9,10 +11,33 @@ void Difference::CompareStep() {
     DeleteLines(1);
   } else if (old_.current_line().key == new_.current_line().key) {
     writer_.WriteUnchanged();
+    if (++equal_lines_ >= next_skip_ && writer_.TakesUnchangedRuns()) SkipEqualLines();
     AdvanceBoth();
   } else {
+    equal_lines_ = 0;
+    next_skip_ = kFirstSkip;
     Resynchronise();
   }
+}
+
+// Equal bytes are equal lines under every option, so whole blocks of two files in step need not be
+// cut into keys.
+void Difference::SkipEqualLines() {
+  // Lines that are read again are paid for by those that have been equal before.
+  const LineIndex ahead = std::max(old_.lines_ahead(), new_.lines_ahead());
+  if (ahead > equal_lines_ || !old_.DropAhead() || !new_.DropAhead()) {
+    next_skip_ = equal_lines_ + kFirstSkip;
+    return;
+  }
+  const EqualLines equal = LineRing::FindEqualAhead(old_, new_);
+  if (equal.lines == 0) {
+    next_skip_ = equal_lines_ + kFirstSkip;
+    return;
+  }
+  writer_.WriteUnchangedRun(equal.lines);
+  old_.AdvanceOver(equal);
+  new_.AdvanceOver(equal);
+  equal_lines_ += equal.lines;
 }
 
 void Difference::Resynchronise() {

@@ -20,6 +20,12 @@ class DecisionWriter {
   virtual void WriteChanged() = 0;    // the old line became the new line
   virtual void WriteAdded() = 0;      // the new line
   virtual void WriteDeleted() = 0;    // the old line
+
+  // True when of further unchanged lines only their number counts, whatever they hold.
+  virtual bool TakesUnchangedRuns() const { return false; }
+  // Takes so many more unchanged pairs, those behind the current lines. REQUIRES:
+  // TakesUnchangedRuns().
+  virtual void WriteUnchangedRun(LineIndex /*lines*/) {}
 };
 
 class Difference {
@@ -43,6 +49,11 @@ class Difference {
   void CompareStep();
 
  private:
+  // Unchanged pairs before the bytes behind them are looked at, and before they are looked at
+  // again after the look was in vain.
+  static constexpr LineIndex kFirstSkip = 16;
+
+  void SkipEqualLines();
   void AddLines(LineIndex count);
   void DeleteLines(LineIndex count);
   void Resynchronise();
@@ -56,6 +67,8 @@ class Difference {
   const CompareOptions& options_;
   std::optional<ResyncSearch> search_;  // made at the first two lines that differ
   DecisionWriter& writer_;
+  LineIndex equal_lines_ = 0;         // unchanged pairs since the last difference
+  LineIndex next_skip_ = kFirstSkip;  // so many are worth a look at the bytes behind them
 };
 
 }  // namespace ledrix::modComp

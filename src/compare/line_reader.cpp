@@ -4,6 +4,8 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/byte_search.h"
+
 namespace ledrix::modComp {
 
 LineReader::LineReader(InputFile file) : file_(std::move(file)), block_size_(kBlockSize) {
@@ -35,6 +37,29 @@ bool LineReader::TakeLine(size_t end, size_t next_start, SjisView& line) {
   line = SjisView::FromBytes({block.bytes.get() + start_, end - start_});
   start_ = scanned_ = next_start;
   block.lines_end = ++lines_read_;
+  return true;
+}
+
+void LineReader::TakePending(LineIndex lines, size_t bytes) {
+  start_ += bytes;
+  scanned_ = start_;
+  lines_read_ += lines;
+  blocks_.back().lines_end = lines_read_;
+}
+
+bool LineReader::GiveBack(LineIndex first) {
+  if (first == lines_read_) return true;
+  if (first < block_begin_) return false;
+  Block& block = blocks_.back();
+  const std::string_view bytes(block.bytes.get(), block.size);
+  if (bytes[start_ - 1] != '\n') return false;
+  for (; lines_read_ > first; --lines_read_) {
+    // The line ends directly before start_; it begins behind the line end before that.
+    const size_t line_feed = FindLastByte(bytes.substr(0, start_ - 1), '\n');
+    start_ = line_feed == std::string_view::npos ? 0 : line_feed + 1;
+  }
+  scanned_ = start_;
+  block.lines_end = lines_read_;
   return true;
 }
 
@@ -70,6 +95,7 @@ void LineReader::AddBlock(LineIndex keep_from) {
   if (start_ == 0) blocks_.erase(blocks_.end() - 2);  // it holds the copied part and no line
   start_ = 0;
   scanned_ = tail;
+  block_begin_ = lines_read_;
 }
 
 void LineReader::TakeBlock(size_t capacity) {

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "compare/text_arena.h"
@@ -31,6 +32,21 @@ class LineReader {
   // Reads the next line, without its end. Lines before `keep_from` may lose their bytes with this
   // call. Returns false at the end of the file and after a failed read.
   bool Next(LineIndex keep_from, SjisView& line);
+
+  // What was read of the file behind the lines taken so far, up to the end of the block: no, some
+  // or many lines and perhaps the beginning of one.
+  std::string_view pending() const {
+    const Block& block = blocks_.back();
+    return {block.bytes.get() + start_, block.size - start_};
+  }
+  // Takes `lines` pending lines at once. They are all lines of the first `bytes` pending bytes,
+  // which end at a line end.
+  void TakePending(LineIndex lines, size_t bytes);
+
+  // Makes the lines from `first` on pending again; Next() reads them as before. Returns false, and
+  // does nothing, when they do not all lie in the last block or the file ends without a line end.
+  // REQUIRES: first <= lines_read().
+  bool GiveBack(LineIndex first);
 
   // Where texts derived from the line last read go; they live as long as the line's own bytes.
   TextArena& arena() { return blocks_.back().derived; }
@@ -64,6 +80,7 @@ class LineReader {
   uint64_t bytes_read_ = 0;
   bool file_ended_ = false;
   LineIndex lines_read_ = 0;
+  LineIndex block_begin_ = 0;  // the first line of the last block
   Status failure_ = kNoError;
 };
 

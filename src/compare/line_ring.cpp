@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <bit>
+#include <limits>
 #include <utility>
+
+#include "platform/byte_search.h"
 
 namespace ledrix::modComp {
 namespace {
@@ -15,6 +18,25 @@ size_t SlotsFor(const FileInfo& info, const CompareOptions& options) {
   const auto most = static_cast<uint64_t>(options.window_lines + LineRing::kHistory + 1);
   const bool known = info.kind == FileKind::kRegular && info.size > 0;
   return std::bit_ceil(static_cast<size_t>(known ? std::min(most, info.size + 1) : most));
+}
+
+// REQUIRES: the line ends at a line end.
+SjisView WithoutLineEnd(std::string_view line) {
+  line.remove_suffix(line.size() > 1 && line[line.size() - 2] == '\r' ? 2 : 1);
+  return SjisView::FromBytes(line);
+}
+
+// The first lines of some bytes that end at a line end, all of them or `most`.
+EqualLines CountLines(std::string_view bytes, LineIndex most) {
+  EqualLines lines;
+  while (lines.bytes < bytes.size() && lines.lines < most) {
+    const size_t end = bytes.find('\n', lines.bytes) + 1;
+    const SjisView text = WithoutLineEnd(bytes.substr(lines.bytes, end - lines.bytes));
+    ++lines.lines;
+    lines.bytes = end;
+    lines.counted_bytes += text.size() + kLineEndBytes;
+  }
+  return lines;
 }
 
 }  // namespace
@@ -32,8 +54,41 @@ bool LineRing::ReadNextLine() {
   if (options_.expand_tabs) text = ExpandTabs(text, options_.tab_width, reader_.arena());
   const Line line = PrepareLine(options_, text, reader_.arena());
   slots_[(reader_.lines_read() - 1) & slot_mask_] = line;
-  counter_.LineRead(reader_.lines_read(), text.size() + kLineEndBytes);
+  if (reader_.lines_read() > counted_) {
+    counted_ = reader_.lines_read();
+    counter_.LineRead(counted_, text.size() + kLineEndBytes);
+  }
   return true;
+}
+
+EqualLines LineRing::FindEqualAhead(const LineRing& old_ring, const LineRing& new_ring) {
+  const std::string_view pending = old_ring.reader_.pending();
+  size_t same = CommonPrefixSize(pending, new_ring.reader_.pending());
+  // A line with a tab to be expanded is read like any other.
+  if (old_ring.options_.expand_tabs) same = std::min(same, pending.substr(0, same).find('\t'));
+  const size_t last_end = FindLastByte(pending.substr(0, same), '\n');
+  if (last_end == std::string_view::npos) return {};
+  return CountLines(pending.substr(0, last_end + 1), std::numeric_limits<LineIndex>::max());
+}
+
+void LineRing::AdvanceOver(const EqualLines& equal) {
+  const std::string_view bytes = reader_.pending().substr(0, equal.bytes);
+  reader_.TakePending(equal.lines, equal.bytes);
+  current_ += equal.lines;
+  // Of what the current line leaves behind only the last lines can be asked for.
+  size_t end = bytes.size();
+  for (LineIndex index = current_; end > 0 && index >= current_ - kHistory; --index) {
+    const size_t before = FindLastByte(bytes.substr(0, end - 1), '\n');
+    const size_t begin = before == std::string_view::npos ? 0 : before + 1;
+    slots_[index & slot_mask_] =
+        PrepareLine(options_, WithoutLineEnd(bytes.substr(begin, end - begin)), reader_.arena());
+    end = begin;
+  }
+  const LineIndex told = counted_ - (current_ + 1 - equal.lines);
+  if (told >= equal.lines) return;
+  counted_ = current_ + 1;
+  counter_.LinesRead(counted_, equal.lines - told,
+                     equal.counted_bytes - CountLines(bytes, told).counted_bytes);
 }
 
 LineIndex LineRing::FillWindow() {

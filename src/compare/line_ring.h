@@ -24,6 +24,17 @@ class LineCounter {
   // `number` is the line's number in its file, from 1; `bytes` its length after tab expansion,
   // with the line end.
   virtual void LineRead(int64_t number, size_t bytes) = 0;
+  // The same for `lines` lines at once, the last of which has this number.
+  virtual void LinesRead(int64_t number, int64_t /*lines*/, size_t bytes) {
+    LineRead(number, bytes);
+  }
+};
+
+// Whole lines that stand in both files with the same bytes.
+struct EqualLines {
+  LineIndex lines = 0;
+  size_t bytes = 0;          // in the file, with the line ends
+  size_t counted_bytes = 0;  // as LineCounter counts them
 };
 
 class LineRing {
@@ -58,6 +69,29 @@ class LineRing {
     if (current_ >= reader_.lines_read()) ReadNextLine();
   }
 
+  // True when the window holds the line of an index, which is read when need be. REQUIRES: the
+  // index lies behind the current line.
+  bool Holds(LineIndex index) {
+    if (index >= current_ + options_.window_lines) return false;
+    while (index >= reader_.lines_read()) {
+      if (!ReadNextLine()) return false;
+    }
+    return true;
+  }
+
+  // Number of lines held behind the current one.
+  LineIndex lines_ahead() const { return reader_.lines_read() - current_ - 1; }
+  // Forgets the lines held behind the current one, to be read again. Returns false when they must
+  // stay.
+  bool DropAhead() { return reader_.GiveBack(current_ + 1); }
+
+  // The lines behind both current ones that are equal byte for byte, as far as both files are read
+  // and texts need no change of their length. REQUIRES: no line is held ahead on either side.
+  static EqualLines FindEqualAhead(const LineRing& old_ring, const LineRing& new_ring);
+  // Moves over lines that FindEqualAhead told of: the last of them becomes the current one, as if
+  // every one had been advanced to.
+  void AdvanceOver(const EqualLines& equal);
+
   // Reads until the window is full or the file ends and returns the index behind the last line
   // held.
   LineIndex FillWindow();
@@ -71,6 +105,7 @@ class LineRing {
   std::vector<Line> slots_;  // as many as a power of two
   LineIndex slot_mask_;
   LineIndex current_ = -1;
+  LineIndex counted_ = 0;  // lines told to the counter; a line is read again after DropAhead
 };
 
 }  // namespace ledrix::modComp

@@ -32,6 +32,10 @@ class ListingBody : public DecisionWriter {
   void WriteChanged() override;
   void WriteAdded() override;
   void WriteDeleted() override;
+  bool TakesUnchangedRuns() const override {
+    return state_ == BlockState::kIdle && !options_.all_lines && !sides_.merge_source;
+  }
+  void WriteUnchangedRun(LineIndex lines) override { held_back_ += lines; }
 
   // Ends the body behind the last decision: the omission line for lines held back, or in the box
   // form the end marker of an open block; then the ruler line.

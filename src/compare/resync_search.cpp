@@ -3,6 +3,12 @@
 #include <algorithm>
 
 namespace ledrix::modComp {
+namespace {
+
+// Distances that are tried before the index is asked.
+constexpr LineIndex kNearDistance = 64;
+
+}  // namespace
 
 ResyncSearch::ResyncSearch(LineRing& old_ring, LineRing& new_ring, const CompareOptions& options)
     : old_(old_ring),
@@ -12,6 +18,44 @@ ResyncSearch::ResyncSearch(LineRing& old_ring, LineRing& new_ring, const Compare
       new_runs_(new_ring, options.window_lines, options.match_lines) {}
 
 Resync ResyncSearch::Find() {
+  if (old_.current() >= near_from_) {
+    if (const std::optional<Resync> found = FindNear()) return *found;
+    // Where much has changed small distances are in vain; trying them must not cost more than
+    // the index does.
+    near_from_ = old_.current() + kNearDistance;
+  }
+  return FindByIndex();
+}
+
+std::optional<Resync> ResyncSearch::FindNear() {
+  const LineIndex o = old_.current();
+  const LineIndex n = new_.current();
+  LineIndex run = 0;
+  for (LineIndex d = 1; d <= kNearDistance; ++d) {
+    const bool old_held = old_.Holds(o + d);
+    const bool new_held = new_.Holds(n + d);
+    if (!old_held && !new_held) return Resync{};
+    if (new_held && SameLine(o, n + d)) {
+      if (RunHolds(o, n + d)) return Resync{Resync::Kind::kAdded, d};
+    } else if (old_held && SameLine(o + d, n) && RunHolds(o + d, n)) {
+      return Resync{Resync::Kind::kDeleted, d};
+    }
+    run = old_held && new_held && SameLine(o + d, n + d) ? run + 1 : 0;
+    if (run == match_lines_) return Resync{};
+  }
+  return std::nullopt;
+}
+
+bool ResyncSearch::RunHolds(LineIndex old_index, LineIndex new_index) {
+  for (LineIndex i = 1; i < match_lines_; ++i) {
+    const LineIndex o = old_index + i;
+    const LineIndex n = new_index + i;
+    if (!old_.Holds(o) || !new_.Holds(n) || !SameLine(o, n)) return false;
+  }
+  return true;
+}
+
+Resync ResyncSearch::FindByIndex() {
   old_end_ = old_.FillWindow();
   new_end_ = new_.FillWindow();
   old_runs_.Update(old_.current(), old_end_);

@@ -1,6 +1,8 @@
 // Where two files agree again behind two lines that differ.
 #pragma once
 
+#include <optional>
+
 #include "compare/line_ring.h"
 #include "compare/run_index.h"
 
@@ -26,8 +28,10 @@ struct Resync {
 // Every line of an agreement lies inside its side's window. The nearest agreement wins; on the
 // diagonal, or when there is none, the current pair is a changed pair.
 //
-// The time for one call does not grow with the window, apart from the lines that enter it: runs
-// are looked up in an index, and the diagonal is walked on from where the last call left it.
+// Most files agree again after a few lines, so small distances are tried as they stand, without
+// reading further. Beyond them the time for one call does not grow with the window, apart from the
+// lines that enter it: runs are looked up in an index, and the diagonal is walked on from where the
+// last call left it.
 class ResyncSearch {
  public:
   // Both rings must outlive the search.
@@ -37,6 +41,11 @@ class ResyncSearch {
   Resync Find();
 
  private:
+  // The answer of the distances up to kNearDistance; nothing when they leave it open.
+  std::optional<Resync> FindNear();
+  // True when K lines agree, inside both windows. REQUIRES: the first two are held and agree.
+  bool RunHolds(LineIndex old_index, LineIndex new_index);
+  Resync FindByIndex();
   // Distance of the nearest addition, deletion; `limit` when there is none below it.
   LineIndex FindAddition(LineIndex limit) const;
   LineIndex FindDeletion(LineIndex limit) const;
@@ -60,6 +69,8 @@ class ResyncSearch {
   LineIndex diagonal_ = 0;
   LineIndex diagonal_next_ = 0;
   LineIndex diagonal_run_ = 0;
+
+  LineIndex near_from_ = 0;  // the old index from which small distances are tried again
 };
 
 }  // namespace ledrix::modComp
