@@ -8,10 +8,6 @@ namespace {
 
 constexpr unsigned kFullWidthSpace = 0x8140;
 
-SjisView KeyCut(const CompareOptions& options, SjisView raw) {
-  return raw.From(options.first_column - 1).First(options.compare_length());
-}
-
 // Calls visit(code, bytes) for each character that has a part inside the compared columns of a
 // line, stepping by characters from the line's start. Of a character that a column edge splits
 // only the part inside is visited, with the code 0.
@@ -63,24 +59,11 @@ SjisView UpperCaseKey(const CompareOptions& options, SjisView raw, TextArena& ar
   return options.spaces == SpaceRule::kCompare ? key : TrimRight(key);
 }
 
-SjisView MakeKey(const CompareOptions& options, SjisView raw, TextArena& arena) {
-  if (options.ignore_case) return UpperCaseKey(options, raw, arena);
-  switch (options.spaces) {
-    case SpaceRule::kCompare:
-      return KeyCut(options, raw);
-    case SpaceRule::kIgnoreTrailing:
-      return TrimRight(KeyCut(options, raw));
-    case SpaceRule::kIgnoreAll:
-      return RemoveAllSpaces(options, raw, arena);
-  }
-  return {};
-}
-
 }  // namespace
 
-Line PrepareLine(const CompareOptions& options, SjisView text, TextArena& arena) {
-  const SjisView raw = options.spaces == SpaceRule::kCompare ? text : TrimRight(text);
-  return {raw, MakeKey(options, raw, arena)};
+SjisView MakeRewrittenKey(const CompareOptions& options, SjisView raw, TextArena& arena) {
+  return options.ignore_case ? UpperCaseKey(options, raw, arena)
+                             : RemoveAllSpaces(options, raw, arena);
 }
 
 SjisView ExpandTabs(SjisView text, int tab_width, TextArena& arena) {

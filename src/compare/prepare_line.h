@@ -13,10 +13,25 @@ struct Line {
   SjisView key;  // what decides whether two lines are equal, byte for byte
 };
 
+// The compared columns of a line as its bytes stand.
+inline SjisView KeyCut(const CompareOptions& options, SjisView raw) {
+  return raw.From(options.first_column - 1).First(options.compare_length());
+}
+
+// The key under the case rule, or without any space.
+SjisView MakeRewrittenKey(const CompareOptions& options, SjisView raw, TextArena& arena);
+
 // Applies the space rule, the column range and the case rule to a line whose tabs are expanded
 // already when they are to be. What cannot be a view of `text` goes into the arena. A cut that
 // splits a double-byte character leaves half of it in the key.
-Line PrepareLine(const CompareOptions& options, SjisView text, TextArena& arena);
+inline Line PrepareLine(const CompareOptions& options, SjisView text, TextArena& arena) {
+  const SjisView raw = options.spaces == SpaceRule::kCompare ? text : TrimRight(text);
+  if (options.ignore_case || options.spaces == SpaceRule::kIgnoreAll) {
+    return {raw, MakeRewrittenKey(options, raw, arena)};
+  }
+  const SjisView key = KeyCut(options, raw);
+  return {raw, options.spaces == SpaceRule::kCompare ? key : TrimRight(key)};
+}
 
 // The text with every tab replaced by spaces up to the next stop; the stops stand every
 // `tab_width` bytes. Returns the text itself when it holds no tab.

@@ -239,9 +239,13 @@ void OutputFile::Buffer(std::string_view bytes) {
   used_ += bytes.size();
 }
 
-void OutputFile::WriteThrough(std::string_view bytes) {
+void OutputFile::MakeRoom() {
   Flush();
   if (on_block_) on_block_();
+}
+
+void OutputFile::WriteThrough(std::string_view bytes) {
+  MakeRoom();
   if (bytes.size() <= kBufferSize) {
     Buffer(bytes);
   } else {

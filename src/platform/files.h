@@ -162,6 +162,14 @@ class OutputFile {
     }
   }
 
+  // Room for `size` bytes, to be filled before the next call; they count as written. REQUIRES: size
+  // is at most kMostToFill.
+  static constexpr size_t kMostToFill = 4096;
+  char* WriteInPlace(size_t size) {
+    if (size > kBufferSize - used_) MakeRoom();
+    return buffer_.get() + std::exchange(used_, used_ + size);
+  }
+
   // Writes what is buffered, closes and returns the first failure of all.
   Status Close();
 
@@ -180,6 +188,7 @@ class OutputFile {
       : path_(std::move(path)), descriptor_(std::move(descriptor)) {}
   void Buffer(std::string_view bytes);
   void WriteThrough(std::string_view bytes);
+  void MakeRoom();
   void WriteAll(std::string_view bytes);
   void Flush();
   void CreateNow();
