@@ -241,6 +241,10 @@ void OutputFile::Buffer(std::string_view bytes) {
 
 void OutputFile::MakeRoom() {
   Flush();
+  if (capacity_ < kBufferSize) {
+    buffer_ = std::make_unique_for_overwrite<char[]>(kBufferSize);
+    capacity_ = kBufferSize;
+  }
   if (on_block_) on_block_();
 }
 
