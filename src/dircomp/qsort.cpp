@@ -94,7 +94,8 @@ Position Sorter::Partition(Range range) {
     // An item that stays is swapped with itself: which of them do is as good as random, and a
     // branch on it would be mispredicted half of the time.
     last += before ? 1 : 0;
-    std::swap(items[before ? last : i], items[i]);
+    const Position stays = before ? 0 : 1;
+    std::swap(items[last + stays * (i - last)], items[i]);
   }
   std::swap(items[range.low], items[last]);
   return last;
