@@ -15,7 +15,7 @@ void Difference::CompareStep() {
     AdvanceBoth();
   } else {
     equal_lines_ = 0;
-    next_skip_ = kFirstSkip;
+    next_skip_ = tuning_.pairs_before_skip;
     Resynchronise();
   }
 }
@@ -26,12 +26,12 @@ void Difference::SkipEqualLines() {
   // Lines that are read again are paid for by those that have been equal before.
   const LineIndex ahead = std::max(old_.lines_ahead(), new_.lines_ahead());
   if (ahead > equal_lines_ || !old_.DropAhead() || !new_.DropAhead()) {
-    next_skip_ = equal_lines_ + kFirstSkip;
+    next_skip_ = equal_lines_ + tuning_.pairs_before_skip;
     return;
   }
   const EqualLines equal = LineRing::FindEqualAhead(old_, new_);
   if (equal.lines == 0) {
-    next_skip_ = equal_lines_ + kFirstSkip;
+    next_skip_ = equal_lines_ + tuning_.pairs_before_skip;
     return;
   }
   writer_.WriteUnchangedRun(equal.lines);
@@ -41,7 +41,7 @@ void Difference::SkipEqualLines() {
 }
 
 void Difference::Resynchronise() {
-  if (!search_) search_.emplace(old_, new_, options_);
+  if (!search_) search_.emplace(old_, new_, options_, tuning_.near_lines);
   const Resync found = search_->Find();
   switch (found.kind) {
     case Resync::Kind::kAdded:

@@ -32,8 +32,8 @@ class Difference {
  public:
   // Everything must outlive the object.
   Difference(LineRing& old_ring, LineRing& new_ring, const CompareOptions& options,
-             DecisionWriter& writer)
-      : old_(old_ring), new_(new_ring), options_(options), writer_(writer) {}
+             DecisionWriter& writer, const CompareTuning& tuning = {})
+      : old_(old_ring), new_(new_ring), options_(options), writer_(writer), tuning_(tuning) {}
 
   // Reads the first line of each side.
   void Start() {
@@ -49,10 +49,6 @@ class Difference {
   void CompareStep();
 
  private:
-  // Unchanged pairs before the bytes behind them are looked at, and before they are looked at
-  // again after the look was in vain.
-  static constexpr LineIndex kFirstSkip = 16;
-
   void SkipEqualLines();
   void AddLines(LineIndex count);
   void DeleteLines(LineIndex count);
@@ -67,8 +63,10 @@ class Difference {
   const CompareOptions& options_;
   std::optional<ResyncSearch> search_;  // made at the first two lines that differ
   DecisionWriter& writer_;
-  LineIndex equal_lines_ = 0;         // unchanged pairs since the last difference
-  LineIndex next_skip_ = kFirstSkip;  // so many are worth a look at the bytes behind them
+  const CompareTuning tuning_;
+  LineIndex equal_lines_ = 0;  // unchanged pairs since the last difference
+  LineIndex next_skip_ =
+      tuning_.pairs_before_skip;  // so many are worth a look at the bytes behind them
 };
 
 }  // namespace ledrix::modComp

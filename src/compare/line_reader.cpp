@@ -8,10 +8,11 @@
 
 namespace ledrix::modComp {
 
-LineReader::LineReader(InputFile file) : file_(std::move(file)), block_size_(kBlockSize) {
+LineReader::LineReader(InputFile file, size_t block_bytes)
+    : file_(std::move(file)), block_size_(block_bytes) {
   // One byte more than a small file needs, so that its end is found without another block.
   if (info().kind == FileKind::kRegular) {
-    block_size_ = static_cast<size_t>(std::min<uint64_t>(kBlockSize, info().size + 1));
+    block_size_ = static_cast<size_t>(std::min<uint64_t>(block_bytes, info().size + 1));
   }
   TakeBlock(block_size_);
 }
@@ -49,12 +50,11 @@ void LineReader::TakePending(LineIndex lines, size_t bytes) {
 
 bool LineReader::GiveBack(LineIndex first) {
   if (first == lines_read_) return true;
-  if (first < block_begin_) return false;
+  if (first < block_begin_ || failure_) return false;
   Block& block = blocks_.back();
   const std::string_view bytes(block.bytes.get(), block.size);
-  if (bytes[start_ - 1] != '\n') return false;
   for (; lines_read_ > first; --lines_read_) {
-    // The line ends directly before start_; it begins behind the line end before that.
+    // The byte before start_ is the end of this line; an earlier one is the end of the line before.
     const size_t line_feed = FindLastByte(bytes.substr(0, start_ - 1), '\n');
     start_ = line_feed == std::string_view::npos ? 0 : line_feed + 1;
   }

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "compare/compare_tuning.h"
 #include "compare/text_arena.h"
 #include "platform/error.h"
 #include "platform/files.h"
@@ -24,7 +25,8 @@ using LineIndex = int64_t;
 
 class LineReader {
  public:
-  explicit LineReader(InputFile file);
+  // `block_bytes` are read at a time, fewer when the file is smaller.
+  explicit LineReader(InputFile file, size_t block_bytes = CompareTuning().block_bytes);
 
   const FileInfo& info() const { return file_.info(); }
   LineIndex lines_read() const { return lines_read_; }
@@ -44,7 +46,7 @@ class LineReader {
   void TakePending(LineIndex lines, size_t bytes);
 
   // Makes the lines from `first` on pending again; Next() reads them as before. Returns false, and
-  // does nothing, when they do not all lie in the last block or the file ends without a line end.
+  // does nothing, when they do not all lie in the last block or the file could not be read further.
   // REQUIRES: first <= lines_read().
   bool GiveBack(LineIndex first);
 
@@ -62,8 +64,6 @@ class LineReader {
     LineIndex lines_end = 0;  // index behind the last line that lies here
     TextArena derived;
   };
-
-  static constexpr size_t kBlockSize = size_t{1} << 18;
 
   void ReadMore(LineIndex keep_from);
   void AddBlock(LineIndex keep_from);

@@ -41,10 +41,11 @@ EqualLines CountLines(std::string_view bytes, LineIndex most) {
 
 }  // namespace
 
-LineRing::LineRing(InputFile file, const CompareOptions& options, LineCounter& counter)
+LineRing::LineRing(InputFile file, const CompareOptions& options, LineCounter& counter,
+                   const CompareTuning& tuning)
     : options_(options),
       counter_(counter),
-      reader_(std::move(file)),
+      reader_(std::move(file), tuning.block_bytes),
       slots_(SlotsFor(reader_.info(), options)),
       slot_mask_(static_cast<LineIndex>(slots_.size()) - 1) {}
 

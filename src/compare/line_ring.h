@@ -43,7 +43,8 @@ class LineRing {
   static constexpr LineIndex kHistory = 99;
 
   // `options` and `counter` must outlive the ring.
-  LineRing(InputFile file, const CompareOptions& options, LineCounter& counter);
+  LineRing(InputFile file, const CompareOptions& options, LineCounter& counter,
+           const CompareTuning& tuning = {});
 
   const FileInfo& info() const { return reader_.info(); }
 

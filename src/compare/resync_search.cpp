@@ -5,24 +5,25 @@
 namespace ledrix::modComp {
 namespace {
 
-// Distances that are tried before the index is asked.
-constexpr LineIndex kNearDistance = 64;
+// Further lines of runs that may be compared for each small distance before the index is asked.
+constexpr LineIndex kNearTestsPerLine = 4;
 
 }  // namespace
 
-ResyncSearch::ResyncSearch(LineRing& old_ring, LineRing& new_ring, const CompareOptions& options)
+ResyncSearch::ResyncSearch(LineRing& old_ring, LineRing& new_ring, const CompareOptions& options,
+                           LineIndex near_lines)
     : old_(old_ring),
       new_(new_ring),
+      options_(options),
       match_lines_(options.match_lines),
-      old_runs_(old_ring, options.window_lines, options.match_lines),
-      new_runs_(new_ring, options.window_lines, options.match_lines) {}
+      near_lines_(near_lines) {}
 
 Resync ResyncSearch::Find() {
   if (old_.current() >= near_from_) {
     if (const std::optional<Resync> found = FindNear()) return *found;
     // Where much has changed small distances are in vain; trying them must not cost more than
     // the index does.
-    near_from_ = old_.current() + kNearDistance;
+    near_from_ = old_.current() + near_lines_;
   }
   return FindByIndex();
 }
@@ -31,13 +32,15 @@ std::optional<Resync> ResyncSearch::FindNear() {
   const LineIndex o = old_.current();
   const LineIndex n = new_.current();
   LineIndex run = 0;
-  for (LineIndex d = 1; d <= kNearDistance; ++d) {
+  // Files of a few kinds of lines have many runs that break off late; the index knows better.
+  LineIndex tests_left = kNearTestsPerLine * near_lines_;
+  for (LineIndex d = 1; d <= near_lines_ && tests_left > 0; ++d) {
     const bool old_held = old_.Holds(o + d);
     const bool new_held = new_.Holds(n + d);
     if (!old_held && !new_held) return Resync{};
     if (new_held && SameLine(o, n + d)) {
-      if (RunHolds(o, n + d)) return Resync{Resync::Kind::kAdded, d};
-    } else if (old_held && SameLine(o + d, n) && RunHolds(o + d, n)) {
+      if (RunHolds(o, n + d, tests_left)) return Resync{Resync::Kind::kAdded, d};
+    } else if (old_held && SameLine(o + d, n) && RunHolds(o + d, n, tests_left)) {
       return Resync{Resync::Kind::kDeleted, d};
     }
     run = old_held && new_held && SameLine(o + d, n + d) ? run + 1 : 0;
@@ -46,8 +49,8 @@ std::optional<Resync> ResyncSearch::FindNear() {
   return std::nullopt;
 }
 
-bool ResyncSearch::RunHolds(LineIndex old_index, LineIndex new_index) {
-  for (LineIndex i = 1; i < match_lines_; ++i) {
+bool ResyncSearch::RunHolds(LineIndex old_index, LineIndex new_index, LineIndex& tests_left) {
+  for (LineIndex i = 1; i < match_lines_; ++i, --tests_left) {
     const LineIndex o = old_index + i;
     const LineIndex n = new_index + i;
     if (!old_.Holds(o) || !new_.Holds(n) || !SameLine(o, n)) return false;
@@ -56,10 +59,14 @@ bool ResyncSearch::RunHolds(LineIndex old_index, LineIndex new_index) {
 }
 
 Resync ResyncSearch::FindByIndex() {
+  if (!old_runs_) {
+    old_runs_.emplace(old_, options_.window_lines, options_.match_lines);
+    new_runs_.emplace(new_, options_.window_lines, options_.match_lines);
+  }
   old_end_ = old_.FillWindow();
   new_end_ = new_.FillWindow();
-  old_runs_.Update(old_.current(), old_end_);
-  new_runs_.Update(new_.current(), new_end_);
+  old_runs_->Update(old_.current(), old_end_);
+  new_runs_->Update(new_.current(), new_end_);
 
   // At the distance where both windows end there is nothing left to agree.
   const LineIndex limit = std::max(old_end_ - old_.current(), new_end_ - new_.current());
@@ -73,18 +80,18 @@ Resync ResyncSearch::FindByIndex() {
 LineIndex ResyncSearch::FindAddition(LineIndex limit) const {
   const LineIndex o = old_.current();
   const LineIndex n = new_.current();
-  if (!old_runs_.HasRun(o)) return limit;
-  LineIndex run = new_runs_.FirstBehind(n, old_runs_.RunHash(o));
-  while (run != RunIndex::kNone && !SameRun(o, run)) run = new_runs_.NextOf(run);
+  if (!old_runs_->HasRun(o)) return limit;
+  LineIndex run = new_runs_->FirstBehind(n, old_runs_->RunHash(o));
+  while (run != RunIndex::kNone && !SameRun(o, run)) run = new_runs_->NextOf(run);
   return run == RunIndex::kNone ? limit : run - n;
 }
 
 LineIndex ResyncSearch::FindDeletion(LineIndex limit) const {
   const LineIndex o = old_.current();
   const LineIndex n = new_.current();
-  if (!new_runs_.HasRun(n)) return limit;
-  LineIndex run = old_runs_.FirstBehind(o, new_runs_.RunHash(n));
-  for (; run != RunIndex::kNone && run - o < limit; run = old_runs_.NextOf(run)) {
+  if (!new_runs_->HasRun(n)) return limit;
+  LineIndex run = old_runs_->FirstBehind(o, new_runs_->RunHash(n));
+  for (; run != RunIndex::kNone && run - o < limit; run = old_runs_->NextOf(run)) {
     const LineIndex opposite = n + (run - o);
     const bool tried = opposite >= new_end_ || !SameLine(o, opposite);
     if (tried && SameRun(run, n)) return run - o;

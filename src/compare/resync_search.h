@@ -34,17 +34,20 @@ struct Resync {
 // last call left it.
 class ResyncSearch {
  public:
-  // Both rings must outlive the search.
-  ResyncSearch(LineRing& old_ring, LineRing& new_ring, const CompareOptions& options);
+  // Rings and options must outlive the search. Distances up to `near_lines` are tried before the
+  // index is asked.
+  ResyncSearch(LineRing& old_ring, LineRing& new_ring, const CompareOptions& options,
+               LineIndex near_lines);
 
   // REQUIRES: neither ring is at its end, and their current lines differ.
   Resync Find();
 
  private:
-  // The answer of the distances up to kNearDistance; nothing when they leave it open.
+  // The answer of the distances up to near_lines_; nothing when they leave it open.
   std::optional<Resync> FindNear();
-  // True when K lines agree, inside both windows. REQUIRES: the first two are held and agree.
-  bool RunHolds(LineIndex old_index, LineIndex new_index);
+  // True when K lines agree, inside both windows; `tests_left` goes down by those compared.
+  // REQUIRES: the first two are held and agree.
+  bool RunHolds(LineIndex old_index, LineIndex new_index, LineIndex& tests_left);
   Resync FindByIndex();
   // Distance of the nearest addition, deletion; `limit` when there is none below it.
   LineIndex FindAddition(LineIndex limit) const;
@@ -57,9 +60,12 @@ class ResyncSearch {
 
   LineRing& old_;
   LineRing& new_;
+  const CompareOptions& options_;
   const LineIndex match_lines_;
-  RunIndex old_runs_;
-  RunIndex new_runs_;
+  const LineIndex near_lines_;
+  // Made when the index is asked for the first time.
+  std::optional<RunIndex> old_runs_;
+  std::optional<RunIndex> new_runs_;
   // Indexes behind the last line of each window, as of the current call.
   LineIndex old_end_ = 0;
   LineIndex new_end_ = 0;
