@@ -27,14 +27,15 @@ SjisView WithoutLineEnd(std::string_view line) {
 }
 
 // The first lines of some bytes that end at a line end, all of them or `most`.
-EqualLines CountLines(std::string_view bytes, LineIndex most) {
+EqualLines CountLines(const CompareOptions& options, std::string_view bytes, LineIndex most) {
   EqualLines lines;
   while (lines.bytes < bytes.size() && lines.lines < most) {
     const size_t end = bytes.find('\n', lines.bytes) + 1;
     const SjisView text = WithoutLineEnd(bytes.substr(lines.bytes, end - lines.bytes));
     ++lines.lines;
     lines.bytes = end;
-    lines.counted_bytes += text.size() + kLineEndBytes;
+    lines.counted_bytes +=
+        kLineEndBytes + (options.expand_tabs ? ExpandedSize(text, options.tab_width) : text.size());
   }
   return lines;
 }
@@ -52,24 +53,27 @@ LineRing::LineRing(InputFile file, const CompareOptions& options, LineCounter& c
 bool LineRing::ReadNextLine() {
   SjisView text;
   if (!reader_.Next(current_ - kHistory, text)) return false;
-  if (options_.expand_tabs) text = ExpandTabs(text, options_.tab_width, reader_.arena());
-  const Line line = PrepareLine(options_, text, reader_.arena());
-  slots_[(reader_.lines_read() - 1) & slot_mask_] = line;
+  const size_t size = KeepLine(reader_.lines_read() - 1, text);
   if (reader_.lines_read() > counted_) {
     counted_ = reader_.lines_read();
-    counter_.LineRead(counted_, text.size() + kLineEndBytes);
+    counter_.LineRead(counted_, size + kLineEndBytes);
   }
   return true;
 }
 
+size_t LineRing::KeepLine(LineIndex index, SjisView text) {
+  if (options_.expand_tabs) text = ExpandTabs(text, options_.tab_width, reader_.arena());
+  slots_[index & slot_mask_] = PrepareLine(options_, text, reader_.arena());
+  return text.size();
+}
+
 EqualLines LineRing::FindEqualAhead(const LineRing& old_ring, const LineRing& new_ring) {
   const std::string_view pending = old_ring.reader_.pending();
-  size_t same = CommonPrefixSize(pending, new_ring.reader_.pending());
-  // A line with a tab to be expanded is read like any other.
-  if (old_ring.options_.expand_tabs) same = std::min(same, pending.substr(0, same).find('\t'));
+  const size_t same = CommonPrefixSize(pending, new_ring.reader_.pending());
   const size_t last_end = FindLastByte(pending.substr(0, same), '\n');
   if (last_end == std::string_view::npos) return {};
-  return CountLines(pending.substr(0, last_end + 1), std::numeric_limits<LineIndex>::max());
+  return CountLines(old_ring.options_, pending.substr(0, last_end + 1),
+                    std::numeric_limits<LineIndex>::max());
 }
 
 void LineRing::AdvanceOver(const EqualLines& equal) {
@@ -81,15 +85,14 @@ void LineRing::AdvanceOver(const EqualLines& equal) {
   for (LineIndex index = current_; end > 0 && index >= current_ - kHistory; --index) {
     const size_t before = FindLastByte(bytes.substr(0, end - 1), '\n');
     const size_t begin = before == std::string_view::npos ? 0 : before + 1;
-    slots_[index & slot_mask_] =
-        PrepareLine(options_, WithoutLineEnd(bytes.substr(begin, end - begin)), reader_.arena());
+    KeepLine(index, WithoutLineEnd(bytes.substr(begin, end - begin)));
     end = begin;
   }
   const LineIndex told = counted_ - (current_ + 1 - equal.lines);
   if (told >= equal.lines) return;
   counted_ = current_ + 1;
   counter_.LinesRead(counted_, equal.lines - told,
-                     equal.counted_bytes - CountLines(bytes, told).counted_bytes);
+                     equal.counted_bytes - CountLines(options_, bytes, told).counted_bytes);
 }
 
 LineIndex LineRing::FillWindow() {

@@ -86,8 +86,8 @@ class LineRing {
   // stay.
   bool DropAhead() { return reader_.GiveBack(current_ + 1); }
 
-  // The lines behind both current ones that are equal byte for byte, as far as both files are read
-  // and texts need no change of their length. REQUIRES: no line is held ahead on either side.
+  // The lines behind both current ones that are equal byte for byte, as far as both files are
+  // read. REQUIRES: no line is held ahead on either side.
   static EqualLines FindEqualAhead(const LineRing& old_ring, const LineRing& new_ring);
   // Moves over lines that FindEqualAhead told of: the last of them becomes the current one, as if
   // every one had been advanced to.
@@ -99,6 +99,8 @@ class LineRing {
 
  private:
   bool ReadNextLine();
+  // Puts a line into its slot and returns its size after tab expansion, in bytes.
+  size_t KeepLine(LineIndex index, SjisView text);
 
   const CompareOptions& options_;
   LineCounter& counter_;

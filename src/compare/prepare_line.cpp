@@ -85,6 +85,17 @@ SjisView ExpandTabs(SjisView text, int tab_width, TextArena& arena) {
   return SjisView::FromBytes({start, static_cast<size_t>(out - start)});
 }
 
+size_t ExpandedSize(SjisView text, int tab_width) {
+  const std::string_view bytes = text.bytes();
+  const auto width = static_cast<size_t>(tab_width);
+  size_t added = 0;
+  for (size_t tab = bytes.find('\t'); tab != std::string_view::npos;
+       tab = bytes.find('\t', tab + 1)) {
+    added += width - 1 - (tab + added) % width;
+  }
+  return bytes.size() + added;
+}
+
 SjisView RemoveAllSpaces(const CompareOptions& options, SjisView raw, TextArena& arena) {
   const SjisView cut = KeyCut(options, raw);
   if (!HasSpace(options, raw)) return cut;

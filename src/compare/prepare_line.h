@@ -36,6 +36,8 @@ inline Line PrepareLine(const CompareOptions& options, SjisView text, TextArena&
 // The text with every tab replaced by spaces up to the next stop; the stops stand every
 // `tab_width` bytes. Returns the text itself when it holds no tab.
 SjisView ExpandTabs(SjisView text, int tab_width, TextArena& arena);
+// Bytes of that text.
+size_t ExpandedSize(SjisView text, int tab_width);
 
 // The compared columns of a line without any half-width or full-width space. Returns a view of the
 // line when they hold none.
