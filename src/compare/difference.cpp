@@ -9,7 +9,7 @@ void Difference::CompareStep() {
     AddLines(1);
   } else if (new_.at_end()) {
     DeleteLines(1);
-  } else if (old_.current_line().key == new_.current_line().key) {
+  } else if (LineRing::SameLine(old_, old_.current(), new_, new_.current())) {
     writer_.WriteUnchanged();
     if (++equal_lines_ >= next_skip_ && writer_.TakesUnchangedRuns()) SkipEqualLines();
     AdvanceBoth();

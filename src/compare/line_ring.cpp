@@ -46,6 +46,7 @@ LineRing::LineRing(InputFile file, const CompareOptions& options, LineCounter& c
                    const CompareTuning& tuning)
     : options_(options),
       counter_(counter),
+      rewrites_keys_(RewritesKeys(options)),
       reader_(std::move(file), tuning.block_bytes),
       slots_(SlotsFor(reader_.info(), options)),
       slot_mask_(static_cast<LineIndex>(slots_.size()) - 1) {}
@@ -63,8 +64,18 @@ bool LineRing::ReadNextLine() {
 
 size_t LineRing::KeepLine(LineIndex index, SjisView text) {
   if (options_.expand_tabs) text = ExpandTabs(text, options_.tab_width, reader_.arena());
-  slots_[index & slot_mask_] = PrepareLine(options_, text, reader_.arena());
+  if (rewrites_keys_) {
+    SlotOf(index) = {{RawText(options_, text), {}}, false};
+  } else {
+    SlotOf(index) = {PrepareLine(options_, text, reader_.arena()), true};
+  }
   return text.size();
+}
+
+// The arena of the block that was read last outlives every line held.
+void LineRing::MakeKeyOf(Slot& slot) {
+  slot.line.key = MakeKey(options_, slot.line.raw, reader_.arena());
+  slot.has_key = true;
 }
 
 EqualLines LineRing::FindEqualAhead(const LineRing& old_ring, const LineRing& new_ring) {

@@ -58,10 +58,25 @@ class LineRing {
   LineIndex lines_read() const { return reader_.lines_read(); }
   const Status& failure() const { return reader_.failure(); }
 
-  // The line of an index. REQUIRES: it was read, and lies at most kHistory lines behind the
+  // The shown text of a line. REQUIRES: it was read, and lies at most kHistory lines behind the
   // current one.
-  const Line& At(LineIndex index) const { return slots_[index & slot_mask_]; }
-  const Line& current_line() const { return At(current_); }
+  SjisView RawAt(LineIndex index) const { return SlotOf(index).line.raw; }
+  SjisView current_raw() const { return RawAt(current_); }
+
+  // The compared text of a line. REQUIRES: it was read, and lies not behind the current one.
+  SjisView KeyAt(LineIndex index) {
+    Slot& slot = SlotOf(index);
+    if (!slot.has_key) MakeKeyOf(slot);
+    return slot.line.key;
+  }
+  // True when two lines count as equal. REQUIRES: as for KeyAt.
+  static bool SameLine(LineRing& old_ring, LineIndex old_index, LineRing& new_ring,
+                       LineIndex new_index) {
+    const Slot& a = old_ring.SlotOf(old_index);
+    const Slot& b = new_ring.SlotOf(new_index);
+    if (a.has_key && b.has_key) return a.line.key == b.line.key;
+    return a.line.raw == b.line.raw || old_ring.KeyAt(old_index) == new_ring.KeyAt(new_index);
+  }
 
   // Moves to the next line, reading it when the window does not hold it yet. The next line is
   // always read, also with a window of one line. REQUIRES: !at_end(), or no advance yet.
@@ -98,14 +113,23 @@ class LineRing {
   LineIndex FillWindow();
 
  private:
+  struct Slot {
+    Line line;
+    bool has_key = false;  // a key that has bytes of its own is made when it is first asked for
+  };
+
+  Slot& SlotOf(LineIndex index) { return slots_[index & slot_mask_]; }
+  const Slot& SlotOf(LineIndex index) const { return slots_[index & slot_mask_]; }
+  void MakeKeyOf(Slot& slot);
   bool ReadNextLine();
   // Puts a line into its slot and returns its size after tab expansion, in bytes.
   size_t KeepLine(LineIndex index, SjisView text);
 
   const CompareOptions& options_;
   LineCounter& counter_;
+  const bool rewrites_keys_;
   LineReader reader_;
-  std::vector<Line> slots_;  // as many as a power of two
+  std::vector<Slot> slots_;  // as many as a power of two
   LineIndex slot_mask_;
   LineIndex current_ = -1;
   LineIndex counted_ = 0;  // lines told to the counter; a line is read again after DropAhead

@@ -18,7 +18,7 @@ constexpr std::string_view kLineEnd = "\r\n";
 void ListingBody::WriteUnchanged() {
   const LineIndex o = old_.current();
   const LineIndex n = new_.current();
-  sides_.WriteUnchanged(old_.At(o).raw, new_.At(n).raw);
+  sides_.WriteUnchanged(old_.RawAt(o), new_.RawAt(n));
   if (state_ != BlockState::kIdle) {
     state_ = BlockState::kAfterBlock;
     ++after_block_;
@@ -41,8 +41,8 @@ void ListingBody::WriteUnchanged() {
 void ListingBody::WriteChanged() {
   ++counts_.changed;
   OpenBlock();
-  const SjisView old_text = old_.current_line().raw;
-  const SjisView new_text = new_.current_line().raw;
+  const SjisView old_text = old_.current_raw();
+  const SjisView new_text = new_.current_raw();
   if (options_.vertical) {
     WriteVertical(format_.marks.changed, old_text, old_.current_number());
     WriteVertical(format_.marks.continued, new_text, new_.current_number());
@@ -55,7 +55,7 @@ void ListingBody::WriteChanged() {
 void ListingBody::WriteAdded() {
   ++counts_.added;
   OpenBlock();
-  const SjisView text = new_.current_line().raw;
+  const SjisView text = new_.current_raw();
   if (options_.vertical) {
     WriteVertical(format_.marks.added, text, new_.current_number());
   } else {
@@ -67,7 +67,7 @@ void ListingBody::WriteAdded() {
 void ListingBody::WriteDeleted() {
   ++counts_.deleted;
   OpenBlock();
-  const SjisView text = old_.current_line().raw;
+  const SjisView text = old_.current_raw();
   if (options_.vertical) {
     WriteVertical(format_.marks.deleted, text, old_.current_number());
   } else {
@@ -112,7 +112,7 @@ void ListingBody::WriteBlockMarker(char kind) {
 }
 
 void ListingBody::WriteUnchangedRow(LineIndex old_index, LineIndex new_index) {
-  const SjisView new_text = new_.At(new_index).raw;
+  const SjisView new_text = new_.RawAt(new_index);
   if (options_.vertical) {
     WriteVertical(format_.marks.unchanged, new_text, new_index + 1);
     return;
@@ -120,13 +120,13 @@ void ListingBody::WriteUnchangedRow(LineIndex old_index, LineIndex new_index) {
   const auto first_piece = [this](SjisView text) {
     return WrapPiece(text, format_.text_width, options_.wrap).bytes;
   };
-  WriteRow({first_piece(old_.At(old_index).raw), old_index + 1}, format_.marks.unchanged,
+  WriteRow({first_piece(old_.RawAt(old_index)), old_index + 1}, format_.marks.unchanged,
            {first_piece(new_text), new_index + 1});
 }
 
 void ListingBody::WriteSideBySide(const SjisText& mark, bool with_old, bool with_new) {
-  SjisView old_rest = with_old ? old_.current_line().raw : SjisView();
-  SjisView new_rest = with_new ? new_.current_line().raw : SjisView();
+  SjisView old_rest = with_old ? old_.current_raw() : SjisView();
+  SjisView new_rest = with_new ? new_.current_raw() : SjisView();
   const auto next_row = [this](bool with, SjisView& rest, const LineRing& ring) {
     if (!with) return RowSide();
     const WrappedPiece piece = WrapPiece(rest, format_.text_width, options_.wrap);

@@ -115,13 +115,16 @@ unsigned UpperCaseCode(unsigned code) {
     unsigned last;
     unsigned upper_first;
   };
+  if (code <= 0xFF) return code >= 'a' && code <= 'z' ? code - ('a' - 'A') : code;
   static constexpr Range kRanges[] = {
-      {'a', 'z', 'A'},          {0x8281, 0x829A, 0x8260},  // Latin
+      {0x8281, 0x829A, 0x8260},                            // Latin
       {0x83BF, 0x83D6, 0x839F},                            // Greek
       {0x8470, 0x847E, 0x8440}, {0x8480, 0x8491, 0x844F},  // Cyrillic, around the gap at 7F
       {0xEEEF, 0xEEF8, 0x8754}, {0xFA40, 0xFA49, 0x8754},  // small Roman numerals
       {0xFA4A, 0xFA53, 0x8754},                            // the second large Roman numerals
   };
+  const unsigned lead = code >> 8;
+  if ((lead < 0x82 || lead > 0x84) && lead != 0xEE && lead != 0xFA) return code;
   for (const Range& range : kRanges) {
     if (code >= range.first && code <= range.last) return code - range.first + range.upper_first;
   }

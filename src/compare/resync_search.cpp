@@ -81,8 +81,9 @@ LineIndex ResyncSearch::FindAddition(LineIndex limit) const {
   const LineIndex o = old_.current();
   const LineIndex n = new_.current();
   if (!old_runs_->HasRun(o)) return limit;
-  LineIndex run = new_runs_->FirstBehind(n, old_runs_->RunHash(o));
-  while (run != RunIndex::kNone && !SameRun(o, run)) run = new_runs_->NextOf(run);
+  const uint64_t hash = old_runs_->RunHash(o);
+  LineIndex run = new_runs_->FirstBehind(n, hash);
+  while (run != RunIndex::kNone && !SameRun(o, run)) run = new_runs_->NextOf(run, hash);
   return run == RunIndex::kNone ? limit : run - n;
 }
 
@@ -90,8 +91,9 @@ LineIndex ResyncSearch::FindDeletion(LineIndex limit) const {
   const LineIndex o = old_.current();
   const LineIndex n = new_.current();
   if (!new_runs_->HasRun(n)) return limit;
-  LineIndex run = old_runs_->FirstBehind(o, new_runs_->RunHash(n));
-  for (; run != RunIndex::kNone && run - o < limit; run = old_runs_->NextOf(run)) {
+  const uint64_t hash = new_runs_->RunHash(n);
+  LineIndex run = old_runs_->FirstBehind(o, hash);
+  for (; run != RunIndex::kNone && run - o < limit; run = old_runs_->NextOf(run, hash)) {
     const LineIndex opposite = n + (run - o);
     const bool tried = opposite >= new_end_ || !SameLine(o, opposite);
     if (tried && SameRun(run, n)) return run - o;
@@ -117,7 +119,7 @@ bool ResyncSearch::DiagonalAgrees(LineIndex limit) {
 }
 
 bool ResyncSearch::SameLine(LineIndex old_index, LineIndex new_index) const {
-  return old_.At(old_index).key == new_.At(new_index).key;
+  return LineRing::SameLine(old_, old_index, new_, new_index);
 }
 
 bool ResyncSearch::SameRun(LineIndex old_index, LineIndex new_index) const {
