@@ -15,11 +15,12 @@ LineReader::LineReader(InputFile file, size_t block_bytes)
     block_size_ = static_cast<size_t>(std::min<uint64_t>(block_bytes, info().size + 1));
   }
   TakeBlock(block_size_);
+  block_ = &blocks_.back();
 }
 
 bool LineReader::Next(LineIndex keep_from, SjisView& line) {
   while (true) {
-    const Block& block = blocks_.back();
+    const Block& block = *block_;
     const char* const bytes = block.bytes.get();
     const void* const found = std::memchr(bytes + scanned_, '\n', block.size - scanned_);
     if (found != nullptr) {
@@ -34,7 +35,7 @@ bool LineReader::Next(LineIndex keep_from, SjisView& line) {
 }
 
 bool LineReader::TakeLine(size_t end, size_t next_start, SjisView& line) {
-  Block& block = blocks_.back();
+  Block& block = *block_;
   line = SjisView::FromBytes({block.bytes.get() + start_, end - start_});
   start_ = scanned_ = next_start;
   block.lines_end = ++lines_read_;
@@ -45,7 +46,7 @@ void LineReader::TakePending(LineIndex lines, size_t bytes) {
   start_ += bytes;
   scanned_ = start_;
   lines_read_ += lines;
-  blocks_.back().lines_end = lines_read_;
+  block_->lines_end = lines_read_;
 }
 
 bool LineReader::GiveBack(LineIndex first) {
@@ -93,6 +94,7 @@ void LineReader::AddBlock(LineIndex keep_from) {
   block.size = tail;
   block.lines_end = lines_read_;
   if (start_ == 0) blocks_.erase(blocks_.end() - 2);  // it holds the copied part and no line
+  block_ = &blocks_.back();
   start_ = 0;
   scanned_ = tail;
   block_begin_ = lines_read_;

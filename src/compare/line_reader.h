@@ -37,10 +37,7 @@ class LineReader {
 
   // What was read of the file behind the lines taken so far, up to the end of the block: no, some
   // or many lines and perhaps the beginning of one.
-  std::string_view pending() const {
-    const Block& block = blocks_.back();
-    return {block.bytes.get() + start_, block.size - start_};
-  }
+  std::string_view pending() const { return {block_->bytes.get() + start_, block_->size - start_}; }
   // Takes `lines` pending lines at once. They are all lines of the first `bytes` pending bytes,
   // which end at a line end.
   void TakePending(LineIndex lines, size_t bytes);
@@ -51,7 +48,7 @@ class LineReader {
   bool GiveBack(LineIndex first);
 
   // Where texts derived from the line last read go; they live as long as the line's own bytes.
-  TextArena& arena() { return blocks_.back().derived; }
+  TextArena& arena() { return block_->derived; }
 
   // Why the file could not be read to its end.
   const Status& failure() const { return failure_; }
@@ -72,7 +69,8 @@ class LineReader {
   bool TakeLine(size_t end, size_t next_start, SjisView& line);
 
   InputFile file_;
-  std::deque<Block> blocks_;  // the last one is being cut
+  std::deque<Block> blocks_;
+  Block* block_ = nullptr;    // the last one, which is being cut
   std::vector<Block> spare_;  // blocks of the usual size, ready to be used again
   size_t block_size_;
   size_t start_ = 0;    // where the next line begins in the last block

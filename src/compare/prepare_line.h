@@ -36,7 +36,9 @@ inline SjisView RawText(const CompareOptions& options, SjisView text) {
 inline SjisView MakeKey(const CompareOptions& options, SjisView raw, TextArena& arena) {
   if (RewritesKeys(options)) return MakeRewrittenKey(options, raw, arena);
   const SjisView key = KeyCut(options, raw);
-  return options.spaces == SpaceRule::kCompare ? key : TrimRight(key);
+  // A key that ends with its line ends without spaces as that does.
+  const bool is_cut = raw.size() > static_cast<size_t>(options.last_column);
+  return is_cut && options.spaces != SpaceRule::kCompare ? TrimRight(key) : key;
 }
 
 // Applies the space rule, the column range and the case rule to a line whose tabs are expanded

@@ -8,6 +8,9 @@ namespace {
 // Further lines of runs that may be compared for each small distance before the index is asked.
 constexpr LineIndex kNearTestsPerLine = 4;
 
+// The longest pause between two trials of small distances in vain, in windows of them.
+constexpr LineIndex kMostNearPauses = 16;
+
 }  // namespace
 
 ResyncSearch::ResyncSearch(LineRing& old_ring, LineRing& new_ring, const CompareOptions& options,
@@ -16,14 +19,18 @@ ResyncSearch::ResyncSearch(LineRing& old_ring, LineRing& new_ring, const Compare
       new_(new_ring),
       options_(options),
       match_lines_(options.match_lines),
-      near_lines_(near_lines) {}
+      near_lines_(near_lines),
+      near_pause_(near_lines) {}
 
 Resync ResyncSearch::Find() {
   if (old_.current() >= near_from_) {
-    if (const std::optional<Resync> found = FindNear()) return *found;
-    // Where much has changed small distances are in vain; trying them must not cost more than
-    // the index does.
-    near_from_ = old_.current() + near_lines_;
+    if (const std::optional<Resync> found = FindNear()) {
+      near_pause_ = near_lines_;
+      return *found;
+    }
+    // Where much has changed small distances are in vain, so they are tried less and less often.
+    near_from_ = old_.current() + near_pause_;
+    near_pause_ = std::min(2 * near_pause_, kMostNearPauses * near_lines_);
   }
   return FindByIndex();
 }

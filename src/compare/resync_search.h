@@ -77,6 +77,7 @@ class ResyncSearch {
   LineIndex diagonal_run_ = 0;
 
   LineIndex near_from_ = 0;  // the old index from which small distances are tried again
+  LineIndex near_pause_;     // old lines until then after the next trial in vain
 };
 
 }  // namespace ledrix::modComp
