@@ -94,17 +94,25 @@ bool MakeSame(const std::string& folder, int64_t lines) {
   return pair.Close();
 }
 
-bool MakeChanged(const std::string& folder, int64_t lines) {
-  PairFile pair(folder, "changed");
+enum class Indent { kNone, kTabs };
+
+bool MakeChanged(const std::string& folder, const std::string& name, int64_t lines,
+                 Indent indent = Indent::kNone) {
+  PairFile pair(folder, name);
   LineMaker maker(kSeed + 1);
+  int64_t made = 0;
+  const auto line = [&] {
+    const bool indented = indent == Indent::kTabs && made++ % 3 == 0;
+    return std::string(indented ? static_cast<size_t>(1 + made % 5 / 2) : 0, '\t') + maker.Line();
+  };
   for (int64_t i = 0; i < lines;) {
     for (int common = maker.Number(1, 495); common > 0 && i < lines; --common, ++i) {
-      pair.Both(maker.Line());
+      pair.Both(line());
     }
     const int kind = maker.Number(0, 3);  // two of four groups are replaced lines
     for (int group = maker.Number(1, 4); group > 0 && i < lines; --group, ++i) {
-      if (kind != 0) pair.Old(maker.Line());
-      if (kind != 1) pair.New(maker.Line());
+      if (kind != 0) pair.Old(line());
+      if (kind != 1) pair.New(line());
     }
   }
   return pair.Close();
@@ -148,8 +156,13 @@ bool MakeBlocks(const std::string& folder, int64_t lines) {
 }  // namespace
 
 bool MakeInputs(const std::string& folder, int64_t lines) {
-  return MakeSame(folder, lines) && MakeChanged(folder, lines) && MakeDifferent(folder, lines) &&
+  return MakeSame(folder, lines) && MakeChanged(folder, "changed", lines) &&
+         MakeChanged(folder, "tabs", lines, Indent::kTabs) && MakeDifferent(folder, lines) &&
          MakeKinds(folder, lines / 5) && MakeBlocks(folder, lines);
+}
+
+bool MakeLarge(const std::string& folder, int64_t lines) {
+  return MakeChanged(folder, "large", lines);
 }
 
 }  // namespace ledrix::bench

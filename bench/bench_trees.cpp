@@ -44,7 +44,10 @@ bool WriteKeyFiles(const std::string& stem, const std::vector<std::string>& name
 bool MakeTrees(const std::string& folder, int64_t files) {
   constexpr time_t kTime = 1709960707;
   std::string lines;
-  for (int i = 0; i < 20; ++i) lines += "000100 MOVE A TO B.\r\n";
+  for (int i = 0; i < 200; ++i) {
+    lines += std::to_string(100100 + i * 100) + "     MOVE WK-A TO WK-B" + std::to_string(i % 10) +
+             ".  ADD 1 TO WK-C.\r\n";
+  }
   bool good = true;
   for (const char* side : {"old", "new"}) {
     const std::string tree = folder + "/trees." + side;
@@ -57,7 +60,7 @@ bool MakeTrees(const std::string& folder, int64_t files) {
       std::string path = tree + TreeFolder(i);
       path += name;
       good = WriteFile(path, std::string(i % 50, 'x'), kTime + i) && good;
-      if (i % 10 == 0) good = WriteFile(pairs + name, lines, pair_time) && good;
+      if (i % 100 == 0) good = WriteFile(pairs + name, lines, pair_time) && good;
     }
   }
   return good;

@@ -2,13 +2,16 @@
 //
 //   ledrix_bench make FOLDER LINES
 //       writes the files of bench_inputs.h
+//   ledrix_bench make-large FOLDER LINES
 //   ledrix_bench make-trees FOLDER FILES
 //   ledrix_bench make-keys FOLDER RECORDS
 //   ledrix_bench time NAME LINES RUNS COMMAND [OTHER]
 //       runs a shell command RUNS times after a warm-up, in turn with the other command when there
 //       is one, and prints a row of a Markdown table: the name, the command's median seconds, its
 //       lines a second, its peak memory in megabytes and, with another command, that one's median
-//       seconds and the median of the ratios of each pair of runs
+//       seconds and the median of the ratios of each pair of runs. The outputs out.lst, out.ddf and
+//       side.txt in the current folder are removed before every command: none pays for emptying
+//       what another wrote.
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -31,6 +34,7 @@ struct Measure {
 };
 
 Measure RunOnce(const char* command) {
+  for (const char* output : {"out.lst", "out.ddf", "side.txt"}) unlink(output);
   const auto start = std::chrono::steady_clock::now();
   const pid_t child = fork();
   if (child == 0) {
@@ -85,6 +89,9 @@ int main(int argc, char** argv) {
   if (argc == 4 && std::strcmp(argv[1], "make") == 0) {
     return ledrix::bench::MakeInputs(argv[2], std::atoll(argv[3])) ? 0 : 2;
   }
+  if (argc == 4 && std::strcmp(argv[1], "make-large") == 0) {
+    return ledrix::bench::MakeLarge(argv[2], std::atoll(argv[3])) ? 0 : 2;
+  }
   if (argc == 4 && std::strcmp(argv[1], "make-trees") == 0) {
     return ledrix::bench::MakeTrees(argv[2], std::atoll(argv[3])) ? 0 : 2;
   }
@@ -96,7 +103,7 @@ int main(int argc, char** argv) {
                                argv[5], argc == 7 ? argv[6] : nullptr);
   }
   std::fprintf(stderr,
-               "usage: ledrix_bench make|make-trees|make-keys FOLDER COUNT\n"
+               "usage: ledrix_bench make|make-large|make-trees|make-keys FOLDER COUNT\n"
                "       ledrix_bench time NAME LINES RUNS COMMAND [OTHER]\n");
   return 2;
 }

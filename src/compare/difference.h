@@ -20,14 +20,20 @@ class DecisionWriter {
   virtual void WriteChanged() = 0;    // the old line became the new line
   virtual void WriteAdded() = 0;      // the new line
   virtual void WriteDeleted() = 0;    // the old line
+
+  // True when of further unchanged lines only their number counts, whatever they hold.
+  virtual bool TakesUnchangedRuns() const { return false; }
+  // Takes so many more unchanged pairs, those behind the current lines. REQUIRES:
+  // TakesUnchangedRuns().
+  virtual void WriteUnchangedRun(LineIndex /*lines*/) {}
 };
 
 class Difference {
  public:
   // Everything must outlive the object.
   Difference(LineRing& old_ring, LineRing& new_ring, const CompareOptions& options,
-             DecisionWriter& writer)
-      : old_(old_ring), new_(new_ring), options_(options), writer_(writer) {}
+             DecisionWriter& writer, const CompareTuning& tuning = {})
+      : old_(old_ring), new_(new_ring), options_(options), writer_(writer), tuning_(tuning) {}
 
   // Reads the first line of each side.
   void Start() {
@@ -43,6 +49,7 @@ class Difference {
   void CompareStep();
 
  private:
+  void SkipEqualLines();
   void AddLines(LineIndex count);
   void DeleteLines(LineIndex count);
   void Resynchronise();
@@ -56,6 +63,10 @@ class Difference {
   const CompareOptions& options_;
   std::optional<ResyncSearch> search_;  // made at the first two lines that differ
   DecisionWriter& writer_;
+  const CompareTuning tuning_;
+  LineIndex equal_lines_ = 0;  // unchanged pairs since the last difference
+  LineIndex next_skip_ =
+      tuning_.pairs_before_skip;  // so many are worth a look at the bytes behind them
 };
 
 }  // namespace ledrix::modComp

@@ -4,19 +4,23 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/byte_search.h"
+
 namespace ledrix::modComp {
 
-LineReader::LineReader(InputFile file) : file_(std::move(file)), block_size_(kBlockSize) {
+LineReader::LineReader(InputFile file, size_t block_bytes)
+    : file_(std::move(file)), block_size_(block_bytes) {
   // One byte more than a small file needs, so that its end is found without another block.
   if (info().kind == FileKind::kRegular) {
-    block_size_ = static_cast<size_t>(std::min<uint64_t>(kBlockSize, info().size + 1));
+    block_size_ = static_cast<size_t>(std::min<uint64_t>(block_bytes, info().size + 1));
   }
   TakeBlock(block_size_);
+  block_ = &blocks_.back();
 }
 
 bool LineReader::Next(LineIndex keep_from, SjisView& line) {
   while (true) {
-    const Block& block = blocks_.back();
+    const Block& block = *block_;
     const char* const bytes = block.bytes.get();
     const void* const found = std::memchr(bytes + scanned_, '\n', block.size - scanned_);
     if (found != nullptr) {
@@ -31,10 +35,32 @@ bool LineReader::Next(LineIndex keep_from, SjisView& line) {
 }
 
 bool LineReader::TakeLine(size_t end, size_t next_start, SjisView& line) {
-  Block& block = blocks_.back();
+  Block& block = *block_;
   line = SjisView::FromBytes({block.bytes.get() + start_, end - start_});
   start_ = scanned_ = next_start;
   block.lines_end = ++lines_read_;
+  return true;
+}
+
+void LineReader::TakePending(LineIndex lines, size_t bytes) {
+  start_ += bytes;
+  scanned_ = start_;
+  lines_read_ += lines;
+  block_->lines_end = lines_read_;
+}
+
+bool LineReader::GiveBack(LineIndex first) {
+  if (first == lines_read_) return true;
+  if (first < block_begin_ || failure_) return false;
+  Block& block = blocks_.back();
+  const std::string_view bytes(block.bytes.get(), block.size);
+  for (; lines_read_ > first; --lines_read_) {
+    // The byte before start_ is the end of this line; an earlier one is the end of the line before.
+    const size_t line_feed = FindLastByte(bytes.substr(0, start_ - 1), '\n');
+    start_ = line_feed == std::string_view::npos ? 0 : line_feed + 1;
+  }
+  scanned_ = start_;
+  block.lines_end = lines_read_;
   return true;
 }
 
@@ -68,8 +94,10 @@ void LineReader::AddBlock(LineIndex keep_from) {
   block.size = tail;
   block.lines_end = lines_read_;
   if (start_ == 0) blocks_.erase(blocks_.end() - 2);  // it holds the copied part and no line
+  block_ = &blocks_.back();
   start_ = 0;
   scanned_ = tail;
+  block_begin_ = lines_read_;
 }
 
 void LineReader::TakeBlock(size_t capacity) {

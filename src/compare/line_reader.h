@@ -9,8 +9,10 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <string_view>
 #include <vector>
 
+#include "compare/compare_tuning.h"
 #include "compare/text_arena.h"
 #include "platform/error.h"
 #include "platform/files.h"
@@ -23,7 +25,8 @@ using LineIndex = int64_t;
 
 class LineReader {
  public:
-  explicit LineReader(InputFile file);
+  // `block_bytes` are read at a time, fewer when the file is smaller.
+  explicit LineReader(InputFile file, size_t block_bytes = CompareTuning().block_bytes);
 
   const FileInfo& info() const { return file_.info(); }
   LineIndex lines_read() const { return lines_read_; }
@@ -32,8 +35,20 @@ class LineReader {
   // call. Returns false at the end of the file and after a failed read.
   bool Next(LineIndex keep_from, SjisView& line);
 
+  // What was read of the file behind the lines taken so far, up to the end of the block: no, some
+  // or many lines and perhaps the beginning of one.
+  std::string_view pending() const { return {block_->bytes.get() + start_, block_->size - start_}; }
+  // Takes `lines` pending lines at once. They are all lines of the first `bytes` pending bytes,
+  // which end at a line end.
+  void TakePending(LineIndex lines, size_t bytes);
+
+  // Makes the lines from `first` on pending again; Next() reads them as before. Returns false, and
+  // does nothing, when they do not all lie in the last block or the file could not be read further.
+  // REQUIRES: first <= lines_read().
+  bool GiveBack(LineIndex first);
+
   // Where texts derived from the line last read go; they live as long as the line's own bytes.
-  TextArena& arena() { return blocks_.back().derived; }
+  TextArena& arena() { return block_->derived; }
 
   // Why the file could not be read to its end.
   const Status& failure() const { return failure_; }
@@ -47,8 +62,6 @@ class LineReader {
     TextArena derived;
   };
 
-  static constexpr size_t kBlockSize = size_t{1} << 18;
-
   void ReadMore(LineIndex keep_from);
   void AddBlock(LineIndex keep_from);
   void TakeBlock(size_t capacity);
@@ -56,7 +69,8 @@ class LineReader {
   bool TakeLine(size_t end, size_t next_start, SjisView& line);
 
   InputFile file_;
-  std::deque<Block> blocks_;  // the last one is being cut
+  std::deque<Block> blocks_;
+  Block* block_ = nullptr;    // the last one, which is being cut
   std::vector<Block> spare_;  // blocks of the usual size, ready to be used again
   size_t block_size_;
   size_t start_ = 0;    // where the next line begins in the last block
@@ -64,6 +78,7 @@ class LineReader {
   uint64_t bytes_read_ = 0;
   bool file_ended_ = false;
   LineIndex lines_read_ = 0;
+  LineIndex block_begin_ = 0;  // the first line of the last block
   Status failure_ = kNoError;
 };
 

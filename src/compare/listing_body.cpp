@@ -1,6 +1,7 @@
 #include "compare/listing_body.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "compare/fixed_width.h"
 
@@ -10,13 +11,14 @@ namespace {
 constexpr int kMaxRows = 10;
 // Beyond every number of context lines: what follows the block's end is no longer its context.
 constexpr int kContextUsedUp = 100;
+constexpr std::string_view kLineEnd = "\r\n";
 
 }  // namespace
 
 void ListingBody::WriteUnchanged() {
   const LineIndex o = old_.current();
   const LineIndex n = new_.current();
-  sides_.WriteUnchanged(old_.At(o).raw, new_.At(n).raw);
+  sides_.WriteUnchanged(old_.RawAt(o), new_.RawAt(n));
   if (state_ != BlockState::kIdle) {
     state_ = BlockState::kAfterBlock;
     ++after_block_;
@@ -39,8 +41,8 @@ void ListingBody::WriteUnchanged() {
 void ListingBody::WriteChanged() {
   ++counts_.changed;
   OpenBlock();
-  const SjisView old_text = old_.current_line().raw;
-  const SjisView new_text = new_.current_line().raw;
+  const SjisView old_text = old_.current_raw();
+  const SjisView new_text = new_.current_raw();
   if (options_.vertical) {
     WriteVertical(format_.marks.changed, old_text, old_.current_number());
     WriteVertical(format_.marks.continued, new_text, new_.current_number());
@@ -53,7 +55,7 @@ void ListingBody::WriteChanged() {
 void ListingBody::WriteAdded() {
   ++counts_.added;
   OpenBlock();
-  const SjisView text = new_.current_line().raw;
+  const SjisView text = new_.current_raw();
   if (options_.vertical) {
     WriteVertical(format_.marks.added, text, new_.current_number());
   } else {
@@ -65,7 +67,7 @@ void ListingBody::WriteAdded() {
 void ListingBody::WriteDeleted() {
   ++counts_.deleted;
   OpenBlock();
-  const SjisView text = old_.current_line().raw;
+  const SjisView text = old_.current_raw();
   if (options_.vertical) {
     WriteVertical(format_.marks.deleted, text, old_.current_number());
   } else {
@@ -110,45 +112,53 @@ void ListingBody::WriteBlockMarker(char kind) {
 }
 
 void ListingBody::WriteUnchangedRow(LineIndex old_index, LineIndex new_index) {
-  const SjisView new_text = new_.At(new_index).raw;
+  const SjisView new_text = new_.RawAt(new_index);
   if (options_.vertical) {
     WriteVertical(format_.marks.unchanged, new_text, new_index + 1);
     return;
   }
-  WriteSide(WrapPiece(old_.At(old_index).raw, format_.text_width, options_.wrap), old_index + 1);
-  listing_.Write(format_.marks.unchanged.bytes());
-  WriteSide(WrapPiece(new_text, format_.text_width, options_.wrap), new_index + 1);
-  WriteLine(listing_, {});
+  const auto first_piece = [this](SjisView text) {
+    return WrapPiece(text, format_.text_width, options_.wrap).bytes;
+  };
+  WriteRow({first_piece(old_.RawAt(old_index)), old_index + 1}, format_.marks.unchanged,
+           {first_piece(new_text), new_index + 1});
 }
 
 void ListingBody::WriteSideBySide(const SjisText& mark, bool with_old, bool with_new) {
-  SjisView old_rest = with_old ? old_.current_line().raw : SjisView();
-  SjisView new_rest = with_new ? new_.current_line().raw : SjisView();
-  const auto write_side = [this](bool with, SjisView& rest, const LineRing& ring) {
-    if (!with) {
-      WriteSpaces(listing_, format_.side_width);
-      return;
-    }
+  SjisView old_rest = with_old ? old_.current_raw() : SjisView();
+  SjisView new_rest = with_new ? new_.current_raw() : SjisView();
+  const auto next_row = [this](bool with, SjisView& rest, const LineRing& ring) {
+    if (!with) return RowSide();
     const WrappedPiece piece = WrapPiece(rest, format_.text_width, options_.wrap);
-    WriteSide(piece, ring.current_number());
     rest = piece.rest;
+    return RowSide{piece.bytes, ring.current_number()};
   };
   for (int row = 0; row < kMaxRows; ++row) {
     if (row > 0 && old_rest.empty() && new_rest.empty()) break;
-    write_side(with_old, old_rest, old_);
-    listing_.Write((row == 0 ? mark : format_.marks.continued).bytes());
-    write_side(with_new, new_rest, new_);
-    WriteLine(listing_, {});
+    const RowSide old_side = next_row(with_old, old_rest, old_);
+    const RowSide new_side = next_row(with_new, new_rest, new_);
+    WriteRow(old_side, row == 0 ? mark : format_.marks.continued, new_side);
   }
 }
 
-void ListingBody::WriteSide(WrappedPiece piece, int64_t line_number) {
+void ListingBody::WriteRow(RowSide old_side, SjisView mark, RowSide new_side) {
+  const size_t width = format_.listing_width();
+  char* const row = listing_.WriteInPlace(width + kLineEnd.size());
+  std::memset(row, ' ', width);
+  PutSide(row, old_side);
+  std::memcpy(row + format_.side_width, mark.data(), kMarkWidth);
+  PutSide(row + format_.side_width + kMarkWidth, new_side);
+  std::memcpy(row + width, kLineEnd.data(), kLineEnd.size());
+}
+
+void ListingBody::PutSide(char* place, RowSide side) const {
+  if (side.line_number == 0) return;
   if (options_.line_numbers) {
-    listing_.Write(FormatLineNo(line_number).bytes());
-    listing_.Write(" ");
+    const SjisText number = FormatLineNo(side.line_number);
+    std::memcpy(place, number.bytes().data(), number.size());
+    place += kLineNoWidth;
   }
-  listing_.Write(piece.bytes.bytes());
-  WriteSpaces(listing_, piece.padding);
+  if (!side.text.empty()) std::memcpy(place, side.text.data(), side.text.size());
 }
 
 void ListingBody::WriteVertical(const SjisText& mark, SjisView text, int64_t line_number) {

@@ -32,6 +32,10 @@ class ListingBody : public DecisionWriter {
   void WriteChanged() override;
   void WriteAdded() override;
   void WriteDeleted() override;
+  bool TakesUnchangedRuns() const override {
+    return state_ == BlockState::kIdle && !options_.all_lines && !sides_.merge_source;
+  }
+  void WriteUnchangedRun(LineIndex lines) override { held_back_ += lines; }
 
   // Ends the body behind the last decision: the omission line for lines held back, or in the box
   // form the end marker of an open block; then the ruler line.
@@ -44,7 +48,13 @@ class ListingBody : public DecisionWriter {
   void WriteUnchangedRow(LineIndex old_index, LineIndex new_index);
 
   void WriteSideBySide(const SjisText& mark, bool with_old, bool with_new);
-  void WriteSide(WrappedPiece piece, int64_t line_number);
+  // A row of the side-by-side layout. A side without a number stays empty.
+  struct RowSide {
+    SjisView text;
+    int64_t line_number = 0;
+  };
+  void WriteRow(RowSide old_side, SjisView mark, RowSide new_side);
+  void PutSide(char* place, RowSide side) const;
   void WriteVertical(const SjisText& mark, SjisView text, int64_t line_number);
 
   const CompareOptions& options_;

@@ -28,13 +28,20 @@ class ProgressMeter : public LineCounter {
 
   void LineRead(int64_t number, size_t bytes) override {
     bytes_ += bytes;
-    if (number % kLinesPerUpdate == 0 && services_.job().GuiMode) {
-      services_.UpdateProgress(unit_width_, static_cast<double>(bytes_));
-    }
+    if (number % kLinesPerUpdate == 0) Update();
+  }
+  void LinesRead(int64_t number, int64_t lines, size_t bytes) override {
+    bytes_ += bytes;
+    if (number % kLinesPerUpdate < lines) Update();
   }
 
  private:
   static constexpr int64_t kLinesPerUpdate = 20;
+
+  void Update() {
+    if (!services_.job().GuiMode) return;
+    services_.UpdateProgress(unit_width_, static_cast<double>(bytes_));
+  }
 
   RunServices& services_;
   double unit_width_;

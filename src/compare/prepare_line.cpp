@@ -8,10 +8,6 @@ namespace {
 
 constexpr unsigned kFullWidthSpace = 0x8140;
 
-SjisView KeyCut(const CompareOptions& options, SjisView raw) {
-  return raw.From(options.first_column - 1).First(options.compare_length());
-}
-
 // Calls visit(code, bytes) for each character that has a part inside the compared columns of a
 // line, stepping by characters from the line's start. Of a character that a column edge splits
 // only the part inside is visited, with the code 0.
@@ -63,24 +59,11 @@ SjisView UpperCaseKey(const CompareOptions& options, SjisView raw, TextArena& ar
   return options.spaces == SpaceRule::kCompare ? key : TrimRight(key);
 }
 
-SjisView MakeKey(const CompareOptions& options, SjisView raw, TextArena& arena) {
-  if (options.ignore_case) return UpperCaseKey(options, raw, arena);
-  switch (options.spaces) {
-    case SpaceRule::kCompare:
-      return KeyCut(options, raw);
-    case SpaceRule::kIgnoreTrailing:
-      return TrimRight(KeyCut(options, raw));
-    case SpaceRule::kIgnoreAll:
-      return RemoveAllSpaces(options, raw, arena);
-  }
-  return {};
-}
-
 }  // namespace
 
-Line PrepareLine(const CompareOptions& options, SjisView text, TextArena& arena) {
-  const SjisView raw = options.spaces == SpaceRule::kCompare ? text : TrimRight(text);
-  return {raw, MakeKey(options, raw, arena)};
+SjisView MakeRewrittenKey(const CompareOptions& options, SjisView raw, TextArena& arena) {
+  return options.ignore_case ? UpperCaseKey(options, raw, arena)
+                             : RemoveAllSpaces(options, raw, arena);
 }
 
 SjisView ExpandTabs(SjisView text, int tab_width, TextArena& arena) {
@@ -102,6 +85,17 @@ SjisView ExpandTabs(SjisView text, int tab_width, TextArena& arena) {
   return SjisView::FromBytes({start, static_cast<size_t>(out - start)});
 }
 
+size_t ExpandedSize(SjisView text, int tab_width) {
+  const std::string_view bytes = text.bytes();
+  const auto width = static_cast<size_t>(tab_width);
+  size_t added = 0;
+  for (size_t tab = bytes.find('\t'); tab != std::string_view::npos;
+       tab = bytes.find('\t', tab + 1)) {
+    added += width - 1 - (tab + added) % width;
+  }
+  return bytes.size() + added;
+}
+
 SjisView RemoveAllSpaces(const CompareOptions& options, SjisView raw, TextArena& arena) {
   const SjisView cut = KeyCut(options, raw);
   if (!HasSpace(options, raw)) return cut;
@@ -121,13 +115,16 @@ unsigned UpperCaseCode(unsigned code) {
     unsigned last;
     unsigned upper_first;
   };
+  if (code <= 0xFF) return code >= 'a' && code <= 'z' ? code - ('a' - 'A') : code;
   static constexpr Range kRanges[] = {
-      {'a', 'z', 'A'},          {0x8281, 0x829A, 0x8260},  // Latin
+      {0x8281, 0x829A, 0x8260},                            // Latin
       {0x83BF, 0x83D6, 0x839F},                            // Greek
       {0x8470, 0x847E, 0x8440}, {0x8480, 0x8491, 0x844F},  // Cyrillic, around the gap at 7F
       {0xEEEF, 0xEEF8, 0x8754}, {0xFA40, 0xFA49, 0x8754},  // small Roman numerals
       {0xFA4A, 0xFA53, 0x8754},                            // the second large Roman numerals
   };
+  const unsigned lead = code >> 8;
+  if ((lead < 0x82 || lead > 0x84) && lead != 0xEE && lead != 0xFA) return code;
   for (const Range& range : kRanges) {
     if (code >= range.first && code <= range.last) return code - range.first + range.upper_first;
   }

@@ -18,7 +18,7 @@ class RunIndex {
   static constexpr LineIndex kNone = -1;
 
   // `ring` must outlive the index; `run_lines` is K, 1 to 99.
-  RunIndex(const LineRing& ring, int window_lines, int run_lines);
+  RunIndex(LineRing& ring, int window_lines, int run_lines);
 
   // Makes the index hold exactly the runs that begin at `from` or later and end at or before
   // `end`. REQUIRES: the ring holds the lines from `from` to `end`; neither goes back between
@@ -28,36 +28,39 @@ class RunIndex {
   // True when a whole run begins at a line that Update covered.
   bool HasRun(LineIndex start) const { return start >= runs_begin_ && start < runs_end_; }
   // REQUIRES: HasRun(start).
-  uint64_t RunHash(LineIndex start) const { return run_hashes_[start & mask_]; }
+  uint64_t RunHash(LineIndex start) const { return At(start).run_hash; }
 
   // The first run with this hash that begins behind `after`, or kNone.
   LineIndex FirstBehind(LineIndex after, uint64_t hash) const;
-  // The next run with the same hash, or kNone.
-  LineIndex NextOf(LineIndex run) const;
+  // The next run with this hash behind a run of its bucket, or kNone.
+  LineIndex NextOf(LineIndex run, uint64_t hash) const;
 
  private:
-  struct Bucket {
-    LineIndex first = kNone;
-    LineIndex last = kNone;
+  // Of a line and of the run that begins there.
+  struct Entry {
+    uint64_t line_hash = 0;
+    uint64_t run_hash = 0;
+    LineIndex next = kNone;  // the next run of the bucket; behind the last one the first
   };
 
   void DropBefore(LineIndex from);
   void Restart(LineIndex from);
   void AddLine(LineIndex index);
   void AddRun(LineIndex start, uint64_t hash);
-  LineIndex FirstFrom(LineIndex run, uint64_t hash) const;
-  const Bucket& BucketOf(uint64_t hash) const { return buckets_[hash & bucket_mask_]; }
+  Entry& At(LineIndex index) { return entries_[index & mask_]; }
+  const Entry& At(LineIndex index) const { return entries_[index & mask_]; }
+  // The last run of a bucket, or kNone.
+  LineIndex& LastOf(uint64_t hash) { return buckets_[hash & bucket_mask_]; }
+  LineIndex LastOf(uint64_t hash) const { return buckets_[hash & bucket_mask_]; }
 
-  const LineRing& ring_;
+  LineRing& ring_;
   const int run_lines_;
   uint64_t oldest_factor_ = 1;  // kHashFactor to the power K: the weight of the line that leaves
 
   LineIndex mask_;
-  std::vector<uint64_t> line_hashes_;  // by line index & mask_
-  std::vector<uint64_t> run_hashes_;   // by run start & mask_
-  std::vector<LineIndex> next_;        // by run start & mask_: the next run of the bucket
+  std::vector<Entry> entries_;  // by line index & mask_
   uint64_t bucket_mask_;
-  std::vector<Bucket> buckets_;
+  std::vector<LineIndex> buckets_;
 
   LineIndex restart_ = 0;    // the first line hashed since the last restart
   LineIndex lines_end_ = 0;  // behind the last line hashed

@@ -6,6 +6,7 @@
 #include "compare/fixed_width.h"
 #include "dircomp/tree_walk.h"
 #include "platform/code_page_932.h"
+#include "platform/utf8.h"
 
 namespace ledrix::modDComp {
 namespace {
@@ -14,28 +15,25 @@ std::string CountText(int64_t count) {
   return "FileCount:" + std::to_string(count);
 }
 
-std::optional<FileRecord> ParseRecord(const std::string& line) {
+// Fills the record from its line; false when the line is none.
+bool ParseRecord(std::string_view line, FileRecord& record) {
   const size_t size_comma = line.rfind(',');
-  if (size_comma == std::string::npos || size_comma == 0) return std::nullopt;
+  if (size_comma == std::string::npos || size_comma == 0) return false;
   const size_t date_comma = line.rfind(',', size_comma - 1);
-  if (date_comma == std::string::npos) return std::nullopt;
+  if (date_comma == std::string::npos) return false;
   const size_t folder_end = line.rfind('\\', date_comma);
-  if (folder_end == std::string::npos || line[folder_end + 1] != ',') return std::nullopt;
+  if (folder_end == std::string::npos || line[folder_end + 1] != ',') return false;
+  // Between the comma behind the folder and that before the date; they may be one and the same.
+  if (folder_end + 2 >= date_comma) return false;
 
-  FileRecord record;
-  record.folder = line.substr(0, folder_end + 1);
-  if (folder_end + 2 <= date_comma) {
-    record.name = line.substr(folder_end + 2, date_comma - folder_end - 2);
-  }
-  const auto date =
-      ParseDateTime(std::string_view(line).substr(date_comma + 1, size_comma - date_comma - 1));
+  record.folder.assign(line.substr(0, folder_end + 1));
+  record.name.assign(line.substr(folder_end + 2, date_comma - folder_end - 2));
+  const auto date = ParseDateTime(line.substr(date_comma + 1, size_comma - date_comma - 1));
   const char* const end = line.data() + line.size();
   const auto size = std::from_chars(line.data() + size_comma + 1, end, record.size);
-  if (record.name.empty() || !date || size.ec != std::errc() || size.ptr != end) {
-    return std::nullopt;
-  }
+  if (!date || size.ec != std::errc() || size.ptr != end) return false;
   record.modified = CivilSeconds(*date);
-  return record;
+  return true;
 }
 
 void WriteRecord(OutputFile& file, const FileRecord& record) {
@@ -100,10 +98,9 @@ DirInfoReader::Outcome DirInfoReader::Next(FileRecord& record) {
   if (!reader_.Next(reader_.lines_read(), line)) {
     return failure() ? Outcome::kFailed : Outcome::kEnd;
   }
-  std::optional<FileRecord> parsed = ParseRecord(DecodeSjis(line));
-  if (!parsed) return Outcome::kFailed;
-  record = std::move(*parsed);
-  return Outcome::kRecord;
+  const bool parsed = IsAscii(line.bytes()) ? ParseRecord(line.bytes(), record)
+                                            : ParseRecord(DecodeSjis(line), record);
+  return parsed ? Outcome::kRecord : Outcome::kFailed;
 }
 
 }  // namespace ledrix::modDComp

@@ -36,7 +36,8 @@ class DirInfoReader {
   std::string ReadRootName();
 
   enum class Outcome { kRecord, kEnd, kFailed };
-  // Reads the next record. After kFailed line() is the number of the line that is no record, or
+  // Reads the next record; one and the same object may be filled again and again. After kFailed
+  // its content is undefined and line() is the number of the line that is no record, or
   // failure() tells why the file could not be read.
   Outcome Next(FileRecord& record);
 

@@ -39,13 +39,13 @@ char32_t WithSoundMark(char32_t half_width, char32_t mark) {
   return ka_to_to || ha_row ? full_width + 1 : 0;
 }
 
-// Makes the key of a text that the range has chosen.
-std::string KeyOf(std::string text, const KeyRules& rules) {
+// Turns a text that the range has chosen into a key.
+void MakeKey(std::string& text, const KeyRules& rules) {
   if (IsAscii(text) && !rules.full_width) {
     if (rules.upper_case) {
       for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c;
     }
-    return text;
+    return;
   }
   std::u32string characters = Utf8Characters(text);
   if (rules.upper_case) {
@@ -54,7 +54,7 @@ std::string KeyOf(std::string text, const KeyRules& rules) {
   if (rules.full_width) characters = ToFullWidth(characters);
   std::string utf8;
   for (const char32_t c : characters) AppendUtf8(utf8, c);
-  return EncodeSjis(utf8).bytes();
+  text = EncodeSjis(utf8).bytes();
 }
 
 }  // namespace
@@ -123,12 +123,18 @@ std::optional<std::string> DirSide::ExpandTree(const KeyRules& rules, const GoOn
 
 void DirSide::Add(const FileRecord& record, const KeyRules& rules) {
   if (type_filter_ && !type_filter_->Matches(record.name)) return;
-  std::string key_text = record.name;
-  if (rules.range != CompareRange::kNoPath) key_text.insert(0, record.folder);
-  if (rules.range == CompareRange::kFullPath) key_text.insert(0, root_name_);
-  const std::string shown = (is_info_file_ ? "" : root_name_) + record.folder + record.name;
-  entries_.push_back({Keep(KeyOf(std::move(key_text), rules)), Keep(EncodeSjis(shown).bytes()),
-                      record.modified, record.size});
+  key_.clear();
+  if (rules.range == CompareRange::kFullPath) key_ += root_name_;
+  if (rules.range != CompareRange::kNoPath) key_ += record.folder;
+  key_ += record.name;
+  MakeKey(key_, rules);
+  shown_.clear();
+  if (!is_info_file_) shown_ += root_name_;
+  shown_ += record.folder;
+  shown_ += record.name;
+  if (!IsAscii(shown_)) shown_ = EncodeSjis(shown_).bytes();
+  const std::string_view key = Keep(key_);
+  entries_.push_back({key, shown_ == key ? key : Keep(shown_), record.modified, record.size});
 }
 
 std::string_view DirSide::Keep(std::string_view bytes) {

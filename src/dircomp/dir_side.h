@@ -71,6 +71,9 @@ class DirSide {
   std::optional<PatternList> type_filter_;  // nothing: every name passes
   std::vector<DirEntry> entries_;
   modComp::TextArena texts_;
+  // Texts of the entry that is being added; their memory serves the next one too.
+  std::string key_;
+  std::string shown_;
 };
 
 // The text under the rules of half-width to full-width conversion: every half-width character

@@ -20,16 +20,13 @@ Position Middle(Range range) {
   return sum % 2 == 0 ? half : half + half % 2;
 }
 
-// An item with the first bytes in which keys can differ: those behind what all keys begin with, as
-// a number that sorts as the bytes do. Most comparisons need no more.
+// An item of the list that is sorted, by its position there, with the first bytes in which keys can
+// differ: those behind what all keys begin with, as a number that sorts as the bytes do. Most
+// comparisons need no more, and so little is moved quickly.
 struct PrefixedItem {
   uint64_t prefix = 0;
-  SortItem item;
+  size_t position = 0;
 };
-
-bool SortsBefore(const PrefixedItem& a, const PrefixedItem& b) {
-  return a.prefix != b.prefix ? a.prefix < b.prefix : CompareKeys(a.item.key, b.item.key) < 0;
-}
 
 // Bytes that all keys but the empty ones begin with.
 size_t CommonBeginning(const std::vector<SortItem>& items) {
@@ -56,17 +53,49 @@ std::vector<PrefixedItem> WithPrefixes(const std::vector<SortItem>& items) {
     for (size_t i = start; i < start + sizeof prefix; ++i) {
       prefix = prefix << 8 | (i < item.key.size() ? static_cast<unsigned char>(item.key[i]) : 0u);
     }
-    prefixed.push_back({prefix, item});
+    prefixed.push_back({prefix, prefixed.size()});
   }
   return prefixed;
 }
 
+// The positions of one sort on their way to their order.
+class Sorter {
+ public:
+  explicit Sorter(const std::vector<SortItem>& items)
+      : unsorted_(items), items_(WithPrefixes(items)) {}
+
+  bool Run(const GoOn& go_on);
+  std::vector<SortItem> Sorted() const;
+
+ private:
+  std::string_view KeyAt(Position position) const {
+    return unsorted_[items_[position].position].key;
+  }
+  // For two items of the same prefix.
+  bool KeySortsBefore(const PrefixedItem& a, const PrefixedItem& b) const {
+    return CompareKeys(unsorted_[a.position].key, unsorted_[b.position].key) < 0;
+  }
+  Position Partition(Range range);
+  Range TakeSmallest(Range range, std::string_view smallest);
+
+  const std::vector<SortItem>& unsorted_;
+  std::vector<PrefixedItem> items_;
+};
+
 // Steps 2 to 4; returns where the key of the middle ends up.
-Position Partition(std::vector<PrefixedItem>& items, Range range) {
+Position Sorter::Partition(Range range) {
+  PrefixedItem* const items = items_.data();
   std::swap(items[range.low], items[Middle(range)]);
+  const PrefixedItem middle = items[range.low];
   Position last = range.low;
   for (Position i = range.low + 1; i <= range.high; ++i) {
-    if (SortsBefore(items[i], items[range.low])) std::swap(items[++last], items[i]);
+    bool before = items[i].prefix < middle.prefix;
+    if (items[i].prefix == middle.prefix) before = KeySortsBefore(items[i], middle);
+    // An item that stays is swapped with itself: which of them do is as good as random, and a
+    // branch on it would be mispredicted half of the time.
+    last += before ? 1 : 0;
+    const Position stays = before ? 0 : 1;
+    std::swap(items[last + stays * (i - last)], items[i]);
   }
   std::swap(items[range.low], items[last]);
   return last;
@@ -75,14 +104,42 @@ Position Partition(std::vector<PrefixedItem>& items, Range range) {
 // When no key of a range sorts before that of its middle, the steps only put the middle first and
 // go on behind it. As long as the next middle has the same, smallest key nothing needs to be
 // compared with all the others to know that. Returns the range that is left.
-Range TakeSmallest(std::vector<PrefixedItem>& items, Range range, std::string_view smallest) {
+Range Sorter::TakeSmallest(Range range, std::string_view smallest) {
   while (range.low < range.high) {
     const Position middle = Middle(range);
-    if (items[middle].item.key != smallest) break;
-    std::swap(items[range.low], items[middle]);
+    if (KeyAt(middle) != smallest) break;
+    std::swap(items_[range.low], items_[middle]);
     ++range.low;
   }
   return range;
+}
+
+bool Sorter::Run(const GoOn& go_on) {
+  // The two parts of a range do not touch each other, so they may be sorted in any order; the
+  // larger waits, which keeps the stack short.
+  std::vector<Range> waiting = {{0, static_cast<Position>(items_.size()) - 1}};
+  while (!waiting.empty()) {
+    if (!go_on()) return false;
+    Range range = waiting.back();
+    waiting.pop_back();
+    while (range.low < range.high) {
+      const Position last = Partition(range);
+      const Range left{range.low, last - 1};
+      Range right{last + 1, range.high};
+      if (last == range.low) right = TakeSmallest(right, KeyAt(last));
+      const bool left_is_larger = left.high - left.low > right.high - right.low;
+      waiting.push_back(left_is_larger ? left : right);
+      range = left_is_larger ? right : left;
+    }
+  }
+  return true;
+}
+
+std::vector<SortItem> Sorter::Sorted() const {
+  std::vector<SortItem> sorted;
+  sorted.reserve(items_.size());
+  for (const PrefixedItem& item : items_) sorted.push_back(unsorted_[item.position]);
+  return sorted;
 }
 
 }  // namespace
@@ -92,26 +149,10 @@ int CompareKeys(std::string_view a, std::string_view b) {
   return order == 0 ? 0 : order > 0 ? 1 : -1;
 }
 
-bool Sort(std::vector<SortItem>& sorted, const GoOn& go_on) {
-  std::vector<PrefixedItem> items = WithPrefixes(sorted);
-  // The two parts of a range do not touch each other, so they may be sorted in any order; the
-  // larger waits, which keeps the stack short.
-  std::vector<Range> waiting = {{0, static_cast<Position>(items.size()) - 1}};
-  while (!waiting.empty()) {
-    if (!go_on()) return false;
-    Range range = waiting.back();
-    waiting.pop_back();
-    while (range.low < range.high) {
-      const Position last = Partition(items, range);
-      const Range left{range.low, last - 1};
-      Range right{last + 1, range.high};
-      if (last == range.low) right = TakeSmallest(items, right, items[last].item.key);
-      const bool left_is_larger = left.high - left.low > right.high - right.low;
-      waiting.push_back(left_is_larger ? left : right);
-      range = left_is_larger ? right : left;
-    }
-  }
-  for (size_t i = 0; i < items.size(); ++i) sorted[i] = items[i].item;
+bool Sort(std::vector<SortItem>& items, const GoOn& go_on) {
+  Sorter sorter(items);
+  if (!sorter.Run(go_on)) return false;
+  items = sorter.Sorted();
   return true;
 }
 

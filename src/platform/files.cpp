@@ -239,9 +239,17 @@ void OutputFile::Buffer(std::string_view bytes) {
   used_ += bytes.size();
 }
 
-void OutputFile::WriteThrough(std::string_view bytes) {
+void OutputFile::MakeRoom() {
   Flush();
+  if (capacity_ < kBufferSize) {
+    buffer_ = std::make_unique_for_overwrite<char[]>(kBufferSize);
+    capacity_ = kBufferSize;
+  }
   if (on_block_) on_block_();
+}
+
+void OutputFile::WriteThrough(std::string_view bytes) {
+  MakeRoom();
   if (bytes.size() <= kBufferSize) {
     Buffer(bytes);
   } else {

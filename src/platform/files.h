@@ -155,11 +155,19 @@ class OutputFile {
   const Status& failure() const { return failure_; }
 
   void Write(std::string_view bytes) {
-    if (bytes.size() <= kBufferSize - used_) {
+    if (bytes.size() <= capacity_ - used_) {
       Buffer(bytes);
     } else {
       WriteThrough(bytes);
     }
+  }
+
+  // Room for `size` bytes, to be filled before the next call; they count as written. REQUIRES: size
+  // is at most kMostToFill.
+  static constexpr size_t kMostToFill = 4096;
+  char* WriteInPlace(size_t size) {
+    if (size > capacity_ - used_) MakeRoom();
+    return buffer_.get() + std::exchange(used_, used_ + size);
   }
 
   // Writes what is buffered, closes and returns the first failure of all.
@@ -172,7 +180,9 @@ class OutputFile {
   void Discard();
 
  private:
-  static constexpr size_t kBufferSize = size_t{1} << 16;
+  // Most outputs are small; one that outgrows its first buffer is written in larger blocks.
+  static constexpr size_t kFirstBufferSize = size_t{1} << 16;
+  static constexpr size_t kBufferSize = size_t{1} << 18;
 
   static Result<FileDescriptor> Open(const NativePath& path, int flags, unsigned mode);
   static Result<OutputFile> Make(const NativePath& path, Result<FileDescriptor> descriptor);
@@ -180,6 +190,7 @@ class OutputFile {
       : path_(std::move(path)), descriptor_(std::move(descriptor)) {}
   void Buffer(std::string_view bytes);
   void WriteThrough(std::string_view bytes);
+  void MakeRoom();
   void WriteAll(std::string_view bytes);
   void Flush();
   void CreateNow();
@@ -187,7 +198,8 @@ class OutputFile {
   NativePath path_;
   FileDescriptor descriptor_;
   bool is_waiting_ = false;  // not yet created
-  std::unique_ptr<char[]> buffer_{new char[kBufferSize]};
+  size_t capacity_ = kFirstBufferSize;
+  std::unique_ptr<char[]> buffer_{new char[kFirstBufferSize]};
   size_t used_ = 0;
   Status failure_ = kNoError;
   BlockHook on_block_;

@@ -1,7 +1,6 @@
 #include "platform/local_time.h"
 
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <cstdio>
 
@@ -20,9 +19,14 @@ constexpr int64_t kSecondsPerDay = 86400;
 // Reads digits up to `most` and what must stand behind them (nothing for 0). Returns false when
 // the text is different.
 bool TakeNumber(std::string_view& text, size_t most, char behind, int& number) {
-  const size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-  if (digits == 0 || digits > most) return false;
-  std::from_chars(text.data(), text.data() + digits, number);
+  size_t digits = 0;
+  int value = 0;
+  for (; digits < text.size() && text[digits] >= '0' && text[digits] <= '9'; ++digits) {
+    if (digits == most) return false;
+    value = value * 10 + (text[digits] - '0');
+  }
+  if (digits == 0) return false;
+  number = value;
   text.remove_prefix(digits);
   if (behind == 0) return true;
   if (text.empty() || text.front() != behind) return false;

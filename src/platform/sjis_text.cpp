@@ -13,17 +13,12 @@ SjisText SjisText::Repeat(size_t count, SjisView piece) {
 
 bool SplitsDoubleByte(SjisView text, size_t count) {
   if (count == 0 || text.size() <= count) return false;
-  // Only a lead byte before the cut can be split, which spares the walk for most cuts.
-  if (!IsSjisLead(text.At(count - 1)) || !IsSjisTrail(text.At(count))) return false;
-  size_t position = 0;
-  while (position < count) position += SjisCharSize(text, position);
-  return position > count;
-}
-
-SjisView TrimRight(SjisView text) {
-  size_t size = text.size();
-  while (size > 0 && text.At(size - 1) == ' ') --size;
-  return text.First(size);
+  if (!IsSjisTrail(text.At(count))) return false;
+  // A character ends behind every byte that is no lead byte; of the lead bytes behind the last of
+  // those, each may be a trail byte too, every second one closes a character.
+  size_t leads = 0;
+  while (leads < count && IsSjisLead(text.At(count - 1 - leads))) ++leads;
+  return leads % 2 == 1;
 }
 
 SjisView Trim(SjisView text) {

@@ -109,7 +109,11 @@ constexpr size_t SjisCharSize(SjisView text, size_t position) {
 bool SplitsDoubleByte(SjisView text, size_t count);
 
 // The text without its trailing half-width spaces (byte 0x20, never a trail byte).
-SjisView TrimRight(SjisView text);
+inline SjisView TrimRight(SjisView text) {
+  size_t size = text.size();
+  while (size > 0 && text.At(size - 1) == ' ') --size;
+  return text.First(size);
+}
 
 // The text without half-width spaces at either end.
 SjisView Trim(SjisView text);

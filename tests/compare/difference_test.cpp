@@ -24,7 +24,13 @@ class DecisionRecorder : public DecisionWriter {
   void WriteChanged() override { decisions += '!'; }
   void WriteAdded() override { decisions += '+'; }
   void WriteDeleted() override { decisions += '-'; }
+  bool TakesUnchangedRuns() const override { return true; }
+  void WriteUnchangedRun(LineIndex lines) override {
+    decisions.append(static_cast<size_t>(lines), '=');
+    skipped += lines;
+  }
   std::string decisions;
+  LineIndex skipped = 0;  // lines that were never current
 };
 
 // A file in memory that is filled again and again.
@@ -38,9 +44,9 @@ class MemoryFile {
   InputFile Fill(const Texts& lines) {
     std::string bytes;
     for (const std::string& line : lines) bytes += line + "\n";
-    EXPECT_EQ(ftruncate(descriptor_, 0), 0);
     EXPECT_EQ(pwrite(descriptor_, bytes.data(), bytes.size(), 0), ssize_t(bytes.size()));
-    auto file = InputFile::Open(NativePath("/proc/self/fd/" + std::to_string(descriptor_)));
+    EXPECT_EQ(ftruncate(descriptor_, static_cast<off_t>(bytes.size())), 0);
+    auto file = InputFile::OpenRegular(NativePath("/proc/self/fd/" + std::to_string(descriptor_)));
     return std::move(file.value());
   }
 
@@ -48,7 +54,8 @@ class MemoryFile {
   int descriptor_;
 };
 
-std::string Decisions(const Texts& old_lines, const Texts& new_lines, int window, int match) {
+std::string Decisions(const Texts& old_lines, const Texts& new_lines, int window, int match,
+                      const CompareTuning& tuning = {}) {
   static MemoryFile old_file;
   static MemoryFile new_file;
   OptionRecord record;
@@ -57,10 +64,10 @@ std::string Decisions(const Texts& old_lines, const Texts& new_lines, int window
   record.OptSpData = 0;
   const CompareOptions options(record);
   NoCounter counter;
-  LineRing old_ring(old_file.Fill(old_lines), options, counter);
-  LineRing new_ring(new_file.Fill(new_lines), options, counter);
+  LineRing old_ring(old_file.Fill(old_lines), options, counter, tuning);
+  LineRing new_ring(new_file.Fill(new_lines), options, counter, tuning);
   DecisionRecorder recorder;
-  Difference difference(old_ring, new_ring, options, recorder);
+  Difference difference(old_ring, new_ring, options, recorder, tuning);
   difference.Start();
   while (!difference.finished()) difference.CompareStep();
   EXPECT_EQ(old_ring.lines_read(), LineIndex(old_lines.size()));
@@ -188,17 +195,45 @@ int64_t FromEnvironment(const char* name, int64_t otherwise) {
   return text == nullptr ? otherwise : std::atoll(text);
 }
 
+// Sanitizers make every pair some ten times slower.
+#ifdef __SANITIZE_ADDRESS__
+constexpr int64_t kPairs = 20'000;
+#else
+constexpr int64_t kPairs = 120'000;
+#endif
+
+// Mostly small numbers, now and then any.
+int UpTo(PairGenerator& generator, int usual, int most) {
+  return generator.Number(1, generator.Number(0, 7) == 0 ? most : usual);
+}
+
+// Every way to the decisions gets its turn: near distances and the index, skipped lines, lines
+// across the ends of blocks.
+CompareTuning RandomTuning(PairGenerator& generator) {
+  CompareTuning tuning;
+  if (generator.Number(0, 3) == 0) return tuning;
+  tuning.near_lines = generator.Number(0, 1) == 0 ? 0 : generator.Number(1, 20);
+  tuning.pairs_before_skip = generator.Number(1, 4);
+  if (generator.Number(0, 1) == 0) {
+    tuning.block_bytes = static_cast<size_t>(generator.Number(1, 100));
+  }
+  return tuning;
+}
+
 TEST(Difference, AgreesWithTheStepByStepSearchOnRandomPairs) {
   PairGenerator generator(static_cast<uint64_t>(FromEnvironment("LEDRIX_RANDOM_SEED", 20240309)));
-  const int64_t pairs = FromEnvironment("LEDRIX_RANDOM_PAIRS", 20000);
+  const int64_t pairs = FromEnvironment("LEDRIX_RANDOM_PAIRS", kPairs);
   for (int64_t i = 0; i < pairs; ++i) {
-    const RandomPair pair = generator.Make(i % 50 == 0 ? 600 : 40);
-    const int window = generator.Number(0, 4) == 0 ? 1000 : generator.Number(1, 60);
-    const int match = generator.Number(0, 9) == 0 ? 99 : generator.Number(1, 8);
+    const RandomPair pair = generator.Make(i % 100 == 0 ? 600 : 40);
+    const int window = UpTo(generator, 60, 1000);
+    const int match = UpTo(generator, 8, 99);
+    const CompareTuning tuning = RandomTuning(generator);
     const std::string expected =
         test::ReferenceDecisions(pair.old_lines, pair.new_lines, window, match);
-    ASSERT_EQ(Decisions(pair.old_lines, pair.new_lines, window, match), expected)
-        << "pair " << i << ", window " << window << ", match " << match;
+    ASSERT_EQ(Decisions(pair.old_lines, pair.new_lines, window, match, tuning), expected)
+        << "pair " << i << ", window " << window << ", match " << match << ", near lines "
+        << tuning.near_lines << ", skip after " << tuning.pairs_before_skip << ", blocks of "
+        << tuning.block_bytes;
   }
 }
 
