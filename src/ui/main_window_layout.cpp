@@ -21,7 +21,7 @@ constexpr int kSplitterDefault = 2040 / kTwipsPerPixel;
 constexpr int kMiddleDefault = 5265 / kTwipsPerPixel;
 constexpr int kHalfMiddleStrip = 172 / kTwipsPerPixel;
 constexpr QSize kDesignSize(960, 620);
-constexpr int kNameColumnDefault = 112;
+constexpr int kNameColumnDefault = 155;
 constexpr int kDateColumnDefault = 116;
 
 struct ModeLook {
