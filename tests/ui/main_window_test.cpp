@@ -16,6 +16,7 @@
 #include <QTest>
 #include <QToolButton>
 #include <QUrl>
+#include <cstdlib>
 #include <filesystem>
 
 #include "ui/window_run.h"
@@ -529,6 +530,42 @@ TEST(PopupCommands, ActOnTheListTheyWereOpenedOn) {
   // A file that is new on the other side needs no question.
   run.Popup("inListView0", "MenuPOPFileCopy");
   EXPECT_EQ(run.Names(1), (Texts{"a.xyz", "b"}));
+}
+
+TEST(PopupCommands, TellWhyACopyFailed) {
+  WindowRun run;
+  run.File("old/a", "x");
+  run.Open();
+  run.Select(0, "a");
+  std::filesystem::remove(run.Path("new"));
+  ModalScript script;
+  script.Answer("OK");
+  run.Popup("inListView0", "MenuPOPFileCopy");
+  ASSERT_EQ(script.texts.size(), 1u);
+  EXPECT_EQ(script.texts[0].rfind("Ledrix: コピーできません: ", 0), 0u) << script.texts[0];
+  EXPECT_EQ(run.PathText(1), run.folder.path() + "/");  // the nearest folder that is left
+}
+
+TEST(DriveList, RefusesADriveThatCannotBeRead) {
+  WindowRun run;
+  const std::string home = std::getenv("HOME") == nullptr ? "" : std::getenv("HOME");
+  std::filesystem::create_directory(run.Path("home"));
+  setenv("HOME", run.Path("home").c_str(), 1);
+  run.Open();
+  setenv("HOME", home.c_str(), 1);
+  std::filesystem::remove(run.Path("home"));
+  auto& drive = *Find<QComboBox>(*run.window, "inDrive0");
+  const int before = drive.currentIndex();
+  const int gone = drive.findText(QString::fromStdString(run.Path("home/")));
+  ASSERT_GE(gone, 0);
+  ModalScript script;
+  script.Answer("OK");
+  drive.setCurrentIndex(gone);
+  emit drive.activated(gone);
+  EXPECT_EQ(script.texts, Texts{"Ledrix: " + run.Path("home") +
+                                " にアクセスできません  デバイスの準備ができていません"});
+  EXPECT_EQ(drive.currentIndex(), before);
+  EXPECT_EQ(run.PathText(0), run.Path("old/"));
 }
 
 TEST(VersionWindow, OpensTheAddress) {
