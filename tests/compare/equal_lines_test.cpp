@@ -6,6 +6,7 @@
 
 #include "compare/difference.h"
 #include "compare/listing_body.h"
+#include "platform/byte_search.h"
 #include "support/test_files.h"
 #include "support/test_run.h"
 
@@ -115,6 +116,19 @@ std::string Lines(int first, int last, std::string_view end = "\r\n") {
     bytes += end;
   }
   return bytes;
+}
+
+TEST(ByteSearch, FindsTheFirstDifferenceAndTheLastByte) {
+  const std::string bytes(9000, 'x');
+  for (const size_t size : {0, 1, 63, 64, 65, 4095, 4096, 4097, 4160, 8191, 8999}) {
+    std::string other = bytes;
+    other[size] = 'y';
+    EXPECT_EQ(CommonPrefixSize(bytes, other), size);
+    EXPECT_EQ(CommonPrefixSize(bytes.substr(0, size), bytes), size);
+    EXPECT_EQ(FindLastByte(other, 'y'), size);
+    EXPECT_EQ(FindLastByte(std::string_view(other).substr(0, size), 'y'), std::string::npos);
+  }
+  EXPECT_EQ(FindLastByte("yxyx", 'y'), 2u);
 }
 
 TEST(EqualLines, AreSkippedWithoutATrace) {

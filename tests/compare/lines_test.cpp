@@ -102,6 +102,7 @@ TEST(ExpandTabs, StopsCountBytes) {
     TextArena arena;
     const std::string text = Sjis(c.text);
     EXPECT_EQ(Shown(ExpandTabs(SjisView::FromBytes(text), c.width, arena)), c.expanded) << c.text;
+    EXPECT_EQ(ExpandedSize(SjisView::FromBytes(text), c.width), Sjis(c.expanded).size()) << c.text;
   }
 }
 

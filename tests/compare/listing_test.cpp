@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "compare/fixed_width.h"
 #include "compare/listing_format.h"
 #include "compare/listing_frame.h"
@@ -30,6 +32,23 @@ TEST(WriteFixedWidth, WrapsWithoutSplittingCharacters) {
     WriteFixedWidth(file.value(), EncodeSjis(c.text), 6);
     ASSERT_FALSE(file.value().Close());
     EXPECT_EQ(test::ReadLines(folder.At("f")), c.lines) << c.text;
+  }
+}
+
+TEST(SplitsDoubleByte, SeesTheSameCharactersAsAWalkFromTheStart) {
+  // Lead bytes, trail bytes, both, neither.
+  constexpr std::string_view kBytes = "\x81\x9F\xE0\xFC\x83\x40\x5C\x7E\x80\xA0\xDF a\x7F\xFF";
+  std::mt19937 random(932);
+  for (int i = 0; i < 20000; ++i) {
+    std::string bytes;
+    for (size_t size = random() % 12; size > 0; --size) bytes += kBytes[random() % kBytes.size()];
+    const SjisView text = SjisView::FromBytes(bytes);
+    for (size_t cut = 0; cut <= text.size() + 1; ++cut) {
+      size_t position = 0;
+      while (position < cut && position < text.size()) position += SjisCharSize(text, position);
+      const bool splits = cut < text.size() && position > cut;
+      ASSERT_EQ(SplitsDoubleByte(text, cut), splits) << i << ", cut at " << cut;
+    }
   }
 }
 
