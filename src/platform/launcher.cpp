@@ -102,6 +102,11 @@ std::optional<Launcher> ReadLauncher(const NativePath& path) {
   return file ? FromKeyFile(path, *file) : std::nullopt;
 }
 
+// True when the program of the first word is there.
+static bool CanStart(const Launcher& launcher) {
+  return !FindProgram(LauncherArguments(launcher, launcher.path)[0]).empty();
+}
+
 std::vector<Launcher> ListLaunchers(const NativePath& folder) {
   std::vector<Launcher> launchers;
   if (IsOpenToOthers(folder)) return launchers;
@@ -113,7 +118,7 @@ std::vector<Launcher> ListLaunchers(const NativePath& folder) {
     const std::optional<KeyFile> file = KeyFile::Read(path, kMostBytes);
     if (!file || file->is_open_to_others() || IsOpenToOthers(DirOf(RealPath(path)))) continue;
     std::optional<Launcher> launcher = FromKeyFile(path, *file);
-    if (launcher && launcher->is_shown && !IsFloppyDrive(launcher->name)) {
+    if (launcher && launcher->is_shown && !IsFloppyDrive(launcher->name) && CanStart(*launcher)) {
       launchers.push_back(std::move(*launcher));
     }
   }

@@ -44,9 +44,10 @@ struct Launcher {
 std::optional<Launcher> ReadLauncher(const NativePath& path);
 
 // The launchers of a send-to folder, which ends in a separator, in byte order of their names.
-// Left out are hidden and broken ones, those of floppy drives ("3.5" or "ｲﾝﾁ" in the name), and
-// those that others can write to: a file or link whose folder, target or target's folder belongs
-// to, or is writable by, anybody but this user and the administrator.
+// Left out are hidden and broken ones, those whose program is not installed, those of floppy drives
+// ("3.5" or "ｲﾝﾁ" in the name), and those that others can write to: a file or link whose folder,
+// target or target's folder belongs to, or is writable by, anybody but this user and the
+// administrator.
 std::vector<Launcher> ListLaunchers(const NativePath& folder);
 
 // The program and its arguments for a file, whose path is absolute; without a code for the file it

@@ -1,5 +1,6 @@
 #include "settings/pattern_slots.h"
 
+#include "platform/code_page_932.h"
 #include "platform/files.h"
 #include "settings/ini_file.h"
 #include "settings/option_draft.h"
@@ -33,7 +34,7 @@ void PatternSlots::LoadPattern(size_t n) {
 
 void PatternSlots::SavePattern(size_t n) {
   PatternSlot& slot = slots_[n];
-  slot.name = TrimSpaces(slot.name);
+  slot.name = DecodeSjis(EncodeSjis(TrimSpaces(slot.name)));  // as the file will give it back
   if (slot.name.empty()) {
     RemoveFile(FileOf(n));
     return;

@@ -32,11 +32,15 @@ std::optional<FontChoice> ChooseFont(QWidget* parent, const FontChoice& current)
   QFontDialog dialog(parent);
   dialog.setWindowTitle("ﾌｫﾝﾄの選択");
   dialog.setOption(QFontDialog::DontUseNativeDialog, !HasDesktop());
-  dialog.setCurrentFont(QFont(ToQString(current.name), std::max(current.size, 1)));
-  const QString stand_in = dialog.currentFont().family();
+  // A font that is not installed is shown by the one that stands in for it.
+  const int size_before = std::max(current.size, 1);
+  const QString stand_in = QFontInfo(QFont(ToQString(current.name), size_before)).family();
+  dialog.setCurrentFont(QFont(stand_in, size_before));
+  bool is_other = false;
+  QObject::connect(&dialog, &QFontDialog::currentFontChanged, &dialog,
+                   [&](const QFont& font) { is_other = is_other || font.family() != stand_in; });
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   const QFont chosen = dialog.selectedFont();
-  const bool is_other = chosen.family() != stand_in && chosen.family() != ToQString(current.name);
   // A size in pixels has no points of its own.
   const int size = chosen.pointSize() > 0 ? chosen.pointSize() : QFontInfo(chosen).pointSize();
   return FontChoice{is_other ? ToUtf8(chosen.family()) : current.name, std::max(size, 1)};

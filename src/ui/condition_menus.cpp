@@ -45,7 +45,7 @@ QString AskForText(const QString& title, const QString& prompt, QWidget* parent)
   dialog.setWindowTitle(title);
   dialog.setLabelText(prompt);
   dialog.setOkButtonText("OK");
-  dialog.setCancelButtonText("キャンセル");
+  dialog.setCancelButtonText("ｷｬﾝｾﾙ");
   return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
 }
 

@@ -157,10 +157,11 @@ void LedrixF0::ClearSettingsAndEnd() {
 
 void LedrixF0::ApplyFont() {
   QFont font(ToQString(program_.options.FontName));
+  // Outside these sizes nothing could be read any more, the way to other ones included.
   constexpr int16_t kSmallest = 4;
-  constexpr int16_t kLargest = 72;
+  constexpr int16_t kLargest = 200;
   const int16_t size = program_.options.FontSize;
-  font.setPointSize(size < kSmallest || size > kLargest ? OptionRecord().FontSize : size);
+  font.setPointSize(size < kSmallest ? OptionRecord().FontSize : std::min(size, kLargest));
   for (FileFrame* const frame : sides_) frame->SetListFont(font);
   OutList->setFont(font);
 }

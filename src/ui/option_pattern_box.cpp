@@ -60,6 +60,10 @@ QLayout* PatternBox::MakeNames() {
     auto* const name = new QLineEdit;
     name->setObjectName("txtMatchPattern" + QString::number(k));
     name->setReadOnly(true);
+    name->setFocusPolicy(Qt::NoFocus);
+    QPalette look = name->palette();  // of something that is only shown
+    look.setBrush(QPalette::Base, look.window());
+    name->setPalette(look);
     name->setMinimumWidth(fontMetrics().averageCharWidth() * 16);
     names->addWidget(new QLabel(QString::number(k + 1)), k, 0);
     names->addWidget(name, k, 1);

@@ -2,6 +2,7 @@
 
 #include <QFormLayout>
 #include <QVBoxLayout>
+#include <cmath>
 
 #include "settings/leading_number.h"
 #include "ui/qt_text.h"
@@ -17,7 +18,8 @@ QLabel* MakeColumnCount(QLineEdit* first, QLineEdit* last) {
   const auto count = [label, first, last] {
     const double columns =
         LeadingNumber(ToUtf8(last->text())) - LeadingNumber(ToUtf8(first->text())) + 1;
-    label->setText(QString::number(columns, 'g', 10));
+    constexpr double kMost = 1e9;
+    label->setText(std::abs(columns) < kMost ? QString::number(columns, 'g', 10) : QString("----"));
   };
   QObject::connect(first, &QLineEdit::textChanged, label, count);
   QObject::connect(last, &QLineEdit::textChanged, label, count);

@@ -34,4 +34,7 @@ inline QString ToLines(std::string_view utf8) {
   return lines.replace('\r', '\n');
 }
 
+// The same for showing: of a text that no screen holds only the beginning and the end are left.
+QString ToShownLines(std::string_view utf8);
+
 }  // namespace ledrix

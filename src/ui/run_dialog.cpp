@@ -203,7 +203,7 @@ void LedrixF1::ClearResults() {
 }
 
 void LedrixF1::ShowWhatWasTold() {
-  LblMSG->Show(ToLines(message_));
+  LblMSG->Show(ToShownLines(message_));
   if (LblBar->text() != ToQString(bar_text_)) LblBar->setText(ToQString(bar_text_));
   PicStsValue->move(static_cast<int>(left_ / kTwipsPerPixel), 0);
   // A list of very many results must not cost more than the job.

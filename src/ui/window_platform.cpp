@@ -28,7 +28,7 @@ QString BreakableLines(const std::string& text) {
   constexpr int kLongestWord = 60;
   QString lines;
   int word = 0;
-  for (const QChar c : ToLines(text)) {
+  for (const QChar c : ToShownLines(text)) {
     word = c.isSpace() ? 0 : word + 1;
     if (word > kLongestWord && !c.isLowSurrogate()) {
       lines += kBreakHere;

@@ -111,7 +111,7 @@ Texts Names(const std::vector<Launcher>& launchers) {
 TEST(Launcher, ListsWhatOthersCannotWriteTo) {
   umask(022);
   const test::TempFolder folder;
-  const std::string good = LauncherText("prog");
+  const std::string good = LauncherText("cat");
   for (const char* name :
        {"b", "B", "日本", "a 3.5 b", "5ｲﾝﾁFD", "shared", "others", "alien", "to"}) {
     folder.Write(std::string(name) + ".desktop", good);
@@ -121,6 +121,7 @@ TEST(Launcher, ListsWhatOthersCannotWriteTo) {
   folder.Write("hidden.desktop", good + "Hidden=true\n");
   folder.Write("no.desktop", good + "NoDisplay=true\n");
   folder.Write("broken.desktop", "noise");
+  folder.Write("gone.desktop", LauncherText("/no/such/program %f"));
   chmod(folder.At("shared.desktop").c_str(), 0664);
   chmod(folder.At("others.desktop").c_str(), 0646);
   std::filesystem::create_directory(folder.At("open").bytes());

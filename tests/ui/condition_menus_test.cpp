@@ -191,7 +191,7 @@ TEST(CharsetMenu, TakesATypedCharset) {
     const char* refused;
     const char* state;
   };
-  for (const Case& c : std::vector<Case>{{"KOI8-R", "キャンセル", nullptr, "EUC-JP <EUC-JP>"},
+  for (const Case& c : std::vector<Case>{{"KOI8-R", "ｷｬﾝｾﾙ", nullptr, "EUC-JP <EUC-JP>"},
                                          {"  ", "OK", nullptr, "EUC-JP <EUC-JP>"},
                                          {"標準", "OK", "標準", "EUC-JP <EUC-JP>"},
                                          {" x/y", "OK", " x/y", "EUC-JP <EUC-JP>"},

@@ -71,7 +71,7 @@ TEST(SendTo, StartsTheChosenLauncherWithTheFile) {
   setenv("XDG_DATA_HOME", data.path().c_str(), 1);
   std::filesystem::create_directories(data.path() + "/ledrix/SendTo");
   data.Write("ledrix/SendTo/b & c.desktop",
-             "[Desktop Entry]\nType=Application\nName=x\nExec=viewer --new %f\n");
+             "[Desktop Entry]\nType=Application\nName=x\nExec=cat --new %f\n");
   run.Open();
   run.Select(0, "a");
   run.Popup("inListView0", "MenuPopRefresh");
@@ -80,7 +80,7 @@ TEST(SendTo, StartsTheChosenLauncherWithTheFile) {
   EXPECT_EQ(menu.actions().at(0)->text(), "b && c");
   EXPECT_TRUE(menu.menuAction()->isVisible());
   run.Trigger("MenuPopSendAP0");
-  EXPECT_EQ(run.actions.asked, Texts{"send viewer --new " + run.Path("old/a")});
+  EXPECT_EQ(run.actions.asked, Texts{"send cat --new " + run.Path("old/a")});
   std::filesystem::remove_all(data.path() + "/ledrix/SendTo");
   run.Popup("inListView0", "MenuPopRefresh");
   EXPECT_FALSE(menu.menuAction()->isVisible());
