@@ -5,7 +5,7 @@ namespace ledrix {
 QString ToShownLines(std::string_view utf8) {
   constexpr qsizetype kMost = 1200;
   constexpr qsizetype kEnd = 300;
-  const QString lines = ToLines(utf8);
+  QString lines = ToLines(utf8);
   if (lines.size() <= kMost) return lines;
   return lines.left(kMost - kEnd) + " …… " + lines.right(kEnd);
 }
