@@ -95,16 +95,16 @@ bool HasFileCode(const Launcher& launcher) {
   return false;
 }
 
+// True when the program of the first word is there.
+bool CanStart(const Launcher& launcher) {
+  return !FindProgram(LauncherArguments(launcher, launcher.path)[0]).empty();
+}
+
 }  // namespace
 
 std::optional<Launcher> ReadLauncher(const NativePath& path) {
   const std::optional<KeyFile> file = KeyFile::Read(path, kMostBytes);
   return file ? FromKeyFile(path, *file) : std::nullopt;
-}
-
-// True when the program of the first word is there.
-static bool CanStart(const Launcher& launcher) {
-  return !FindProgram(LauncherArguments(launcher, launcher.path)[0]).empty();
 }
 
 std::vector<Launcher> ListLaunchers(const NativePath& folder) {

@@ -10,7 +10,6 @@ namespace ledrix {
 namespace {
 
 constexpr const char* kSection = "Settings";
-constexpr int kTwipsPerPixel = 15;
 constexpr double kMostPixels = 100000;
 
 }  // namespace

@@ -8,6 +8,8 @@
 
 namespace ledrix {
 
+inline constexpr int kTwipsPerPixel = 15;
+
 // The pixels of a length in the section "Settings", at most 100,000 either way; the default when
 // the key is missing or its text is no number.
 int ReadPixels(const SettingsStore& store, std::string_view key, int default_pixels);

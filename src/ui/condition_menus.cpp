@@ -24,11 +24,6 @@ constexpr size_t kOtherEntry = kMatchEntries.size();
 constexpr const char* kStandard = "標準";
 constexpr const char* kDirect = "直接指定";
 
-// A caption that shows a text as it is: "&" would mark an access key.
-QString Caption(const QString& text) {
-  return QString(text).replace('&', "&&");
-}
-
 QAction* AddEntry(QMenu& menu, const char* array, size_t index) {
   QAction* const entry = menu.addAction(QString());
   entry->setObjectName(array + QString::number(index));
@@ -94,7 +89,7 @@ void PatternMenu::Rebuild() {
   bool has_named = false;
   for (size_t i = 0; i < MenuPattern.size(); ++i) {
     const std::string& name = patterns_[i].name;
-    MenuPattern[i]->setText(Caption(ToQString(name)));
+    MenuPattern[i]->setText(ToCaption(ToQString(name)));
     MenuPattern[i]->setVisible(!name.empty());
     has_named |= !name.empty();
   }
@@ -130,7 +125,7 @@ void CharsetMenu::BuildCharsetMenu() {
 size_t CharsetMenu::Add(const QString& caption) {
   const size_t index = MenuCharset.size();
   QAction* const entry = AddEntry(menu_, "MenuCharset", index);
-  entry->setText(Caption(caption));
+  entry->setText(ToCaption(caption));
   entry->setData(caption);
   entry->setCheckable(true);
   group_->addAction(entry);

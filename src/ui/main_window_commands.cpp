@@ -140,7 +140,7 @@ void LedrixF0::FillSendTo() {
   int number = 0;
   for (const Launcher& launcher :
        ListLaunchers(SendToFolder(own ? SendToOwner::kProgram : SendToOwner::kUser))) {
-    QAction* const entry = menu.addAction(ToQString(NativePath(launcher.name)).replace("&", "&&"));
+    QAction* const entry = menu.addAction(ToCaption(ToQString(NativePath(launcher.name))));
     entry->setObjectName("MenuPopSendAP" + QString::number(number++));
     connect(entry, &QAction::triggered, this, [this, launcher] {
       const NativePath file = PopupFile();

@@ -16,7 +16,6 @@
 namespace ledrix {
 namespace {
 
-constexpr int kTwipsPerPixel = 15;  // of the device-independent kind
 constexpr int kSplitterDefault = 2040 / kTwipsPerPixel;
 constexpr int kMiddleDefault = 5265 / kTwipsPerPixel;
 constexpr int kHalfMiddleStrip = 172 / kTwipsPerPixel;

@@ -34,7 +34,13 @@ inline QString ToLines(std::string_view utf8) {
   return lines.replace('\r', '\n');
 }
 
-// The same for showing: of a text that no screen holds only the beginning and the end are left.
+// A menu caption that shows a text as it is: "&" would mark an access key.
+inline QString ToCaption(QString text) {
+  return text.replace('&', "&&");
+}
+
+// The same as ToLines for showing: of a text that no screen holds only the beginning and the end
+// are left.
 QString ToShownLines(std::string_view utf8);
 
 }  // namespace ledrix

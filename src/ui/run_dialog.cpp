@@ -9,13 +9,13 @@
 #include <QVBoxLayout>
 #include <new>
 
+#include "settings/twips.h"
 #include "ui/later.h"
 #include "ui/qt_text.h"
 
 namespace ledrix {
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr int kBarWidth = static_cast<int>(kProgressWidth) / kTwipsPerPixel;
 
 double SecondsSince(const timespec& then) {
