@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <random>
 
-#include "platform/code_page_932.h"
+#include "text/code_page_932.h"
 
 namespace ledrix::bench {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 
 namespace ledrix {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "app/console_run.h"
-#include "jobs/name_pattern.h"
 #include "jobs/run_loop.h"
 #include "platform/files.h"
+#include "text/name_pattern.h"
 
 namespace ledrix {
 namespace {

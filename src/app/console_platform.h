@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "jobs/run_services.h"
 #include "platform/services.h"
+#include "run/run_services.h"
 
 namespace ledrix {
 

@@ -7,7 +7,7 @@
 #include "app/console_front_end.h"
 #include "app/console_platform.h"
 #include "jobs/file_sides.h"
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 
 namespace ledrix {
 

@@ -14,7 +14,7 @@
 #include "app/signals.h"
 #include "platform/files.h"
 #include "platform/program_folder.h"
-#include "settings/leading_number.h"
+#include "text/leading_number.h"
 #include "ui/desktop_actions.h"
 #include "ui/fonts.h"
 #include "ui/main_window.h"

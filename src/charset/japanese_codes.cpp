@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/code_page_932.h"
-#include "platform/iconv_decoder.h"
+#include "text/code_page_932.h"
+#include "text/iconv_decoder.h"
 
 namespace ledrix {
 namespace {

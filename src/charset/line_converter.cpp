@@ -6,9 +6,9 @@
 
 #include "charset/japanese_codes.h"
 #include "charset/judge_code.h"
-#include "platform/code_page_932.h"
-#include "platform/iconv_decoder.h"
-#include "platform/utf8.h"
+#include "text/code_page_932.h"
+#include "text/iconv_decoder.h"
+#include "text/utf8.h"
 
 namespace ledrix {
 namespace {

@@ -13,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/sjis_text.h"
+#include "text/sjis_text.h"
 
 namespace ledrix {
 

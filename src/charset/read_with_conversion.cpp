@@ -7,9 +7,9 @@
 #include "charset/judge_code.h"
 #include "charset/line_converter.h"
 #include "charset/line_cutter.h"
-#include "platform/code_page_932.h"
 #include "platform/files.h"
 #include "platform/output_guard.h"
+#include "text/code_page_932.h"
 
 namespace ledrix {
 namespace {

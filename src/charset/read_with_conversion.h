@@ -6,9 +6,9 @@
 
 #include <vector>
 
-#include "jobs/run_services.h"
 #include "platform/error.h"
 #include "platform/native_path.h"
+#include "run/run_services.h"
 
 namespace ledrix {
 

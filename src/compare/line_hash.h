@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/sjis_text.h"
+#include "text/sjis_text.h"
 
 namespace ledrix::modComp {
 

@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-#include "platform/byte_search.h"
+#include "text/byte_search.h"
 
 namespace ledrix::modComp {
 namespace {

@@ -7,8 +7,8 @@
 
 #include <vector>
 
-#include "compare/line_reader.h"
 #include "compare/prepare_line.h"
+#include "platform/line_reader.h"
 #include "settings/compare_options.h"
 
 namespace ledrix::modComp {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "compare/fixed_width.h"
+#include "platform/fixed_width.h"
 
 namespace ledrix::modComp {
 namespace {

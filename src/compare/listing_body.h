@@ -5,8 +5,8 @@
 #include "compare/difference.h"
 #include "compare/listing_format.h"
 #include "compare/side_outputs.h"
-#include "jobs/run_services.h"
 #include "platform/files.h"
+#include "run/run_services.h"
 
 namespace ledrix::modComp {
 

@@ -4,8 +4,8 @@
 // 2W + 6 bytes: the old side, a mark of 6 bytes, the new side.
 #pragma once
 
-#include "platform/sjis_text.h"
 #include "settings/compare_options.h"
+#include "text/sjis_text.h"
 
 namespace ledrix::modComp {
 

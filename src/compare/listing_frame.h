@@ -5,11 +5,11 @@
 #include <string>
 
 #include "compare/listing_format.h"
-#include "jobs/run_services.h"
 #include "platform/files.h"
 #include "platform/local_time.h"
-#include "platform/sjis_text.h"
+#include "run/run_services.h"
 #include "settings/compare_options.h"
+#include "text/sjis_text.h"
 
 namespace ledrix::modComp {
 

@@ -9,8 +9,8 @@
 #include "compare/listing_format.h"
 #include "compare/listing_frame.h"
 #include "compare/side_outputs.h"
-#include "platform/code_page_932.h"
 #include "platform/output_guard.h"
+#include "text/code_page_932.h"
 
 namespace ledrix::modComp {
 namespace {

@@ -2,7 +2,7 @@
 // and the one-line result with its CSV row.
 #pragma once
 
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 
 namespace ledrix::modComp {
 

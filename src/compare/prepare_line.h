@@ -1,9 +1,9 @@
 // From the bytes of a line to what is shown of it and what is compared of it.
 #pragma once
 
-#include "compare/text_arena.h"
-#include "platform/sjis_text.h"
 #include "settings/compare_options.h"
+#include "text/sjis_text.h"
+#include "text/text_arena.h"
 
 namespace ledrix::modComp {
 

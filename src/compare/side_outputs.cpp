@@ -1,6 +1,6 @@
 #include "compare/side_outputs.h"
 
-#include "compare/fixed_width.h"
+#include "platform/fixed_width.h"
 
 namespace ledrix::modComp {
 

@@ -15,9 +15,9 @@
 #include <string>
 
 #include "compare/prepare_line.h"
-#include "jobs/run_services.h"
 #include "platform/files.h"
-#include "platform/sjis_text.h"
+#include "run/run_services.h"
+#include "text/sjis_text.h"
 
 namespace ledrix::modComp {
 

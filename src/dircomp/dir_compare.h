@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "dircomp/dir_side.h"
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 
 namespace ledrix::modDComp {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace ledrix::modDComp {
 namespace {

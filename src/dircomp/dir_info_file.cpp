@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <charconv>
 
-#include "compare/fixed_width.h"
 #include "dircomp/tree_walk.h"
-#include "platform/code_page_932.h"
-#include "platform/utf8.h"
+#include "platform/fixed_width.h"
+#include "text/code_page_932.h"
+#include "text/utf8.h"
 
 namespace ledrix::modDComp {
 namespace {

@@ -13,10 +13,10 @@
 #include <optional>
 #include <string>
 
-#include "compare/line_reader.h"
 #include "dircomp/dir_entry.h"
-#include "jobs/run_services.h"
 #include "platform/files.h"
+#include "platform/line_reader.h"
+#include "run/run_services.h"
 
 namespace ledrix::modDComp {
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "compare/fixed_width.h"
 #include "dircomp/dir_info_file.h"
-#include "platform/code_page_932.h"
+#include "platform/fixed_width.h"
 #include "settings/compare_options.h"
+#include "text/code_page_932.h"
 
 namespace ledrix::modDComp {
 namespace {

@@ -9,7 +9,7 @@
 #include "dircomp/dir_side.h"
 #include "platform/files.h"
 #include "platform/local_time.h"
-#include "platform/sjis_text.h"
+#include "text/sjis_text.h"
 
 namespace ledrix::modDComp {
 

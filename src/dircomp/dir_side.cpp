@@ -5,9 +5,9 @@
 
 #include "dircomp/dir_info_file.h"
 #include "dircomp/tree_walk.h"
-#include "jobs/name_pattern.h"
-#include "platform/code_page_932.h"
-#include "platform/utf8.h"
+#include "text/code_page_932.h"
+#include "text/name_pattern.h"
+#include "text/utf8.h"
 
 namespace ledrix::modDComp {
 namespace {

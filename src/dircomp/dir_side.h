@@ -7,12 +7,12 @@
 #include <string_view>
 #include <vector>
 
-#include "compare/text_arena.h"
 #include "dircomp/dir_entry.h"
 #include "dircomp/qsort.h"
-#include "jobs/name_pattern.h"
-#include "jobs/run_services.h"
 #include "platform/files.h"
+#include "run/run_services.h"
+#include "text/name_pattern.h"
+#include "text/text_arena.h"
 
 namespace ledrix::modDComp {
 

@@ -2,8 +2,8 @@
 
 #include "compare/pair_driver.h"
 #include "jobs/output_names.h"
-#include "platform/code_page_932.h"
 #include "platform/output_guard.h"
+#include "text/code_page_932.h"
 
 namespace ledrix {
 namespace {

@@ -8,7 +8,7 @@
 #pragma once
 
 #include "jobs/command_line.h"
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 
 namespace ledrix {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "platform/files.h"
-#include "platform/utf8.h"
 #include "settings/option_draft.h"
+#include "text/utf8.h"
 
 namespace ledrix {
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "jobs/output_names.h"
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 
 namespace ledrix {
 

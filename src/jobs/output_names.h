@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "jobs/job_record.h"
+#include "run/job_record.h"
 #include "settings/option_record.h"
 
 namespace ledrix {

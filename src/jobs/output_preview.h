@@ -4,7 +4,7 @@
 #include <string>
 
 #include "jobs/file_sides.h"
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 
 namespace ledrix {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <optional>
 
-#include "platform/code_page_932.h"
 #include "platform/files.h"
-#include "platform/utf8.h"
+#include "text/code_page_932.h"
+#include "text/utf8.h"
 
 namespace ledrix {
 namespace {

@@ -3,15 +3,15 @@
 #include <cmath>
 #include <cstdio>
 
-#include "compare/fixed_width.h"
 #include "compare/pair_driver.h"
 #include "dircomp/dir_compare.h"
 #include "dircomp/dir_info_file.h"
 #include "dircomp/dir_listing.h"
-#include "jobs/name_pattern.h"
 #include "jobs/output_names.h"
+#include "platform/fixed_width.h"
 #include "platform/output_guard.h"
 #include "stepcount/step_jobs.h"
+#include "text/name_pattern.h"
 
 namespace ledrix {
 namespace {

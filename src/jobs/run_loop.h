@@ -6,7 +6,7 @@
 
 #include "jobs/file_sides.h"
 #include "jobs/run_log.h"
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 
 namespace ledrix {
 

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <memory>
 
-#include "platform/code_page_932.h"
-#include "platform/utf8.h"
+#include "text/code_page_932.h"
+#include "text/utf8.h"
 
 namespace ledrix {
 namespace {

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/sjis_text.h"
+#include "text/sjis_text.h"
 
 namespace ledrix {
 

@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/code_page_932.h"
 #include "platform/files.h"
+#include "text/code_page_932.h"
 
 namespace ledrix {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "settings/leading_number.h"
+#include "text/leading_number.h"
 
 namespace ledrix {
 namespace {

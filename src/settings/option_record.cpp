@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "settings/leading_number.h"
+#include "text/leading_number.h"
 
 namespace ledrix {
 namespace {

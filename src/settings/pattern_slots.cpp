@@ -1,9 +1,9 @@
 #include "settings/pattern_slots.h"
 
-#include "platform/code_page_932.h"
 #include "platform/files.h"
 #include "settings/ini_file.h"
 #include "settings/option_draft.h"
+#include "text/code_page_932.h"
 
 namespace ledrix {
 

@@ -1,7 +1,7 @@
 // Counts the lines of a file, which are called steps.
 #pragma once
 
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 
 namespace ledrix::modStep {
 

@@ -1,9 +1,9 @@
 #include "stepcount/step_jobs.h"
 
-#include "compare/fixed_width.h"
-#include "platform/code_page_932.h"
+#include "platform/fixed_width.h"
 #include "platform/output_guard.h"
 #include "stepcount/line_counter.h"
+#include "text/code_page_932.h"
 
 namespace ledrix::modStep {
 namespace {

@@ -9,7 +9,7 @@
 #include <QUrl>
 
 #include "platform/files.h"
-#include "platform/utf8.h"
+#include "text/utf8.h"
 #include "ui/qt_text.h"
 
 namespace ledrix {

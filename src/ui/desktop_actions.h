@@ -3,8 +3,8 @@
 
 #include <QString>
 
-#include "platform/associations.h"
-#include "platform/launcher.h"
+#include "desktop/associations.h"
+#include "desktop/launcher.h"
 #include "platform/native_path.h"
 
 class QUrl;

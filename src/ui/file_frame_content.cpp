@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <set>
 
-#include "jobs/name_pattern.h"
+#include "text/name_pattern.h"
 #include "ui/drives.h"
 #include "ui/file_frame.h"
 #include "ui/folder_list.h"

@@ -6,11 +6,11 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include "desktop/launcher.h"
 #include "dircomp/dir_compare.h"
 #include "jobs/folder_sync.h"
 #include "jobs/output_preview.h"
 #include "platform/file_copy.h"
-#include "platform/launcher.h"
 #include "platform/program_folder.h"
 #include "ui/desktop_actions.h"
 #include "ui/file_frame.h"

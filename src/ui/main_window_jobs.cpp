@@ -2,7 +2,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "jobs/name_pattern.h"
+#include "text/name_pattern.h"
 #include "ui/file_frame.h"
 #include "ui/main_window.h"
 #include "ui/qt_text.h"

@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "settings/compare_options.h"
-#include "settings/leading_number.h"
+#include "text/leading_number.h"
 #include "ui/qt_text.h"
 
 namespace ledrix {

@@ -4,7 +4,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "settings/leading_number.h"
+#include "text/leading_number.h"
 #include "ui/qt_text.h"
 #include "ui/rows.h"
 

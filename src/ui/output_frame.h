@@ -5,7 +5,7 @@
 #include <array>
 #include <functional>
 
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 
 class QCheckBox;
 class QPushButton;

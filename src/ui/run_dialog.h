@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "jobs/run_loop.h"
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 #include "ui/window_platform.h"
 
 class QLabel;

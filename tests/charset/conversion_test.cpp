@@ -9,10 +9,10 @@
 #include "charset/line_converter.h"
 #include "charset/line_cutter.h"
 #include "charset/read_with_conversion.h"
-#include "platform/code_page_932.h"
-#include "platform/iconv_decoder.h"
-#include "platform/utf8.h"
 #include "support/test_run.h"
+#include "text/code_page_932.h"
+#include "text/iconv_decoder.h"
+#include "text/utf8.h"
 
 namespace ledrix {
 namespace {

@@ -6,9 +6,9 @@
 
 #include "compare/difference.h"
 #include "compare/listing_body.h"
-#include "platform/byte_search.h"
 #include "support/test_files.h"
 #include "support/test_run.h"
+#include "text/byte_search.h"
 
 namespace ledrix::modComp {
 namespace {

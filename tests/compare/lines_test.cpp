@@ -2,11 +2,11 @@
 
 #include <random>
 
-#include "compare/line_reader.h"
 #include "compare/prepare_line.h"
-#include "platform/code_page_932.h"
+#include "platform/line_reader.h"
 #include "support/test_files.h"
 #include "support/test_run.h"
+#include "text/code_page_932.h"
 
 namespace ledrix::modComp {
 namespace {

@@ -2,11 +2,11 @@
 
 #include <random>
 
-#include "compare/fixed_width.h"
 #include "compare/listing_format.h"
 #include "compare/listing_frame.h"
-#include "platform/code_page_932.h"
+#include "platform/fixed_width.h"
 #include "support/test_files.h"
+#include "text/code_page_932.h"
 
 namespace ledrix::modComp {
 namespace {

@@ -4,8 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/code_page_932.h"
 #include "support/test_run.h"
+#include "text/code_page_932.h"
 
 namespace ledrix::modComp {
 namespace {

@@ -9,9 +9,9 @@
 
 #include "dircomp/dir_info_file.h"
 #include "dircomp/qsort.h"
-#include "platform/code_page_932.h"
-#include "platform/utf8.h"
 #include "support/test_run.h"
+#include "text/code_page_932.h"
+#include "text/utf8.h"
 
 namespace ledrix::modDComp {
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "jobs/name_pattern.h"
 #include "jobs/output_names.h"
 #include "support/test_run.h"
+#include "text/name_pattern.h"
 
 namespace ledrix {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/code_page_932.h"
+#include "text/code_page_932.h"
 
 namespace ledrix {
 namespace {

@@ -4,9 +4,9 @@
 #include <set>
 
 #include "settings/compare_options.h"
-#include "settings/leading_number.h"
 #include "settings/option_draft.h"
 #include "settings/option_record.h"
+#include "text/leading_number.h"
 
 namespace ledrix {
 namespace {

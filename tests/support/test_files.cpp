@@ -10,7 +10,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/code_page_932.h"
+#include "text/code_page_932.h"
 
 namespace ledrix::test {
 namespace {

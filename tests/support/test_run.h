@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "jobs/run_loop.h"
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 #include "support/test_files.h"
 
 namespace ledrix::test {

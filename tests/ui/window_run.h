@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "jobs/job_record.h"
+#include "run/job_record.h"
 #include "settings/settings_store.h"
 #include "ui/desktop_actions.h"
 #include "ui/main_window.h"

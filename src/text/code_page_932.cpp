@@ -1,11 +1,11 @@
-#include "platform/code_page_932.h"
+#include "text/code_page_932.h"
 
 #include <iconv.h>
 
 #include <array>
 #include <memory>
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace ledrix {
 namespace {

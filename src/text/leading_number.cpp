@@ -1,4 +1,4 @@
-#include "settings/leading_number.h"
+#include "text/leading_number.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,12 +1,12 @@
-#include "platform/launcher.h"
+#include "desktop/launcher.h"
 
 #include <cerrno>
 
-#include "platform/exec_line.h"
+#include "desktop/exec_line.h"
+#include "desktop/key_file.h"
+#include "desktop/start_program.h"
 #include "platform/files.h"
 #include "platform/folders.h"
-#include "platform/key_file.h"
-#include "platform/start_program.h"
 
 namespace ledrix {
 namespace {

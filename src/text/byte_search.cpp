@@ -1,4 +1,4 @@
-#include "platform/byte_search.h"
+#include "text/byte_search.h"
 
 #include <algorithm>
 #include <cstring>

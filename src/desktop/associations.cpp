@@ -1,11 +1,11 @@
-#include "platform/associations.h"
+#include "desktop/associations.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <set>
 
+#include "desktop/key_file.h"
 #include "platform/files.h"
-#include "platform/key_file.h"
 #include "platform/program_folder.h"
 
 namespace ledrix {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/launcher.h"
+#include "desktop/launcher.h"
 
 namespace ledrix {
 

@@ -1,4 +1,4 @@
-#include "platform/exec_line.h"
+#include "desktop/exec_line.h"
 
 #include <algorithm>
 

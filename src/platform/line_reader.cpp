@@ -1,10 +1,10 @@
-#include "compare/line_reader.h"
+#include "platform/line_reader.h"
 
 #include <algorithm>
 #include <cstring>
 #include <utility>
 
-#include "platform/byte_search.h"
+#include "text/byte_search.h"
 
 namespace ledrix::modComp {
 

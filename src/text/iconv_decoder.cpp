@@ -1,11 +1,11 @@
-#include "platform/iconv_decoder.h"
+#include "text/iconv_decoder.h"
 
 #include <iconv.h>
 
 #include <algorithm>
 #include <cerrno>
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace ledrix {
 namespace {

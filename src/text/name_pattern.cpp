@@ -1,11 +1,11 @@
-#include "jobs/name_pattern.h"
+#include "text/name_pattern.h"
 
 #include <algorithm>
 #include <string>
 #include <vector>
 
-#include "platform/utf8.h"
 #include "settings/option_record.h"
+#include "text/utf8.h"
 
 namespace ledrix {
 namespace {

@@ -12,11 +12,11 @@
 #include <string>
 #include <string_view>
 
-#include "jobs/job_record.h"
-#include "jobs/name_pattern.h"
-#include "jobs/temp_file_list.h"
 #include "platform/services.h"
+#include "run/job_record.h"
+#include "run/temp_file_list.h"
 #include "settings/option_record.h"
+#include "text/name_pattern.h"
 
 namespace ledrix {
 

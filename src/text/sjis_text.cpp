@@ -1,6 +1,6 @@
-#include "platform/sjis_text.h"
+#include "text/sjis_text.h"
 
-#include "platform/code_page_932.h"
+#include "text/code_page_932.h"
 
 namespace ledrix {
 

@@ -1,4 +1,4 @@
-#include "compare/fixed_width.h"
+#include "platform/fixed_width.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "platform/associations.h"
+#include "desktop/associations.h"
 
 #include <gtest/gtest.h>
 

@@ -13,10 +13,10 @@
 #include <vector>
 
 #include "compare/compare_tuning.h"
-#include "compare/text_arena.h"
 #include "platform/error.h"
 #include "platform/files.h"
-#include "platform/sjis_text.h"
+#include "text/sjis_text.h"
+#include "text/text_arena.h"
 
 namespace ledrix::modComp {
 

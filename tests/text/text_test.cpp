@@ -3,10 +3,10 @@
 
 #include <cstring>
 
-#include "platform/code_page_932.h"
-#include "platform/sjis_text.h"
-#include "platform/utf8.h"
 #include "support/test_files.h"
+#include "text/code_page_932.h"
+#include "text/sjis_text.h"
+#include "text/utf8.h"
 
 namespace ledrix {
 namespace {

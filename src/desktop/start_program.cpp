@@ -1,4 +1,4 @@
-#include "platform/start_program.h"
+#include "desktop/start_program.h"
 
 #include <fcntl.h>
 #include <sys/wait.h>

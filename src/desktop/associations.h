@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/launcher.h"
+#include "desktop/launcher.h"
 #include "platform/native_path.h"
 
 namespace ledrix {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/files.h"
-#include "platform/sjis_text.h"
+#include "text/sjis_text.h"
 
 namespace ledrix {
 

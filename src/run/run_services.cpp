@@ -1,10 +1,10 @@
-#include "jobs/run_services.h"
+#include "run/run_services.h"
 
 #include <algorithm>
 #include <limits>
 #include <utility>
 
-#include "platform/code_page_932.h"
+#include "text/code_page_932.h"
 
 namespace ledrix {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/launcher.h"
+#include "desktop/launcher.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -9,8 +9,8 @@
 #include <filesystem>
 #include <thread>
 
+#include "desktop/start_program.h"
 #include "platform/program_folder.h"
-#include "platform/start_program.h"
 #include "support/test_files.h"
 
 namespace ledrix {

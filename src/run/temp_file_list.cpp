@@ -1,4 +1,4 @@
-#include "jobs/temp_file_list.h"
+#include "run/temp_file_list.h"
 
 #include "platform/files.h"
 

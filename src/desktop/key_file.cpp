@@ -1,4 +1,4 @@
-#include "platform/key_file.h"
+#include "desktop/key_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "compare/text_arena.h"
+#include "text/text_arena.h"
 
 #include <algorithm>
 

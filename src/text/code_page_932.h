@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/sjis_text.h"
+#include "text/sjis_text.h"
 
 namespace ledrix {
 
