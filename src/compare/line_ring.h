@@ -7,6 +7,7 @@
 
 #include <vector>
 
+#include "compare/compare_tuning.h"
 #include "compare/prepare_line.h"
 #include "platform/line_reader.h"
 #include "settings/compare_options.h"

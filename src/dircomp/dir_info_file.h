@@ -45,7 +45,7 @@ class DirInfoReader {
   const Status& failure() const { return reader_.failure(); }
 
  private:
-  modComp::LineReader reader_;
+  LineReader reader_;
 };
 
 }  // namespace ledrix::modDComp

@@ -70,7 +70,7 @@ class DirSide {
   std::string display_root_;
   std::optional<PatternList> type_filter_;  // nothing: every name passes
   std::vector<DirEntry> entries_;
-  modComp::TextArena texts_;
+  TextArena texts_;
   // Texts of the entry that is being added; their memory serves the next one too.
   std::string key_;
   std::string shown_;

@@ -1,26 +1,14 @@
 // The names and the folder of a pair's outputs, and which file of a list counts as selected.
 #pragma once
 
-#include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "run/file_list.h"
 #include "run/job_record.h"
 #include "settings/option_record.h"
 
 namespace ledrix {
-
-// The file list of one side as plain data.
-struct FileList {
-  struct Entry {
-    std::string name;
-    bool selected = false;
-  };
-  std::vector<Entry> entries;
-  std::optional<size_t> current;  // index into `entries`, from 0
-};
 
 // The current entry's name when it is selected, otherwise the first selected one in list order,
 // otherwise empty.

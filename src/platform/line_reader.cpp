@@ -6,7 +6,7 @@
 
 #include "text/byte_search.h"
 
-namespace ledrix::modComp {
+namespace ledrix {
 
 LineReader::LineReader(InputFile file, size_t block_bytes)
     : file_(std::move(file)), block_size_(block_bytes) {
@@ -123,4 +123,4 @@ void LineReader::ReleaseBlocks(LineIndex keep_from) {
   }
 }
 
-}  // namespace ledrix::modComp
+}  // namespace ledrix

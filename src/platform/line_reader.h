@@ -12,21 +12,22 @@
 #include <string_view>
 #include <vector>
 
-#include "compare/compare_tuning.h"
 #include "platform/error.h"
 #include "platform/files.h"
 #include "text/sjis_text.h"
 #include "text/text_arena.h"
 
-namespace ledrix::modComp {
+namespace ledrix {
 
 // Position of a line in its file, counted from 0.
 using LineIndex = int64_t;
 
 class LineReader {
  public:
+  static constexpr size_t kBlockBytes = size_t{1} << 18;
+
   // `block_bytes` are read at a time, fewer when the file is smaller.
-  explicit LineReader(InputFile file, size_t block_bytes = CompareTuning().block_bytes);
+  explicit LineReader(InputFile file, size_t block_bytes = kBlockBytes);
 
   const FileInfo& info() const { return file_.info(); }
   LineIndex lines_read() const { return lines_read_; }
@@ -82,4 +83,4 @@ class LineReader {
   Status failure_ = kNoError;
 };
 
-}  // namespace ledrix::modComp
+}  // namespace ledrix

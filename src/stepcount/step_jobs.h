@@ -7,7 +7,7 @@
 // could not be read; no quoting.
 #pragma once
 
-#include "jobs/file_sides.h"
+#include "run/file_list.h"
 #include "run/run_services.h"
 
 namespace ledrix::modStep {

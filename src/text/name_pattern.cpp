@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "settings/option_record.h"
 #include "text/utf8.h"
 
 namespace ledrix {

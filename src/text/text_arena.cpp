@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace ledrix::modComp {
+namespace ledrix {
 
 void TextArena::AddChunk(size_t size) {
   const size_t chunk_size = std::max(size, kChunkSize);
@@ -26,4 +26,4 @@ void TextArena::Reset() {
   }
 }
 
-}  // namespace ledrix::modComp
+}  // namespace ledrix

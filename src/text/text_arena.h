@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-namespace ledrix::modComp {
+namespace ledrix {
 
 class TextArena {
  public:
@@ -35,4 +35,4 @@ class TextArena {
   size_t left_ = 0;
 };
 
-}  // namespace ledrix::modComp
+}  // namespace ledrix
