@@ -6,6 +6,7 @@
 
 #include "charset/japanese_codes.h"
 #include "charset/judge_code.h"
+#include "text/ascii.h"
 #include "text/code_page_932.h"
 #include "text/iconv_decoder.h"
 #include "text/utf8.h"
@@ -402,18 +403,10 @@ class AutodetectConverter : public LineConverter {
   JisConverter jis_;
 };
 
-std::string LowerCase(std::string_view name) {
-  std::string lower(name);
-  std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
-  return lower;
-}
-
 }  // namespace
 
 std::unique_ptr<LineConverter> LineConverter::Make(std::string_view charset) {
-  const std::string name = LowerCase(charset);
+  const std::string name = AsciiLowered(charset);
   if (name == "shift_jis") return std::make_unique<SjisConverter>();
   if (name == "euc-jp") return std::make_unique<EucConverter>();
   if (name == "iso-2022-jp") return std::make_unique<JisConverter>();
@@ -427,7 +420,7 @@ std::unique_ptr<LineConverter> LineConverter::Make(std::string_view charset) {
 }
 
 bool IsCharsetAvailable(std::string_view name) {
-  if (name.find_first_not_of(' ') == std::string_view::npos) return false;
+  if (Trimmed(name).empty()) return false;
   return name.find('/') == std::string_view::npos && LineConverter::Make(name) != nullptr;
 }
 

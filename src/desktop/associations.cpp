@@ -7,6 +7,7 @@
 #include "desktop/key_file.h"
 #include "platform/files.h"
 #include "platform/program_folder.h"
+#include "text/ascii.h"
 
 namespace ledrix {
 namespace {
@@ -129,9 +130,7 @@ class Associations {
 AssociationFolders DesktopAssociationFolders() {
   AssociationFolders folders;
   for (std::string& desktop : Split(Environment("XDG_CURRENT_DESKTOP", ""), ':')) {
-    std::transform(desktop.begin(), desktop.end(), desktop.begin(), [](char c) {
-      return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    desktop = AsciiLowered(desktop);
     if (desktop.find('/') == std::string::npos) folders.desktops.push_back(std::move(desktop));
   }
   folders.configurations.push_back(UserConfigurationFolder());

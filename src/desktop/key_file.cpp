@@ -8,6 +8,7 @@
 #include <set>
 
 #include "platform/files.h"
+#include "text/ascii.h"
 
 namespace ledrix {
 namespace {
@@ -30,12 +31,6 @@ std::optional<std::string> ReadBytes(const FileDescriptor& file, size_t most_byt
     bytes.append(block, static_cast<size_t>(count));
   }
   return bytes;
-}
-
-std::string_view Trimmed(std::string_view text) {
-  const size_t start = text.find_first_not_of(kBlanks);
-  if (start == std::string_view::npos) return {};
-  return text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
 }
 
 }  // namespace
@@ -65,11 +60,8 @@ void KeyFile::Parse(std::string_view bytes) {
   std::string group;
   std::set<std::string> groups;
   bool counts = false;
-  for (size_t start = 0; start < bytes.size();) {
-    const size_t end = std::min(bytes.find('\n', start), bytes.size());
-    std::string_view line = bytes.substr(start, end - start);
-    start = end + 1;
-    if (line.ends_with('\r')) line.remove_suffix(1);
+  while (!bytes.empty()) {
+    const std::string_view line = TakeLine(bytes);
     if (line.starts_with('[')) {
       group = line.substr(1, line.find(']') - 1);
       counts = groups.insert(group).second;
@@ -79,7 +71,7 @@ void KeyFile::Parse(std::string_view bytes) {
     if (!counts || line.starts_with('#') || equals == std::string_view::npos) continue;
     std::string_view text = line.substr(equals + 1);
     text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-    values_.emplace(std::pair(group, Trimmed(line.substr(0, equals))), text);
+    values_.emplace(std::pair(group, Trimmed(line.substr(0, equals), kBlanks)), text);
   }
 }
 

@@ -7,6 +7,7 @@
 #include "desktop/start_program.h"
 #include "platform/files.h"
 #include "platform/folders.h"
+#include "text/ascii.h"
 
 namespace ledrix {
 namespace {
@@ -138,7 +139,7 @@ std::string FileAddress(const NativePath& path) {
   std::string address = "file://";
   for (const char c : path.bytes()) {
     const auto byte = static_cast<unsigned char>(c);
-    const bool is_letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    const bool is_letter = IsAsciiLetter(c);
     if (is_letter || (c >= '0' && c <= '9') || kPlain.find(c) != std::string_view::npos) {
       address += c;
     } else {

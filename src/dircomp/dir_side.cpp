@@ -5,6 +5,7 @@
 
 #include "dircomp/dir_info_file.h"
 #include "dircomp/tree_walk.h"
+#include "text/ascii.h"
 #include "text/code_page_932.h"
 #include "text/name_pattern.h"
 #include "text/utf8.h"
@@ -43,7 +44,7 @@ char32_t WithSoundMark(char32_t half_width, char32_t mark) {
 void MakeKey(std::string& text, const KeyRules& rules) {
   if (IsAscii(text) && !rules.full_width) {
     if (rules.upper_case) {
-      for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c;
+      for (char& c : text) c = AsciiUpper(c);
     }
     return;
   }

@@ -5,19 +5,13 @@
 
 #include "settings/option_draft.h"
 #include "settings/option_record.h"
+#include "text/ascii.h"
 
 namespace ledrix {
 namespace {
 
-bool IsKeyword(std::string_view token, std::string_view keyword) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 0x20) : c; };
-  return token.size() == keyword.size() &&
-         std::equal(token.begin(), token.end(), keyword.begin(),
-                    [&](char a, char b) { return lower(a) == lower(b); });
-}
-
 void AddToken(std::string_view piece, std::vector<std::string>& tokens) {
-  std::string token = TrimSpaces(piece);
+  std::string token(Trimmed(piece));
   if (!token.empty()) tokens.push_back(std::move(token));
 }
 
@@ -35,12 +29,12 @@ CommandLineArgs ReadTokens(const std::vector<std::string>& tokens) {
   for (size_t i = 0; i < tokens.size(); ++i) {
     const bool was_value = std::exchange(is_value, false);
     for (const ValueKeyword& value : values) {
-      if (!IsKeyword(tokens[i], value.keyword)) continue;
+      if (!SameIgnoringAsciiCase(tokens[i], value.keyword)) continue;
       is_value = true;
       if (i + 1 < tokens.size()) value.value = tokens[i + 1];
     }
-    const bool is_marks = IsKeyword(tokens[i], "/Dm");
-    const bool is_debug = IsKeyword(tokens[i], "/Dg");
+    const bool is_marks = SameIgnoringAsciiCase(tokens[i], "/Dm");
+    const bool is_debug = SameIgnoringAsciiCase(tokens[i], "/Dg");
     args.merge_marks = args.merge_marks || is_marks;
     args.debug_log = args.debug_log || is_debug;
     if (!was_value && !is_value && !is_marks && !is_debug) args.others.push_back(tokens[i]);

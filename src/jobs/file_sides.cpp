@@ -4,6 +4,7 @@
 
 #include "platform/files.h"
 #include "settings/option_draft.h"
+#include "text/ascii.h"
 #include "text/utf8.h"
 
 namespace ledrix {
@@ -124,8 +125,8 @@ void SelectAllNamesakes(FileSides& sides) {
 std::vector<std::string> FilterEntries(const OptionRecord& options, int side) {
   std::vector<std::string> entries = {side == 0 ? "旧ﾌｧｲﾙ (*.OLD;*.BAK)" : "新ﾌｧｲﾙ (*.NEW)"};
   for (size_t k = 0; k < options.FPattern.size(); ++k) {
-    std::string title = TrimSpaces(options.FPatternTtl[k]);
-    const std::string pattern = TrimSpaces(options.FPattern[k]);
+    std::string title(Trimmed(options.FPatternTtl[k]));
+    const std::string pattern(Trimmed(options.FPattern[k]));
     if (title.empty() || pattern.empty()) continue;
     entries.push_back(title.append(" (").append(pattern).append(")"));
   }

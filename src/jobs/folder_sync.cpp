@@ -6,6 +6,7 @@
 
 #include "jobs/file_sides.h"
 #include "settings/option_record.h"
+#include "text/ascii.h"
 
 namespace ledrix {
 namespace {

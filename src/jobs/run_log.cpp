@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "platform/files.h"
+#include "text/ascii.h"
 #include "text/code_page_932.h"
 #include "text/utf8.h"
 
@@ -86,12 +87,9 @@ std::vector<HistoryEntry> RunLog::LoadHistory() {
   std::vector<HistoryEntry> entries;
   if (!bytes.ok()) return entries;
   const LocalTime now = platform_.Now();
-  const std::string_view text = bytes.value();
-  for (size_t start = 0; start < text.size();) {
-    const size_t end = std::min(text.find('\n', start), text.size());
-    std::string_view line = text.substr(start, end - start);
-    start = end + 1;
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  std::string_view text = bytes.value();
+  while (!text.empty()) {
+    const std::string_view line = TakeLine(text);
     if (std::optional<HistoryEntry> entry = ReadLine(line, now)) {
       entries.push_back(std::move(*entry));
     }

@@ -7,19 +7,14 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "text/ascii.h"
 #include "text/code_page_932.h"
 
 namespace ledrix {
 namespace {
 
 constexpr size_t kLongestValue = 255;  // bytes
-
-// Spaces and tabs are no trail bytes, so bytes may be looked at one by one.
-std::string_view Stripped(std::string_view text) {
-  const size_t first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
+constexpr std::string_view kBlanks = " \t";
 
 std::string_view Unquoted(std::string_view text) {
   const bool quoted = text.size() >= 2 && (text.front() == '"' || text.front() == '\'') &&
@@ -27,28 +22,18 @@ std::string_view Unquoted(std::string_view text) {
   return quoted ? text.substr(1, text.size() - 2) : text;
 }
 
-char AsciiLower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 0x20) : c;
-}
-
 // In Shift_JIS a trail byte can be a letter, so the texts are compared as characters in UTF-8.
 bool SameName(std::string_view sjis, std::string_view name) {
-  const std::string utf8 = DecodeSjis(SjisView::FromBytes(sjis));
-  return utf8.size() == name.size() &&
-         std::equal(utf8.begin(), utf8.end(), name.begin(),
-                    [](char a, char b) { return AsciiLower(a) == AsciiLower(b); });
+  return SameIgnoringAsciiCase(DecodeSjis(SjisView::FromBytes(sjis)), name);
 }
 
 // The lines of an INI file as Shift_JIS bytes, without their ends.
 class IniLines {
  public:
   explicit IniLines(std::string_view bytes) {
-    for (size_t start = 0; start < bytes.size();) {
-      const size_t end = std::min(bytes.find('\n', start), bytes.size());
-      std::string_view line = bytes.substr(start, end - start);
-      if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    while (!bytes.empty()) {
+      const std::string_view line = TakeLine(bytes);
       lines_.emplace_back(line);
-      start = end + 1;
     }
   }
 
@@ -56,7 +41,8 @@ class IniLines {
     const Place place = FindPlace(section, key);
     if (!place.value) return std::nullopt;
     const std::string& line = lines_[*place.value];
-    return std::string(Unquoted(Stripped(std::string_view(line).substr(line.find('=') + 1))));
+    return std::string(
+        Unquoted(Trimmed(std::string_view(line).substr(line.find('=') + 1), kBlanks)));
   }
 
   void Put(std::string_view section, std::string_view key, const std::string& value_line) {
@@ -87,7 +73,7 @@ class IniLines {
     Place place;
     bool inside = false;
     for (size_t i = 0; i < lines_.size(); ++i) {
-      const std::string_view line = Stripped(lines_[i]);
+      const std::string_view line = Trimmed(lines_[i], kBlanks);
       if (line.size() >= 2 && line.front() == '[' && line.back() == ']') {
         if (place.section_end) break;  // the section has ended
         inside = SameName(line.substr(1, line.size() - 2), section);
@@ -98,7 +84,7 @@ class IniLines {
       place.section_end = i + 1;
       const size_t equals = line.find('=');
       if (line.front() == ';' || equals == std::string_view::npos) continue;
-      if (SameName(Stripped(line.substr(0, equals)), key)) {
+      if (SameName(Trimmed(line.substr(0, equals), kBlanks), key)) {
         place.value = i;
         break;
       }
@@ -120,7 +106,7 @@ std::string ValueText(std::string_view value) {
   std::string text(value);
   std::replace_if(
       text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
-  const bool plain = text == Stripped(text) && text == Unquoted(text);
+  const bool plain = text == Trimmed(text, kBlanks) && text == Unquoted(text);
   return plain ? text : "\"" + text + "\"";
 }
 

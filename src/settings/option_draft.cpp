@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "text/ascii.h"
 #include "text/leading_number.h"
 
 namespace ledrix {
@@ -64,11 +65,11 @@ bool Passes(const OptionDraft& draft, const OptionCheck& check) {
     case Rule::kNotBelowStart:
       return LeadingNumber(text) >= LeadingNumber(draft.Text("OptSTCol"));
     case Rule::kNotEverything:
-      return TrimSpaces(text) != "*.*";
+      return Trimmed(text) != "*.*";
     case Rule::kHasStar:
       return text.find('*') != std::string::npos;
     case Rule::kNotEmpty:
-      return !TrimSpaces(text).empty();
+      return !Trimmed(text).empty();
     case Rule::kSomeDetail:
       return IsOn(draft, "DCompOut0") || IsOn(draft, "DCompOut1") || IsOn(draft, "DCompOut2");
   }
@@ -90,12 +91,6 @@ std::string Numbered(const char* stem, size_t index) {
 }
 
 }  // namespace
-
-std::string TrimSpaces(std::string_view text) {
-  const size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
-}
 
 OptionDraft::OptionDraft(const OptionRecord& record) {
   for (const OptionField& field : OptionFields()) {
@@ -130,8 +125,8 @@ std::optional<std::string> OptionDraft::Check(std::string* failed_key) const {
 
 std::optional<std::string> OptionDraft::CheckUserFileTypes(std::string& failed_key) const {
   for (size_t k = 0; k < 3; ++k) {
-    const bool has_title = !TrimSpaces(Text(Numbered("FPatternTtl", k))).empty();
-    const bool has_pattern = !TrimSpaces(Text(Numbered("FPattern", k))).empty();
+    const bool has_title = !Trimmed(Text(Numbered("FPatternTtl", k))).empty();
+    const bool has_pattern = !Trimmed(Text(Numbered("FPattern", k))).empty();
     if (has_title == has_pattern) continue;
     failed_key = Numbered(has_title ? "FPattern" : "FPatternTtl", k);
     return std::string("画面制御：ﾕｰｻﾞ設定 ﾌｧｲﾙﾀｲﾌﾟ ｵﾌﾟｼｮﾝ に誤りが有ります\r") +
@@ -142,15 +137,15 @@ std::optional<std::string> OptionDraft::CheckUserFileTypes(std::string& failed_k
 
 void OptionDraft::Accept(OptionRecord& record) const {
   for (const OptionField& field : OptionFields()) field.Set(record, Text(field.key));
-  record.NoPattern = TrimSpaces(record.NoPattern);
+  record.NoPattern = std::string(Trimmed(record.NoPattern));
   AcceptUserFileTypes(record);
 }
 
 void OptionDraft::AcceptUserFileTypes(OptionRecord& record) const {
   size_t used = 0;
   for (size_t k = 0; k < 3; ++k) {
-    std::string title = TrimSpaces(Text(Numbered("FPatternTtl", k)));
-    std::string pattern = TrimSpaces(Text(Numbered("FPattern", k)));
+    std::string title(Trimmed(Text(Numbered("FPatternTtl", k))));
+    std::string pattern(Trimmed(Text(Numbered("FPattern", k))));
     if (title.empty() || pattern.empty()) continue;
     record.FPatternTtl[used] = std::move(title);
     record.FPattern[used] = std::move(pattern);

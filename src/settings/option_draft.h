@@ -38,7 +38,4 @@ class OptionDraft {
   std::map<std::string, std::string, std::less<>> texts_;
 };
 
-// The text without half-width spaces at its ends; a tab is no space.
-std::string TrimSpaces(std::string_view text);
-
 }  // namespace ledrix

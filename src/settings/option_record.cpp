@@ -146,16 +146,4 @@ const OptionField* FindOptionField(std::string_view key) {
   return found == fields.end() ? nullptr : &*found;
 }
 
-std::vector<std::string> SplitAt(std::string_view text, char separator) {
-  std::vector<std::string> pieces;
-  size_t start = 0;
-  for (size_t end = text.find(separator); end != std::string_view::npos;
-       end = text.find(separator, start)) {
-    pieces.emplace_back(text.substr(start, end - start));
-    start = end + 1;
-  }
-  pieces.emplace_back(text.substr(start));
-  return pieces;
-}
-
 }  // namespace ledrix

@@ -110,8 +110,4 @@ std::span<const OptionField> OptionFields();
 // The field of a key (exact spelling), or nullptr.
 const OptionField* FindOptionField(std::string_view key);
 
-// The text cut at every ";" (or another separator); an empty piece stays a piece, so the result
-// has one piece at least.
-std::vector<std::string> SplitAt(std::string_view text, char separator);
-
 }  // namespace ledrix

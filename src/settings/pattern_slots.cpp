@@ -3,6 +3,7 @@
 #include "platform/files.h"
 #include "settings/ini_file.h"
 #include "settings/option_draft.h"
+#include "text/ascii.h"
 #include "text/code_page_932.h"
 
 namespace ledrix {
@@ -34,7 +35,7 @@ void PatternSlots::LoadPattern(size_t n) {
 
 void PatternSlots::SavePattern(size_t n) {
   PatternSlot& slot = slots_[n];
-  slot.name = DecodeSjis(EncodeSjis(TrimSpaces(slot.name)));  // as the file will give it back
+  slot.name = DecodeSjis(EncodeSjis(Trimmed(slot.name)));  // as the file will give it back
   if (slot.name.empty()) {
     RemoveFile(FileOf(n));
     return;

@@ -4,6 +4,7 @@
 
 #include "platform/files.h"
 #include "settings/option_draft.h"
+#include "text/ascii.h"
 
 namespace ledrix {
 namespace {
@@ -64,11 +65,8 @@ void SettingsStore::Parse(std::string_view bytes) {
   if (bytes.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
     bytes.remove_prefix(kByteOrderMark.size());
   }
-  for (size_t start = 0; start < bytes.size();) {
-    const size_t end = std::min(bytes.find('\n', start), bytes.size());
-    std::string_view line = bytes.substr(start, end - start);
-    start = end + 1;
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  while (!bytes.empty()) {
+    const std::string_view line = TakeLine(bytes);
     const size_t equals = line.find('=');
     if (line.size() >= 2 && line.front() == '[' && line.back() == ']') {
       section = Unescaped(line.substr(1, line.size() - 2));
@@ -140,7 +138,8 @@ void SaveOptions(const OptionRecord& options, const EndPaths& end_paths, Setting
   for (const OptionField& field : OptionFields()) {
     if (field.section != "Option") continue;  // the window writes the others
     const std::string text = field.Get(options);
-    store.WriteSetting(field.section, field.key, field.key == "Charset" ? TrimSpaces(text) : text);
+    store.WriteSetting(field.section, field.key,
+                       field.key == "Charset" ? std::string(Trimmed(text)) : text);
     if (field.key == "EndPath") {
       store.WriteSetting("Option", "EndPathOld", end_paths.old_folder);
       store.WriteSetting("Option", "EndPathNew", end_paths.new_folder);

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "settings/option_draft.h"
+#include "text/ascii.h"
 
 namespace ledrix {
 namespace {
@@ -15,7 +16,7 @@ constexpr double kMostPixels = 100000;
 }  // namespace
 
 int ReadPixels(const SettingsStore& store, std::string_view key, int default_pixels) {
-  const std::string text = TrimSpaces(store.ReadSetting(kSection, key, ""));
+  const std::string text(Trimmed(store.ReadSetting(kSection, key, "")));
   const char* const end = text.data() + text.size();
   double twips = 0;
   const auto [stop, error] = std::from_chars(text.data(), end, twips);

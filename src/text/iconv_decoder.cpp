@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "text/ascii.h"
 #include "text/utf8.h"
 
 namespace ledrix {
@@ -16,9 +17,7 @@ const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);  // NOLINT(performan
 // The C library passes over characters that no name has, and takes what is left, even nothing,
 // for a name.
 bool IsName(const std::string& charset) {
-  const auto is_letter = [](char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-  };
+  const auto is_letter = [](char c) { return IsAsciiLetter(c) || IsAsciiDigit(c); };
   const auto may_stand = [is_letter](char c) {
     return is_letter(c) || std::string_view(" -_.:+()").find(c) != std::string_view::npos;
   };

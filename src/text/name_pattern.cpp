@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "text/ascii.h"
 #include "text/utf8.h"
 
 namespace ledrix {

@@ -8,6 +8,7 @@
 #include "charset/read_with_conversion.h"
 #include "settings/option_draft.h"
 #include "settings/settings_store.h"
+#include "text/ascii.h"
 #include "ui/qt_text.h"
 
 namespace ledrix {
@@ -153,7 +154,7 @@ size_t CharsetMenu::AskForCharset() {
       "文字コード指定",
       "直接使用する文字コード(Charset)を指定してください\nなお exe再起動時にはリセットされます",
       parent_);
-  if (TrimSpaces(ToUtf8(answer)).empty()) return previous_;
+  if (Trimmed(ToUtf8(answer)).empty()) return previous_;
   return IsUsable(answer) ? Add(answer) : previous_;
 }
 

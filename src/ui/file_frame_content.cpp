@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <set>
 
+#include "text/ascii.h"
 #include "text/name_pattern.h"
 #include "ui/drives.h"
 #include "ui/file_frame.h"

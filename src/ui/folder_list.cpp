@@ -6,6 +6,7 @@
 #include <QStyle>
 
 #include "settings/option_record.h"
+#include "text/ascii.h"
 #include "ui/later.h"
 #include "ui/qt_text.h"
 #include "ui/roomy_rows.h"

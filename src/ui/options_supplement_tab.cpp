@@ -5,6 +5,7 @@
 
 #include "platform/files.h"
 #include "platform/program_folder.h"
+#include "text/ascii.h"
 #include "ui/choosers.h"
 #include "ui/qt_text.h"
 #include "ui/rows.h"
@@ -33,7 +34,7 @@ OutputFolderBox::OutputFolderBox(OptionControls& controls, PlatformServices& pla
 bool OutputFolderBox::IsMissing() const {
   const std::string folder = controls_.Value("ContOutDirPath");
   // With its separator the empty text would be the root.
-  return TrimSpaces(folder).empty() || !IsFolder(AddBackslash(NativePath(folder)));
+  return Trimmed(folder).empty() || !IsFolder(AddBackslash(NativePath(folder)));
 }
 
 bool OutputFolderBox::ApplyRule() {

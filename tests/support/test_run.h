@@ -7,6 +7,7 @@
 #include "jobs/run_loop.h"
 #include "run/run_services.h"
 #include "support/test_files.h"
+#include "text/ascii.h"
 
 namespace ledrix::test {
 
