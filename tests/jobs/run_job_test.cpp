@@ -4,6 +4,7 @@
 
 #include "jobs/file_sides.h"
 #include "support/test_run.h"
+#include "text/ascii.h"
 
 namespace ledrix {
 namespace {

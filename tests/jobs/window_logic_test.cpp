@@ -8,6 +8,7 @@
 #include "platform/file_copy.h"
 #include "platform/folders.h"
 #include "support/test_run.h"
+#include "text/ascii.h"
 
 namespace ledrix {
 namespace {

@@ -6,6 +6,7 @@
 #include "settings/compare_options.h"
 #include "settings/option_draft.h"
 #include "settings/option_record.h"
+#include "text/ascii.h"
 #include "text/leading_number.h"
 
 namespace ledrix {

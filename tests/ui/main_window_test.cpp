@@ -19,6 +19,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "text/ascii.h"
 #include "ui/window_run.h"
 
 namespace ledrix {

@@ -13,6 +13,7 @@
 #include <filesystem>
 
 #include "platform/files.h"
+#include "text/ascii.h"
 
 namespace ledrix::test {
 namespace {
