@@ -17,7 +17,7 @@ Result<std::string> ReadHead(const NativePath& path) {
   if (!file.ok()) return file.error();
   LineCutter cutter(file.value());
   const std::string head(cutter.Peek(modJudgeCode::kDecidingBytes));
-  if (cutter.failure()) return *cutter.failure();
+  if (!cutter.failure().ok()) return cutter.failure().error();
   return head;
 }
 

@@ -1,7 +1,5 @@
 #include "app/console_options.h"
 
-#include <cerrno>
-
 #include "charset/line_converter.h"
 #include "charset/read_with_conversion.h"
 #include "platform/files.h"
@@ -34,9 +32,9 @@ std::optional<std::string> LoadStoredOptions(const std::string& settings_file,
   const NativePath path = own ? SettingsPath() : MakeAbsolute(NativePath(settings_file));
   SettingsStore store(path);
   const Status unread = store.Load();
-  const bool missing = unread && unread->kind == ErrorKind::kSystem &&
-                       (unread->system_number == ENOENT || unread->system_number == ENOTDIR);
-  if (unread && !(own && missing)) return PathToUtf8(path) + ": " + DescribeError(*unread);
+  if (!unread.ok() && !(own && unread.error().IsMissing())) {
+    return PathToUtf8(path) + ": " + DescribeError(unread.error());
+  }
   LoadOptions(store, options);
   return std::nullopt;
 }

@@ -53,8 +53,9 @@ void WaitForSplash(const QElapsedTimer& shown) {
 SettingsStore LoadUserSettings() {
   SettingsStore store(SettingsPath());
   const Status unread = store.Load();
-  if (unread && PathExists(SettingsPath())) {
-    PrintTrouble(kDesktopProgram, PathToUtf8(SettingsPath()) + ": " + DescribeError(*unread));
+  if (!unread.ok() && PathExists(SettingsPath())) {
+    PrintTrouble(kDesktopProgram,
+                 PathToUtf8(SettingsPath()) + ": " + DescribeError(unread.error()));
   }
   return store;
 }

@@ -56,7 +56,7 @@ class LineCutter {
   uint64_t dropped_ = 0;  // bytes of the file before the buffer
   uint64_t line_end_ = 0;
   bool file_ended_ = false;
-  Status failure_ = kNoError;
+  Status failure_;
 };
 
 }  // namespace ledrix

@@ -50,14 +50,14 @@ class Conversion {
 
   Status Run() {
     Judge();
-    if (const Status unread = cutter_.failure()) return unread;
-    if (services_.job().StopRequested) return kNoError;
+    if (const Status unread = cutter_.failure(); !unread.ok()) return unread;
+    if (services_.job().StopRequested) return Status();
     // A pipe can be read only once, so what was judged of it has to be kept in any case.
-    if (is_regular() && (empty_ || charset_ == kNoConversion)) return kNoError;
+    if (is_regular() && (empty_ || charset_ == kNoConversion)) return Status();
     converter_ = LineConverter::Make(charset_);
     if (converter_ == nullptr) return Error{ErrorKind::kCharset};
     services_.SetBarText(charset_ + " 変換中");
-    if (services_.job().StopRequested) return kNoError;
+    if (services_.job().StopRequested) return Status();
     return WriteCopy();
   }
 
@@ -90,31 +90,32 @@ class Conversion {
   Status WriteCopy() {
     const std::string suffix = "_" + charset_;
     const NativePath copy_path = is_regular() ? path_ + suffix : UnusedTemporaryPath(suffix);
-    if (const Status refused = RefuseCopy(copy_path)) return refused;
+    if (const Status refused = RefuseCopy(copy_path); !refused.ok()) return refused;
     services_.temp_files().Add(copy_path);
     Result<OutputFile> copy = OutputFile::CreateTemporary(copy_path);
     if (!copy.ok()) return copy.error();
     if (charset_ == kNoConversion) {
       CopyBytes(copy.value());
     } else if (!ConvertLines(copy.value())) {
-      return kNoError;
+      return Status();
     }
-    if (const Status unread = cutter_.failure()) return unread;
-    if (const Status unwritten = copy.value().Close()) return unwritten;
+    if (const Status unread = cutter_.failure(); !unread.ok()) return unread;
+    if (const Status unwritten = copy.value().Close(); !unwritten.ok()) return unwritten;
     path_ = copy_path;
     services_.SetBarText("");
-    return kNoError;
+    return Status();
   }
 
   void CopyBytes(OutputFile& copy) {
-    for (std::string_view bytes; cutter_.NextBytes(bytes) && !copy.failure();) copy.Write(bytes);
+    for (std::string_view bytes; cutter_.NextBytes(bytes) && copy.failure().ok();)
+      copy.Write(bytes);
   }
 
   // False when the job was stopped.
   bool ConvertLines(OutputFile& copy) {
     SjisText text;
     int64_t lines = 0;
-    for (std::string_view bytes; cutter_.Next(cutting_, bytes) && !copy.failure();) {
+    for (std::string_view bytes; cutter_.Next(cutting_, bytes) && copy.failure().ok();) {
       text.Clear();
       converter_->Convert(bytes, lines == 0 ? LinePosition::kFirst : LinePosition::kLater, text);
       copy.Write(text.bytes());
@@ -150,7 +151,7 @@ class Conversion {
 
 Status ReadWithConversion(RunServices& services, const std::vector<NativePath>& inputs,
                           NativePath& path) {
-  if (services.options().CharsetCode.empty()) return kNoError;
+  if (services.options().CharsetCode.empty()) return Status();
   Result<InputFile> file = InputFile::Open(path);
   if (!file.ok()) return file.error();
   services.platform().YieldBetweenBlocks(file.value());

@@ -21,7 +21,7 @@ inline constexpr const char* kFullAuto = "FULLAUTO(遅め)";
 // first byte. Without a chosen charset, for a file that is Shift_JIS already and for an empty one
 // nothing is made. Returns why the file could not be read or the copy not be written. A stop
 // request ends it early without a failure.
-[[nodiscard]] Status ReadWithConversion(RunServices& services,
-                                        const std::vector<NativePath>& inputs, NativePath& path);
+Status ReadWithConversion(RunServices& services, const std::vector<NativePath>& inputs,
+                          NativePath& path);
 
 }  // namespace ledrix

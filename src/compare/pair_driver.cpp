@@ -134,8 +134,9 @@ bool PairCompare::OutputsAreSafe() {
        {Output{job_.OutPath, "List Open Error"}, Output{job_.SbnPath, "Sbn List Open Error"},
         Output{job_.MrgPath, "Merge Source Open Error"}}) {
     if (output.path.empty()) continue;
-    if (const Status refused = RefuseOutput(output.path, inputs_, others, job_.ProtectedFiles)) {
-      return FailToOpen(output.title, "OUTPUT:", *refused, output.path);
+    if (const Status refused = RefuseOutput(output.path, inputs_, others, job_.ProtectedFiles);
+        !refused.ok()) {
+      return FailToOpen(output.title, "OUTPUT:", refused.error(), output.path);
     }
     others.push_back(output.path);
   }
@@ -154,17 +155,17 @@ bool PairCompare::SkipsSameStamp() {
                     a.modified.tv_nsec == b.modified.tv_nsec;
   if (!same) return false;
   status_ = kSkipped;
-  if (const Status removed = RemoveFile(job_.OutPath)) {
-    services_.ReportFileTrouble(job_.OutPath, *removed);
+  if (const Status removed = RemoveFile(job_.OutPath); !removed.ok()) {
+    services_.ReportFileTrouble(job_.OutPath, removed.error());
   }
   return true;
 }
 
 bool PairCompare::ConvertInput(NativePath& path, const char* title) {
   services_.platform().YieldToUi();
-  if (const Status failed = ReadWithConversion(services_, inputs_, path)) {
+  if (const Status failed = ReadWithConversion(services_, inputs_, path); !failed.ok()) {
     if (services_.YieldAndAskStop()) return Stop();
-    services_.platform().ShowMessage({"Chrcode ERR:" + DescribeError(*failed) +
+    services_.platform().ShowMessage({"Chrcode ERR:" + DescribeError(failed.error()) +
                                           "\r\n文字コード標準(無変換)でリトライしてください",
                                       title});
     return Fail();
@@ -225,8 +226,8 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
   counts_.new_lines = new_ring.lines_read();
   for (const auto& [ring, path] :
        {std::pair(&old_ring, &job_.OldPath), std::pair(&new_ring, &job_.NewPath)}) {
-    if (!ring->failure() || status_ == kStopped) continue;
-    services_.ReportFileTrouble(*path, *ring->failure());
+    if (ring->failure().ok() || status_ == kStopped) continue;
+    services_.ReportFileTrouble(*path, ring->failure().error());
     Fail();
   }
   if (status_ == kFailed) {
@@ -268,7 +269,9 @@ bool PairCompare::RunCompareLoop(Difference& difference) {
 }
 
 bool PairCompare::OutputFailed() const {
-  const auto failed = [](const std::optional<OutputFile>& file) { return file && file->failure(); };
+  const auto failed = [](const std::optional<OutputFile>& file) {
+    return file && !file->failure().ok();
+  };
   return failed(listing_) || failed(sides_.difference_file) || failed(sides_.merge_source);
 }
 
@@ -282,8 +285,8 @@ std::vector<OutputFile*> PairCompare::Outputs() {
 
 void PairCompare::CloseOutputs() {
   for (OutputFile* file : Outputs()) {
-    if (const Status failure = file->Close()) {
-      services_.ReportFileTrouble(file->path(), *failure);
+    if (const Status failure = file->Close(); !failure.ok()) {
+      services_.ReportFileTrouble(file->path(), failure.error());
       Fail();
     }
   }

@@ -59,6 +59,6 @@ std::string FileAddress(const NativePath& path);
 
 // Starts the launcher's program with a file, in a terminal (x-terminal-emulator) if it asks for
 // one. Returns why it could not be started.
-[[nodiscard]] Status StartWithFile(const Launcher& launcher, const NativePath& file);
+Status StartWithFile(const Launcher& launcher, const NativePath& file);
 
 }  // namespace ledrix

@@ -93,7 +93,7 @@ Status StartProgram(const std::vector<std::string>& arguments, const NativePath&
   ssize_t count = 0;
   while ((count = read(reading.number(), &number, sizeof number)) < 0 && errno == EINTR) {
   }
-  return count == sizeof number ? Status(Error::System(number)) : kNoError;
+  return count == sizeof number ? Status(Error::System(number)) : Status();
 }
 
 }  // namespace ledrix

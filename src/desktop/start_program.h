@@ -17,7 +17,6 @@ NativePath FindProgram(std::string_view name);
 // Starts a program that lives on by itself, without standard input, in a folder (the current one
 // when it is empty). The first argument is the program. Returns why it could not be started; how
 // it ends is not waited for.
-[[nodiscard]] Status StartProgram(const std::vector<std::string>& arguments,
-                                  const NativePath& folder);
+Status StartProgram(const std::vector<std::string>& arguments, const NativePath& folder);
 
 }  // namespace ledrix

@@ -43,13 +43,14 @@ class DirCompare {
 
   bool Opened(DirSide& side, const char* title) {
     const Status failed = side.Open();
-    if (failed) ShowError(*failed, side.path(), title);
-    return !failed;
+    if (!failed.ok()) ShowError(failed.error(), side.path(), title);
+    return failed.ok();
   }
 
   bool CreateListing() {
-    if (const Status refused = RefuseOutput(job_.OutPath, {job_.OldPath, job_.NewPath}, {})) {
-      ShowError(*refused, job_.OutPath, "List Open Error");
+    if (const Status refused = RefuseOutput(job_.OutPath, {job_.OldPath, job_.NewPath}, {});
+        !refused.ok()) {
+      ShowError(refused.error(), job_.OutPath, "List Open Error");
       return false;
     }
     Result<OutputFile> file = OutputFile::Create(job_.OutPath);
@@ -168,10 +169,10 @@ class DirCompare {
   }
 
   void CloseListing() {
-    if (const Status failure = file_->Close()) {
+    if (const Status failure = file_->Close(); !failure.ok()) {
       file_->Discard();
       failed_write_ = true;
-      services_.ReportFileTrouble(job_.OutPath, *failure);
+      services_.ReportFileTrouble(job_.OutPath, failure.error());
     }
   }
 

@@ -76,9 +76,9 @@ void DirEditJob(RunServices& services) {
     services.ReportFileTrouble(failed->path, failed->error);
   }
   if (job.StopRequested) services.NoteEnd(JobEnd::kTrouble);
-  if (const Status unwritten = file.Close()) {
+  if (const Status unwritten = file.Close(); !unwritten.ok()) {
     file.Discard();
-    services.ReportFileTrouble(job.OutPath, *unwritten);
+    services.ReportFileTrouble(job.OutPath, unwritten.error());
     services.AddResultLines(job.OutPath, "エラー");
     return;
   }
@@ -96,7 +96,7 @@ std::string DirInfoReader::ReadRootName() {
 DirInfoReader::Outcome DirInfoReader::Next(FileRecord& record) {
   SjisView line;
   if (!reader_.Next(reader_.lines_read(), line)) {
-    return failure() ? Outcome::kFailed : Outcome::kEnd;
+    return failure().ok() ? Outcome::kEnd : Outcome::kFailed;
   }
   const bool parsed = IsAscii(line.bytes()) ? ParseRecord(line.bytes(), record)
                                             : ParseRecord(DecodeSjis(line), record);

@@ -76,11 +76,11 @@ DirSide::DirSide(NativePath path, std::string_view info_pattern)
       is_info_file_(MatchesPattern(FileNameOf(path_), info_pattern, LetterCase::kIgnore)) {}
 
 Status DirSide::Open() {
-  if (!is_info_file_) return kNoError;
+  if (!is_info_file_) return Status();
   Result<InputFile> file = InputFile::Open(path_);
   if (!file.ok()) return file.error();
   file_ = std::move(file.value());
-  return kNoError;
+  return Status();
 }
 
 std::optional<std::string> DirSide::Expand(const KeyRules& rules, std::string_view type_filter,
@@ -102,7 +102,9 @@ std::optional<std::string> DirSide::ExpandFile(const KeyRules& rules, const GoOn
       case DirInfoReader::Outcome::kEnd:
         return std::nullopt;
       case DirInfoReader::Outcome::kFailed:
-        if (reader.failure()) return PathToUtf8(path_) + ": " + DescribeError(*reader.failure());
+        if (!reader.failure().ok()) {
+          return PathToUtf8(path_) + ": " + DescribeError(reader.failure().error());
+        }
         return PathToUtf8(path_) + ":" + std::to_string(reader.line()) +
                ": ﾃﾞｨﾚｸﾄﾘ情報の行ではありません";
     }

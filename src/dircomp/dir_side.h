@@ -46,7 +46,7 @@ class DirSide {
   const std::vector<DirEntry>& entries() const { return entries_; }
 
   // Opens a directory information file; nothing is opened for a folder.
-  [[nodiscard]] Status Open();
+  Status Open();
 
   // Reads every entry whose name passes the type filter ("*.*", or patterns joined by ";" in which
   // letter case counts). Asks `go_on` now and then and ends when it says no. Returns what went

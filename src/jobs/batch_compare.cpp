@@ -49,7 +49,7 @@ class BatchLog {
     platform_.ReportTrouble(PathToUtf8(path) + ": " + DescribeError(error));
   }
   void Close() {
-    if (file_) (void)file_->Close();
+    if (file_) file_->Close().Ignore();
   }
 
  private:
@@ -60,14 +60,15 @@ class BatchLog {
 // A pipe is not opened here: that would take its content from the compare.
 Status CheckReadable(const NativePath& path) {
   const Result<FileInfo> info = GetFileInfo(path);
-  if (info.ok() && info.value().kind == FileKind::kPipe) return kNoError;
+  if (info.ok() && info.value().kind == FileKind::kPipe) return Status();
   const Result<InputFile> file = InputFile::Open(path);
-  return file.ok() ? kNoError : Status(file.error());
+  return file.status();
 }
 
 // Leaves the listing empty. Nothing is opened when it is one of the inputs.
 Status CheckCreatable(const JobRecord& job) {
-  if (const Status refused = RefuseOutput(job.OutPath, {job.OldPath, job.NewPath}, {})) {
+  if (const Status refused = RefuseOutput(job.OutPath, {job.OldPath, job.NewPath}, {});
+      !refused.ok()) {
     return refused;
   }
   Result<OutputFile> file = OutputFile::Create(job.OutPath);
@@ -80,8 +81,8 @@ bool CheckBatchFiles(const NativePath& log_path, RunServices& services) {
   BatchLog log(log_path, services.platform());
   bool good = true;
   const auto check = [&](const Status& problem, const char* label, const NativePath& path) {
-    if (!problem) return;
-    log.Write(label, path, *problem);
+    if (problem.ok()) return;
+    log.Write(label, path, problem.error());
     good = false;
   };
   check(CheckReadable(job.OldPath), kOldMissing, job.OldPath);

@@ -69,7 +69,7 @@ void AppendLine(const NativePath& path, const SjisText& line) {
   Result<OutputFile> file = OutputFile::Append(path);
   if (!file.ok()) return;
   file.value().Write(line.bytes() + "\r\n");
-  (void)file.value().Close();
+  file.value().Close().Ignore();
 }
 
 SjisText LogLine(const NativePath& folder, const std::string& date_text) {
@@ -106,7 +106,7 @@ void RunLog::SaveHistory(std::vector<HistoryEntry> entries) {
   for (const SortedEntry& entry : sorted) {
     bytes += LogLine(entry.entry.folder, entry.entry.date_text).bytes() + "\r\n";
   }
-  (void)ReplaceFile(log_path_, bytes);
+  ReplaceFile(log_path_, bytes).Ignore();
 }
 
 void RunLog::CompactHistory() {

@@ -25,9 +25,9 @@ bool CsvSummaryIsSafe(RunServices& services) {
   JobRecord& job = services.job();
   const Status refused = RefuseOutput(job.CsvPath, {job.OldPath, job.NewPath},
                                       {job.OutPath, job.SbnPath, job.MrgPath}, job.ProtectedFiles);
-  if (!refused) return true;
+  if (refused.ok()) return true;
   services.platform().ShowMessage(
-      {DescribeError(*refused) + "\r\n" + PathToUtf8(job.CsvPath), "CSV File Open Error"});
+      {DescribeError(refused.error()) + "\r\n" + PathToUtf8(job.CsvPath), "CSV File Open Error"});
   services.NoteEnd(JobEnd::kTrouble);
   return false;
 }

@@ -1,6 +1,7 @@
 // Failures of the platform layer: a closed kind and, for the system's own failures, its number.
 #pragma once
 
+#include <cerrno>
 #include <optional>
 #include <string>
 #include <utility>
@@ -22,14 +23,34 @@ struct Error {
   int system_number = 0;
 
   static Error System(int number) { return {ErrorKind::kSystem, number}; }
+  // True when there is nothing at the path, not even a folder for it.
+  bool IsMissing() const {
+    return kind == ErrorKind::kSystem && (system_number == ENOENT || system_number == ENOTDIR);
+  }
 };
 
 // One line in Japanese for the user; the C library's own text for rare system errors.
 std::string DescribeError(const Error& error);
 
-// Success, or why not.
-using Status = std::optional<Error>;
-inline constexpr std::nullopt_t kNoError = std::nullopt;
+// Success, or why not. A default one is success.
+class [[nodiscard]] Status {
+ public:
+  Status() = default;
+  Status(Error error) : error_(error) {}  // NOLINT(google-explicit-constructor)
+
+  bool ok() const { return !error_; }
+  // REQUIRES: !ok().
+  const Error& error() const { return *error_; }
+  // The first failure of several steps is the one that counts.
+  void KeepFirst(const Status& later) {
+    if (ok()) *this = later;
+  }
+  // For a failure that changes nothing for the caller.
+  void Ignore() const {}
+
+ private:
+  std::optional<Error> error_;
+};
 
 // A value, or why there is none.
 template <class T>
@@ -44,6 +65,8 @@ class [[nodiscard]] Result {
   const T& value() const { return std::get<T>(outcome_); }
   // REQUIRES: !ok().
   const Error& error() const { return std::get<Error>(outcome_); }
+  // Success, or the reason why there is no value.
+  Status status() const { return ok() ? Status() : Status(error()); }
 
  private:
   std::variant<T, Error> outcome_;

@@ -26,7 +26,7 @@ Status CopyBytes(const FileDescriptor& from, const FileDescriptor& to,
     on_block();
     const ssize_t size = read(from.number(), buffer.get(), kBlockSize);
     if (size < 0) return LastError();
-    if (size == 0) return kNoError;
+    if (size == 0) return Status();
     for (ssize_t done = 0; done < size;) {
       const ssize_t count =
           write(to.number(), buffer.get() + done, static_cast<size_t>(size - done));
@@ -40,7 +40,7 @@ Status CopyAttributes(const struct stat& status, const FileDescriptor& to) {
   const timespec times[] = {status.st_atim, status.st_mtim};
   if (fchmod(to.number(), status.st_mode & 0777) != 0) return LastError();
   if (futimens(to.number(), times) != 0) return LastError();
-  return kNoError;
+  return Status();
 }
 
 }  // namespace
@@ -61,11 +61,10 @@ Status CopyFile(const NativePath& from, const NativePath& to,
   FileDescriptor copy(mkostemp(temporary.data(), O_CLOEXEC));
   if (!copy.is_open()) return LastError();
   Status failure = CopyBytes(source, copy, on_block);
-  if (!failure) failure = CopyAttributes(status, copy);
-  const Status closed = copy.Close();
-  if (!failure) failure = closed;
-  if (!failure && rename(temporary.c_str(), to.c_str()) != 0) failure = LastError();
-  if (failure) unlink(temporary.c_str());
+  if (failure.ok()) failure = CopyAttributes(status, copy);
+  failure.KeepFirst(copy.Close());
+  if (failure.ok() && rename(temporary.c_str(), to.c_str()) != 0) failure = LastError();
+  if (!failure.ok()) unlink(temporary.c_str());
   return failure;
 }
 

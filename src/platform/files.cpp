@@ -21,13 +21,13 @@ Status WriteAll(const FileDescriptor& descriptor, std::string_view bytes) {
     if (count < 0) return LastError();
     bytes.remove_prefix(static_cast<size_t>(count));
   }
-  return kNoError;
+  return Status();
 }
 
 Status RefuseUnreadable(const FileInfo& info) {
   if (info.kind == FileKind::kFolder) return Error{ErrorKind::kFolder};
   if (info.kind == FileKind::kOther) return Error{ErrorKind::kNotAFile};
-  return kNoError;
+  return Status();
 }
 
 }  // namespace
@@ -83,10 +83,10 @@ bool PathExists(const NativePath& path) {
 
 Status RemoveFile(const NativePath& path) {
   const Result<FileInfo> info = GetFileInfo(path);
-  if (!info.ok()) return info.error().system_number == ENOENT ? kNoError : Status(info.error());
-  if (info.value().kind != FileKind::kRegular) return kNoError;
+  if (!info.ok()) return info.error().system_number == ENOENT ? Status() : Status(info.error());
+  if (info.value().kind != FileKind::kRegular) return Status();
   if (unlink(path.c_str()) != 0) return LastError();
-  return kNoError;
+  return Status();
 }
 
 NativePath RealPath(const NativePath& path) {
@@ -109,13 +109,13 @@ NativePath UnusedTemporaryPath(const std::string& suffix) {
 
 Status MakePrivateFolder(const NativePath& path) {
   const NativePath folder = StripBackslash(path);
-  if (folder.empty() || IsFolder(folder)) return kNoError;
+  if (folder.empty() || IsFolder(folder)) return Status();
   const NativePath parent = DirOf(folder);
   if (parent != folder) {
-    if (const Status failed = MakePrivateFolder(parent)) return failed;
+    if (const Status failed = MakePrivateFolder(parent); !failed.ok()) return failed;
   }
   if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) return LastError();
-  return kNoError;
+  return Status();
 }
 
 Status ReplaceFile(const NativePath& path, std::string_view bytes) {
@@ -125,11 +125,10 @@ Status ReplaceFile(const NativePath& path, std::string_view bytes) {
   FileDescriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
   if (!descriptor.is_open()) return LastError();
   Status failure = WriteAll(descriptor, bytes);
-  if (!failure && fsync(descriptor.number()) != 0) failure = LastError();
-  const Status closed = descriptor.Close();
-  if (!failure) failure = closed;
-  if (!failure && rename(temporary.c_str(), target.c_str()) != 0) failure = LastError();
-  if (failure) unlink(temporary.c_str());
+  if (failure.ok() && fsync(descriptor.number()) != 0) failure = LastError();
+  failure.KeepFirst(descriptor.Close());
+  if (failure.ok() && rename(temporary.c_str(), target.c_str()) != 0) failure = LastError();
+  if (!failure.ok()) unlink(temporary.c_str());
   return failure;
 }
 
@@ -153,17 +152,18 @@ FileDescriptor::~FileDescriptor() {
 }
 
 Status FileDescriptor::Close() {
-  if (!is_open()) return kNoError;
+  if (!is_open()) return Status();
   const int result = ::close(std::exchange(number_, -1));
   // After EINTR the descriptor is closed all the same.
-  return result == 0 || errno == EINTR ? kNoError : Status(LastError());
+  return result == 0 || errno == EINTR ? Status() : Status(LastError());
 }
 
 Result<InputFile> InputFile::Open(const NativePath& path) {
   // Looked at before it is opened, because opening a device or a socket may do something to it.
   const Result<FileInfo> before = GetFileInfo(path);
   if (!before.ok()) return before.error();
-  if (const Status refused = RefuseUnreadable(before.value())) return *refused;
+  if (const Status refused = RefuseUnreadable(before.value()); !refused.ok())
+    return refused.error();
   return OpenRegular(path);
 }
 
@@ -173,7 +173,7 @@ Result<InputFile> InputFile::OpenRegular(const NativePath& path) {
   struct stat status {};
   if (fstat(descriptor.number(), &status) != 0) return LastError();
   const FileInfo info = ToFileInfo(status);
-  if (const Status refused = RefuseUnreadable(info)) return *refused;
+  if (const Status refused = RefuseUnreadable(info); !refused.ok()) return refused.error();
   // For a file of a block or two it would cost more than it gives.
   constexpr uint64_t kWorthAdvising = uint64_t{1} << 20;
   if (info.kind == FileKind::kRegular && info.size >= kWorthAdvising) {
@@ -259,7 +259,7 @@ void OutputFile::WriteThrough(std::string_view bytes) {
 
 void OutputFile::WriteAll(std::string_view bytes) {
   if (is_waiting_) CreateNow();
-  if (!failure_) failure_ = ledrix::WriteAll(descriptor_, bytes);
+  if (failure_.ok()) failure_ = ledrix::WriteAll(descriptor_, bytes);
 }
 
 void OutputFile::Flush() {
@@ -270,14 +270,13 @@ void OutputFile::Flush() {
 Status OutputFile::Close() {
   if (is_waiting_ || descriptor_.is_open()) {
     Flush();
-    const Status closed = descriptor_.Close();
-    if (!failure_) failure_ = closed;
+    failure_.KeepFirst(descriptor_.Close());
   }
   return failure_;
 }
 
 void OutputFile::Discard() {
-  descriptor_.Close();
+  descriptor_.Close().Ignore();
   used_ = 0;
   if (std::exchange(is_waiting_, false)) return;
   // Through a link the file itself is removed and not the link.
@@ -286,7 +285,7 @@ void OutputFile::Discard() {
   if (S_ISREG(status.st_mode)) {
     unlink(path_.c_str());
   } else if (S_ISLNK(status.st_mode)) {
-    (void)RemoveFile(RealPath(path_));
+    RemoveFile(RealPath(path_)).Ignore();
   }
 }
 

@@ -94,7 +94,7 @@ class FileDescriptor {
 
   int number() const { return number_; }
   bool is_open() const { return number_ >= 0; }
-  // Closes and reports what the system says of it; kNoError when nothing is open.
+  // Closes and reports what the system says of it; success when nothing is open.
   Status Close();
 
  private:
@@ -201,7 +201,7 @@ class OutputFile {
   size_t capacity_ = kFirstBufferSize;
   std::unique_ptr<char[]> buffer_{new char[kFirstBufferSize]};
   size_t used_ = 0;
-  Status failure_ = kNoError;
+  Status failure_;
   BlockHook on_block_;
 };
 

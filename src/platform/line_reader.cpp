@@ -51,7 +51,7 @@ void LineReader::TakePending(LineIndex lines, size_t bytes) {
 
 bool LineReader::GiveBack(LineIndex first) {
   if (first == lines_read_) return true;
-  if (first < block_begin_ || failure_) return false;
+  if (first < block_begin_ || !failure_.ok()) return false;
   Block& block = blocks_.back();
   const std::string_view bytes(block.bytes.get(), block.size);
   for (; lines_read_ > first; --lines_read_) {

@@ -80,7 +80,7 @@ class LineReader {
   bool file_ended_ = false;
   LineIndex lines_read_ = 0;
   LineIndex block_begin_ = 0;  // the first line of the last block
-  Status failure_ = kNoError;
+  Status failure_;
 };
 
 }  // namespace ledrix

@@ -46,7 +46,7 @@ bool Holds(const std::vector<NativePath>& paths, const NativePath& path) {
 Status RefuseOutput(const NativePath& output, const std::vector<NativePath>& inputs,
                     const std::vector<NativePath>& other_outputs, const FileSet& more_inputs) {
   const Result<FileInfo> info = GetFileInfo(output);
-  if (info.ok() && info.value().kind == FileKind::kOther) return kNoError;
+  if (info.ok() && info.value().kind == FileKind::kOther) return Status();
   const auto is_same = [&](const NativePath& other) {
     if (other.empty()) return false;
     return info.ok() ? IsSameExisting(info.value(), other) : IsSameNewPlace(output, other);
@@ -60,7 +60,7 @@ Status RefuseOutput(const NativePath& output, const std::vector<NativePath>& inp
       std::any_of(other_outputs.begin(), other_outputs.end(), is_same)) {
     return Error{ErrorKind::kOutputTwice};
   }
-  return kNoError;
+  return Status();
 }
 
 }  // namespace ledrix

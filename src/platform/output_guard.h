@@ -10,7 +10,7 @@
 namespace ledrix {
 
 // Why an output must not be written: it is one of the inputs (the same path, or the same file by
-// another name) or one of the other outputs. kNoError when it may. An empty path among the others
+// another name) or one of the other outputs. Success when it may. An empty path among the others
 // stands for none. A device such as /dev/null may take more than one output.
 // `more_inputs` are further files that must stay.
 Status RefuseOutput(const NativePath& output, const std::vector<NativePath>& inputs,

@@ -59,7 +59,7 @@ NativePath UserConfigurationFolder() {
 NativePath ProgramFolder() {
   NativePath folder = ChooseProgramFolder();
   // When it cannot be made, writing into it will fail and be dealt with there.
-  (void)MakePrivateFolder(folder);
+  MakePrivateFolder(folder).Ignore();
   return folder;
 }
 

@@ -95,9 +95,9 @@ bool RunServices::FinishCsvFile() {
   OutputFile file = std::move(*job_.CsvFile);
   job_.CsvFile.reset();
   const Status closed = file.Close();
-  if (!closed) return true;
+  if (closed.ok()) return true;
   file.Discard();
-  ReportFileTrouble(job_.CsvPath, *closed);
+  ReportFileTrouble(job_.CsvPath, closed.error());
   return false;
 }
 

@@ -11,7 +11,7 @@ void TempFileList::Add(const NativePath& path) {
 
 void TempFileList::DeleteAll() {
   for (const NativePath& path : paths_) {
-    RemoveFile(path);
+    RemoveFile(path).Ignore();
     platform_.TemporaryFileGone(path);
   }
   paths_.clear();

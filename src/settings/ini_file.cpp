@@ -116,7 +116,7 @@ bool clsIniFile::mSetString(std::string_view section, std::string_view key,
                             std::string_view value) {
   IniLines lines = ReadLines(file_name_);
   lines.Put(section, key, EncodeSjis(std::string(key) + "=" + ValueText(value)).bytes());
-  return !ReplaceFile(file_name_, lines.Bytes());
+  return ReplaceFile(file_name_, lines.Bytes()).ok();
 }
 
 std::string clsIniFile::mGetString(std::string_view section, std::string_view key,

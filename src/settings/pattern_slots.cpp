@@ -37,7 +37,7 @@ void PatternSlots::SavePattern(size_t n) {
   PatternSlot& slot = slots_[n];
   slot.name = DecodeSjis(EncodeSjis(Trimmed(slot.name)));  // as the file will give it back
   if (slot.name.empty()) {
-    RemoveFile(FileOf(n));
+    RemoveFile(FileOf(n)).Ignore();
     return;
   }
   clsIniFile file;
@@ -49,7 +49,7 @@ void PatternSlots::SavePattern(size_t n) {
 }
 
 void PatternSlots::DeletePattern(size_t n) {
-  RemoveFile(FileOf(n));
+  RemoveFile(FileOf(n)).Ignore();
   slots_[n].name.clear();
 }
 

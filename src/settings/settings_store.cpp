@@ -56,7 +56,7 @@ Status SettingsStore::Load() {
   const Result<std::string> bytes = ReadWholeFile(path_);
   if (!bytes.ok()) return bytes.error();
   Parse(bytes.value());
-  return kNoError;
+  return Status();
 }
 
 void SettingsStore::Parse(std::string_view bytes) {
@@ -117,7 +117,7 @@ void SettingsStore::ClearSettingKey(std::string_view section) {
 }
 
 Status SettingsStore::Save() const {
-  if (const Status failed = MakePrivateFolder(DirOf(path_))) return failed;
+  if (const Status failed = MakePrivateFolder(DirOf(path_)); !failed.ok()) return failed;
   std::string bytes;
   for (const Section& section : sections_) {
     if (!section.name.empty()) bytes += "[" + Escaped(section.name, "=") + "]\n";

@@ -28,7 +28,7 @@ class SettingsStore {
   explicit SettingsStore(NativePath path) : path_(std::move(path)) {}
 
   // Reads the file. Returns why it could not be read; the store is empty then.
-  [[nodiscard]] Status Load();
+  Status Load();
 
   // The text up to its first NUL, or the default when the section or the key is missing.
   std::string ReadSetting(std::string_view section, std::string_view key,
@@ -38,7 +38,7 @@ class SettingsStore {
   void ClearSettingKey(std::string_view section);
 
   // Writes the file, making its folder; after a failure the old file stands as it was.
-  [[nodiscard]] Status Save() const;
+  Status Save() const;
 
  private:
   struct Value {

@@ -15,8 +15,8 @@ class JobOutput {
  public:
   JobOutput(RunServices& services, const std::vector<NativePath>& inputs) : services_(services) {
     const NativePath& path = services.job().OutPath;
-    if (const Status refused = RefuseOutput(path, inputs, {})) {
-      Report(*refused);
+    if (const Status refused = RefuseOutput(path, inputs, {}); !refused.ok()) {
+      Report(refused.error());
       return;
     }
     Result<OutputFile> file = OutputFile::Create(path);
@@ -34,9 +34,9 @@ class JobOutput {
   // Closes the output and reports the job's result, or that the output could not be written.
   void Finish(const std::string& result) {
     if (file_) {
-      if (const Status failure = file_->Close()) {
+      if (const Status failure = file_->Close(); !failure.ok()) {
         file_->Discard();
-        Report(*failure);
+        Report(failure.error());
         services_.AddResultLines(services_.job().OutPath, "エラー");
         return;
       }

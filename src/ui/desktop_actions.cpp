@@ -84,7 +84,7 @@ bool DesktopActions::MoveToTrash(const NativePath& path) {
 }
 
 bool DesktopActions::StartLauncher(const Launcher& launcher, const NativePath& file) {
-  return StartWithFile(launcher, MakeAbsolute(file)) == kNoError;
+  return StartWithFile(launcher, MakeAbsolute(file)).ok();
 }
 
 NativePath DesktopActions::DocumentsFolder() {

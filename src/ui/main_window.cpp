@@ -304,8 +304,8 @@ void LedrixF0::SaveState() {
   }
   store.WriteSetting("Settings", "VerDisp", std::to_string(program_.options.VerDisp));
   SaveOptions(program_.options, {side(0).folder().bytes(), side(1).folder().bytes()}, store);
-  if (const Status failed = store.Save()) {
-    program_.platform.ReportTrouble("設定を保存できません: " + DescribeError(*failed));
+  if (const Status failed = store.Save(); !failed.ok()) {
+    program_.platform.ReportTrouble("設定を保存できません: " + DescribeError(failed.error()));
   }
   log_.CompactHistory();
 }

@@ -239,9 +239,9 @@ void LedrixF0::CopyToOtherSide() {
   }
   program_.platform.AcceptInput(true);
   busy_ = false;
-  if (failed) {
+  if (!failed.ok()) {
     program_.platform.ShowMessage(
-        {"コピーできません: " + DescribeError(*failed) + "\r\n" + PathToUtf8(to)});
+        {"コピーできません: " + DescribeError(failed.error()) + "\r\n" + PathToUtf8(to)});
   }
   other.Refresh();
 }

@@ -28,8 +28,8 @@ bool ClearSettings(SettingsStore& store, PlatformServices& platform) {
        kProgramTitle, MessageIcon::kExclamation, MessageButtons::kYesNo, MessageAnswer::kNo});
   if (answer != MessageAnswer::kYes) return false;
   for (const char* section : {"Option", "Settings", ""}) store.ClearSettingKey(section);
-  if (const Status failed = store.Save()) {
-    platform.ReportTrouble(PathToUtf8(SettingsPath()) + ": " + DescribeError(*failed));
+  if (const Status failed = store.Save(); !failed.ok()) {
+    platform.ReportTrouble(PathToUtf8(SettingsPath()) + ": " + DescribeError(failed.error()));
   }
   platform.ShowMessage(
       {"処理が終了しました\r"

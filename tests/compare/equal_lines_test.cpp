@@ -92,8 +92,8 @@ class ComparedPair {
     difference.Start();
     for (; !difference.finished(); ++outcome.steps) difference.CompareStep();
     body.Close();
-    EXPECT_FALSE(listing.Close());
-    EXPECT_FALSE(sides.difference_file->Close());
+    EXPECT_TRUE(listing.Close().ok());
+    EXPECT_TRUE(sides.difference_file->Close().ok());
     outcome.listing = test::ReadFile(folder_.At("listing"));
     outcome.difference_file = test::ReadFile(folder_.At("difference"));
     outcome.counts.old_lines = old_ring.lines_read();

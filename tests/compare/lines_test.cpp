@@ -120,7 +120,7 @@ std::vector<std::string> ReadAll(const NativePath& path, LineIndex kept_lines) {
     }
   }
   EXPECT_EQ(reader.lines_read(), LineIndex(lines.size()));
-  EXPECT_FALSE(reader.failure());
+  EXPECT_TRUE(reader.failure().ok());
   return lines;
 }
 

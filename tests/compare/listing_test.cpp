@@ -30,7 +30,7 @@ TEST(WriteFixedWidth, WrapsWithoutSplittingCharacters) {
   for (const Case& c : cases) {
     Result<OutputFile> file = OutputFile::Create(folder.At("f"));
     WriteFixedWidth(file.value(), EncodeSjis(c.text), 6);
-    ASSERT_FALSE(file.value().Close());
+    ASSERT_TRUE(file.value().Close().ok());
     EXPECT_EQ(test::ReadLines(folder.At("f")), c.lines) << c.text;
   }
 }
@@ -133,7 +133,7 @@ TEST(ListingFrame, EveryLineHasTheWidthOfTheListing) {
       (options.simple ? WriteSimpleHeader : WriteHeaderBox)(file.value(), options, format, data);
       (options.simple ? WriteSimpleSummary : WriteSummaryBox)(file.value(), format,
                                                               {9, 9999999, 1, 123456, 3});
-      ASSERT_FALSE(file.value().Close());
+      ASSERT_TRUE(file.value().Close().ok());
       size_t lines = 0;
       const std::string bytes = test::ReadFile(folder.At("f"));
       const size_t line_size = 2 * size_t(width) + 6 + 2;

@@ -97,7 +97,7 @@ TEST(CopyFile, KeepsTimeAndPermissionsAndTheOldFileOnFailure) {
   test::SetModified(from, test::kTestTime, 123456789);
   chmod(from.c_str(), 0640);
   const NativePath to = folder.Write("to", "before");
-  EXPECT_FALSE(CopyFile(from, to));
+  EXPECT_TRUE(CopyFile(from, to).ok());
   EXPECT_TRUE(test::ReadFile(to) == test::ReadFile(from));
   struct stat status {};
   ASSERT_EQ(stat(to.c_str(), &status), 0);
@@ -105,11 +105,11 @@ TEST(CopyFile, KeepsTimeAndPermissionsAndTheOldFileOnFailure) {
   EXPECT_EQ(status.st_mtim.tv_nsec, 123456789);
   EXPECT_EQ(status.st_mode & 0777, 0640u);
 
-  EXPECT_TRUE(CopyFile(from, from));
-  EXPECT_TRUE(CopyFile(folder.At("none"), to));
-  EXPECT_TRUE(CopyFile(from, folder.At("none/x")));
-  EXPECT_TRUE(CopyFile(from, NativePath(folder.path())));
-  EXPECT_TRUE(CopyFile(NativePath(folder.path()), to));
+  EXPECT_FALSE(CopyFile(from, from).ok());
+  EXPECT_FALSE(CopyFile(folder.At("none"), to).ok());
+  EXPECT_FALSE(CopyFile(from, folder.At("none/x")).ok());
+  EXPECT_FALSE(CopyFile(from, NativePath(folder.path())).ok());
+  EXPECT_FALSE(CopyFile(NativePath(folder.path()), to).ok());
   EXPECT_TRUE(test::ReadFile(to) == test::ReadFile(from));
   EXPECT_EQ(ReadFolder(NativePath(folder.path())).value().size(), 2u);
 }

@@ -16,8 +16,8 @@ TEST(OutputFile, KeepsTheFirstFailureAndSparesADevice) {
   ASSERT_TRUE(full.ok());
   full.value().Write("lost");
   const Status closed = full.value().Close();
-  ASSERT_TRUE(closed);
-  EXPECT_EQ(closed->system_number, ENOSPC);
+  ASSERT_FALSE(closed.ok());
+  EXPECT_EQ(closed.error().system_number, ENOSPC);
   full.value().Discard();
   EXPECT_TRUE(FileExists(NativePath("/dev/full")));
 }
@@ -31,7 +31,7 @@ TEST(OutputFile, WritesTextsOfEverySizeInOrder) {
     expected += text;
     file.value().Write(text);
   }
-  EXPECT_FALSE(file.value().Close());
+  EXPECT_TRUE(file.value().Close().ok());
   EXPECT_TRUE(test::ReadFile(folder.At("out")) == expected);
   file.value().Discard();
   EXPECT_FALSE(FileExists(folder.At("out")));
@@ -47,18 +47,18 @@ TEST(OutputFile, MayWaitForItsFirstBytes) {
   EXPECT_FALSE(FileExists(folder.At("dropped")));
   folder.Write("dropped", "made by somebody else");
   dropped.Discard();
-  EXPECT_FALSE(dropped.Close());
+  EXPECT_TRUE(dropped.Close().ok());
   EXPECT_EQ(test::ReadFile(folder.At("dropped")), "made by somebody else");
 
   OutputFile kept = make("kept");
-  EXPECT_FALSE(kept.Close());
+  EXPECT_TRUE(kept.Close().ok());
   EXPECT_EQ(test::ReadFile(folder.At("kept")), "");
 
   const std::string text(200000, 'x');
   OutputFile large = make("large");
   large.Write(text);
   EXPECT_TRUE(FileExists(folder.At("large")));
-  EXPECT_FALSE(large.Close());
+  EXPECT_TRUE(large.Close().ok());
   EXPECT_TRUE(test::ReadFile(folder.At("large")) == text);
 
   OutputFile replaced = make("large");

@@ -34,10 +34,10 @@ TEST(SettingsStore, GivesBackEveryText) {
   store.WriteSetting("Option", "a=key", "1");
   store.WriteSetting("odd ] name", "k", "2");
   store.WriteSetting("", "root", "3");
-  ASSERT_FALSE(store.Save());
+  ASSERT_TRUE(store.Save().ok());
 
   SettingsStore read(path);
-  ASSERT_FALSE(read.Load());
+  ASSERT_TRUE(read.Load().ok());
   number = 0;
   for (const std::string& text : texts) {
     EXPECT_EQ(read.ReadSetting("Option", std::to_string(number++), "default"), text);
@@ -54,7 +54,7 @@ TEST(SettingsStore, GivesBackEveryText) {
   EXPECT_EQ(store.ReadSetting("Option", "1", "gone"), "gone");
   EXPECT_EQ(store.ReadSetting("", "root", "gone"), "3");
   store.ClearSettingKey("");
-  ASSERT_FALSE(store.Save());
+  ASSERT_TRUE(store.Save().ok());
   EXPECT_EQ(test::ReadFile(path), "");
 }
 
@@ -68,7 +68,7 @@ TEST(SettingsStore, NonsenseIsPassedOver) {
   nines.resize(10'000'000, '9');
   noise += "\n[Option]\nOptBuff=" + nines + "\nOptLstout=\nPrintCompLen=80 (A4)";
   SettingsStore store(folder.Write("settings.ini", noise));
-  ASSERT_FALSE(store.Load());
+  ASSERT_TRUE(store.Load().ok());
   OptionRecord options;
   LoadOptions(store, options);
   EXPECT_EQ(options.OptMatch, 8);
@@ -83,14 +83,14 @@ TEST(SettingsStore, KeepsTheOldFileWhereTheNewOneCannotBeWritten) {
   const NativePath path = folder.Write("settings.ini", "[Option]\nOptMatch=7\n");
   chmod(folder.path().c_str(), 0555);
   SettingsStore store(path);
-  ASSERT_FALSE(store.Load());
+  ASSERT_TRUE(store.Load().ok());
   store.WriteSetting("Option", "OptMatch", "9");
   if (geteuid() != 0) {
-    EXPECT_TRUE(store.Save());
+    EXPECT_FALSE(store.Save().ok());
     EXPECT_EQ(test::ReadFile(path), "[Option]\nOptMatch=7\n");
   }
-  EXPECT_TRUE(SettingsStore(NativePath("/dev/null/settings.ini")).Save());
-  EXPECT_TRUE(SettingsStore(folder.At("none")).Load());
+  EXPECT_FALSE(SettingsStore(NativePath("/dev/null/settings.ini")).Save().ok());
+  EXPECT_FALSE(SettingsStore(folder.At("none")).Load().ok());
 }
 
 TEST(SettingsStore, ALinkedFileStaysALink) {
@@ -99,7 +99,7 @@ TEST(SettingsStore, ALinkedFileStaysALink) {
   ASSERT_EQ(symlink("real.ini", folder.At("settings.ini").c_str()), 0);
   SettingsStore store(folder.At("settings.ini"));
   store.WriteSetting("Option", "k", "v");
-  ASSERT_FALSE(store.Save());
+  ASSERT_TRUE(store.Save().ok());
   EXPECT_TRUE(std::filesystem::is_symlink(folder.At("settings.ini").bytes()));
   EXPECT_EQ(test::ReadFile(folder.At("real.ini")), "[Option]\nk=v\n");
 }
@@ -110,7 +110,7 @@ TEST(SettingsStore, ALinkedFileStaysALink) {
     SettingsStore store(path);
     store.WriteSetting("Option", "Text", std::string(20000, i % 2 == 0 ? 'a' : 'b'));
     store.WriteSetting("Option", "Last", "end");
-    if (!store.Save()) ++saves;
+    if (store.Save().ok()) ++saves;
   }
 }
 
@@ -121,7 +121,7 @@ TEST(SettingsStore, AKilledSaveLeavesTheOldOrTheNewFile) {
     SettingsStore store(path);
     store.WriteSetting("Option", "Text", std::string(20000, 'a'));
     store.WriteSetting("Option", "Last", "end");
-    ASSERT_FALSE(store.Save());
+    ASSERT_TRUE(store.Save().ok());
   }
   void* const shared = mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE,
                             MAP_SHARED | MAP_ANONYMOUS, -1, 0);
@@ -139,7 +139,7 @@ TEST(SettingsStore, AKilledSaveLeavesTheOldOrTheNewFile) {
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
     SettingsStore store(path);
-    ASSERT_FALSE(store.Load());
+    ASSERT_TRUE(store.Load().ok());
     const std::string text = store.ReadSetting("Option", "Text", "");
     ASSERT_TRUE(text == std::string(20000, 'a') || text == std::string(20000, 'b')) << text.size();
     ASSERT_EQ(store.ReadSetting("Option", "Last", ""), "end");
@@ -157,7 +157,7 @@ TEST(Options, AreSavedAndLoadedUnderTheirKeys) {
   options.FPattern[2] = "*.x;*.y";
   SettingsStore store(folder.At("s"));
   SaveOptions(options, {"/old/", "/new/"}, store);
-  ASSERT_FALSE(store.Save());
+  ASSERT_TRUE(store.Save().ok());
 
   const std::string file = test::ReadFile(folder.At("s"));
   EXPECT_EQ(file.find("[Option]\nOptSTCol=1\nOptEDCol=9999\nOptMatch=-5\n"), 0u);
@@ -167,7 +167,7 @@ TEST(Options, AreSavedAndLoadedUnderTheirKeys) {
   EXPECT_EQ(file.find("VerDisp"), std::string::npos);
 
   SettingsStore read(folder.At("s"));
-  ASSERT_FALSE(read.Load());
+  ASSERT_TRUE(read.Load().ok());
   OptionRecord loaded;
   LoadOptions(read, loaded);
   EXPECT_EQ(loaded.OptMatch, -5);

@@ -32,7 +32,7 @@ TEST(ProgramCommands, ClearTheSettingsWhenAllowed) {
   store.WriteSetting("Option", "OptMatch", "8");
   store.WriteSetting("Settings", "VerDisp", "1");
   store.WriteSetting("Other", "x", "1");
-  ASSERT_FALSE(store.Save());
+  ASSERT_TRUE(store.Save().ok());
   {
     test::ModalScript script;
     script.Then([&script](QWidget& window) {
@@ -52,7 +52,7 @@ TEST(ProgramCommands, ClearTheSettingsWhenAllowed) {
   EXPECT_TRUE(ClearSettings(store, platform));
   EXPECT_EQ(script.texts, (Texts{kQuestion, kDone}));
   SettingsStore next(path);
-  EXPECT_FALSE(next.Load());
+  EXPECT_TRUE(next.Load().ok());
   for (const char* section : {"Option", "Settings", "Other"}) {
     for (const char* key : {"OptMatch", "VerDisp", "x"}) {
       EXPECT_EQ(next.ReadSetting(section, key, "none"), "none");
