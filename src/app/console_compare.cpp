@@ -9,16 +9,17 @@
 namespace ledrix {
 namespace {
 
-void ChooseOutputs(const OptionRecord& options, const std::string& out, JobRecord& job) {
+void ChooseOutputs(const OptionRecord& options, const std::string& out, OutputChoices& choices,
+                   NativePath& listing) {
   if (out.empty()) {
-    if (options.ContOutDir == 1) job.OutputDirMode = OutputDirMode::kConstant;
+    if (options.ContOutDir == 1) choices.OutputDirMode = OutputDirMode::kConstant;
     return;
   }
   const NativePath path = MakeAbsolute(NativePath(out));
   const bool is_folder = out.back() == '/' || IsFolder(path);
-  job.OutputDirMode = OutputDirMode::kElse;
-  job.ElseOutputDir = is_folder ? path : DirOf(path);
-  if (!is_folder) job.ListingPath = path;
+  choices.OutputDirMode = OutputDirMode::kElse;
+  choices.ElseOutputDir = is_folder ? path : DirOf(path);
+  if (!is_folder) listing = path;
 }
 
 // Names that only one side holds are a difference of their own.
@@ -31,9 +32,9 @@ void ReportSingles(ConsoleRun& run, int side, const char* text) {
 }
 
 int CompareFolders(ConsoleRun& run) {
-  JobRecord& job = run.job;
+  JobRequest& request = run.request;
   for (int side = 0; side < 2; ++side) {
-    NativePath& path = side == 0 ? job.OldPath : job.NewPath;
+    NativePath& path = side == 0 ? request.OldPath : request.NewPath;
     path = AddBackslash(path);
     Result<FileList> files = ListFiles(path);
     if (!files.ok()) return run.Refuse(PathToUtf8(path) + ": " + DescribeError(files.error()));
@@ -42,9 +43,9 @@ int CompareFolders(ConsoleRun& run) {
   SelectAllNamesakes(run.sides);
   ReportSingles(run, 0, ": 旧フォルダだけに有ります");
   ReportSingles(run, 1, ": 新フォルダだけに有ります");
-  job.FileCount = static_cast<int64_t>(SelectedCount(run.sides[0].files));
-  job.IsMultiple = true;
-  if (job.FileCount == 0) return static_cast<int>(run.services().end());
+  request.FileCount = static_cast<int64_t>(SelectedCount(run.sides[0].files));
+  request.IsMultiple = true;
+  if (request.FileCount == 0) return static_cast<int>(run.services().end());
   return run.Run();
 }
 
@@ -56,34 +57,34 @@ int RunCompareCommand(const CommonArguments& common, const CompareArguments& arg
   if (const auto refused = ChooseCharset(arguments.charset, run.options)) {
     return run.Refuse(*refused);
   }
-  JobRecord& job = run.job;
-  job.OldPath = MakeAbsolute(NativePath(arguments.old_path));
-  job.NewPath = MakeAbsolute(NativePath(arguments.new_path));
-  job.OptSbnList = arguments.difference_file;
-  job.OptCsvList = arguments.csv;
-  job.OptMrgSrc = arguments.merge_source;
-  job.MergeMarks = arguments.marks;
-  ChooseOutputs(run.options, arguments.out, job);
+  JobRequest& request = run.request;
+  OutputChoices& choices = run.job.outputs;
+  request.OldPath = MakeAbsolute(NativePath(arguments.old_path));
+  request.NewPath = MakeAbsolute(NativePath(arguments.new_path));
+  choices.OptSbnList = arguments.difference_file;
+  choices.OptCsvList = arguments.csv;
+  choices.OptMrgSrc = arguments.merge_source;
+  choices.MergeMarks = arguments.marks;
+  ChooseOutputs(run.options, arguments.out, choices, request.OutPath);
 
-  const bool old_is_folder = IsFolder(job.OldPath);
-  const bool new_is_folder = IsFolder(job.NewPath);
+  const bool old_is_folder = IsFolder(request.OldPath);
+  const bool new_is_folder = IsFolder(request.NewPath);
   if (old_is_folder && new_is_folder) {
-    if (!job.ListingPath.empty()) {
+    if (!request.OutPath.empty()) {
       return run.Refuse("フォルダの比較の出力先はフォルダでなければなりません: " +
-                        PathToUtf8(job.ListingPath));
+                        PathToUtf8(request.OutPath));
     }
     return CompareFolders(run);
   }
   // A file and a folder: the file of the same name in that folder.
-  for (const NativePath& path : {job.OldPath, job.NewPath}) {
+  for (const NativePath& path : {request.OldPath, request.NewPath}) {
     const Result<FileInfo> info = GetFileInfo(path);
     if ((old_is_folder || new_is_folder) && !info.ok()) {
       return run.Refuse(PathToUtf8(path) + ": " + DescribeError(info.error()));
     }
   }
-  if (old_is_folder) job.OldPath = AddBackslash(job.OldPath) + FileNameOf(job.NewPath);
-  if (new_is_folder) job.NewPath = AddBackslash(job.NewPath) + FileNameOf(job.OldPath);
-  job.FileCount = 1;
+  if (old_is_folder) request.OldPath = AddBackslash(request.OldPath) + FileNameOf(request.NewPath);
+  if (new_is_folder) request.NewPath = AddBackslash(request.NewPath) + FileNameOf(request.OldPath);
   return run.Run();
 }
 

@@ -15,28 +15,29 @@ std::string Unreadable(const NativePath& path, const Error& error) {
 }
 
 int CountFolder(ConsoleRun& run, const NativePath& folder, const std::string& out) {
-  run.job.JobKind = JobKind::kStepCsv;
-  run.job.OldPath = AddBackslash(folder);
-  run.job.OutPath = out.empty() ? run.job.OldPath + "STEP.CSV" : MakeAbsolute(NativePath(out));
-  Result<FileList> files = ListFiles(run.job.OldPath);
+  run.request.JobKind = JobKind::kStepCsv;
+  run.request.OldPath = AddBackslash(folder);
+  run.request.OutPath =
+      out.empty() ? run.request.OldPath + "STEP.CSV" : MakeAbsolute(NativePath(out));
+  Result<FileList> files = ListFiles(run.request.OldPath);
   if (!files.ok()) return run.Refuse(Unreadable(folder, files.error()));
   // The output of an earlier run under its usual name is no source; any other file is one.
   FileSet output;
-  output.Add(run.job.OutPath);
+  output.Add(run.request.OutPath);
   const auto is_output = [&](const FileList::Entry& entry) {
-    return output.Holds(run.job.OldPath + entry.name);
+    return output.Holds(run.request.OldPath + entry.name);
   };
   std::vector<FileList::Entry>& entries = files.value().entries;
   if (out.empty()) {
     std::erase_if(entries, is_output);
   } else if (std::any_of(entries.begin(), entries.end(), is_output)) {
-    return run.Refuse(Unreadable(run.job.OutPath, Error{ErrorKind::kInputAsOutput}));
+    return run.Refuse(Unreadable(run.request.OutPath, Error{ErrorKind::kInputAsOutput}));
   }
   if (files.value().entries.empty()) {
     return run.Refuse("ファイルボックスに対象ファイルが有りません: " + PathToUtf8(folder));
   }
-  run.job.FileCount = static_cast<int64_t>(files.value().entries.size());
-  run.sides[0].folder = run.job.OldPath;
+  run.request.FileCount = static_cast<int64_t>(files.value().entries.size());
+  run.sides[0].folder = run.request.OldPath;
   run.sides[0].files = std::move(files.value());
   return run.Run();
 }
@@ -44,6 +45,11 @@ int CountFolder(ConsoleRun& run, const NativePath& folder, const std::string& ou
 // True when the file name of a path matches the pattern of directory information files.
 bool IsInfoName(const ConsoleRun& run, const NativePath& path) {
   return MatchesPattern(FileNameOf(path), run.options.ComboDLst, LetterCase::kIgnore);
+}
+
+CompareRange RangeOf(const std::string& argument) {
+  if (argument == "full") return CompareRange::kFullPath;
+  return argument == "none" ? CompareRange::kNoPath : CompareRange::kCurrentPath;
 }
 
 // A side is a folder, which then ends in a separator, or a directory information file.
@@ -65,11 +71,11 @@ int RunStepsCommand(const CommonArguments& common, const StepsArguments& argumen
   if (!run.LoadOptions()) return kTroubleStatus;
   const NativePath path = MakeAbsolute(NativePath(arguments.path));
   if (IsFolder(path)) return CountFolder(run, path, arguments.out);
-  run.job.JobKind = JobKind::kStepCnt;
-  run.job.OldPath = path;
-  run.job.OutPath = arguments.out.empty()
-                        ? DirOf(path) + FillPattern(run.options.ComboStp, NameForPattern(path))
-                        : MakeAbsolute(NativePath(arguments.out));
+  run.request.JobKind = JobKind::kStepCnt;
+  run.request.OldPath = path;
+  run.request.OutPath = arguments.out.empty()
+                            ? DirOf(path) + FillPattern(run.options.ComboStp, NameForPattern(path))
+                            : MakeAbsolute(NativePath(arguments.out));
   return run.Run();
 }
 
@@ -80,10 +86,10 @@ int RunSnapshotCommand(const CommonArguments& common, const SnapshotArguments& a
   const Result<FileInfo> info = GetFileInfo(folder);
   if (!info.ok()) return run.Refuse(Unreadable(folder, info.error()));
   if (!IsFolder(folder)) return run.Refuse(PathToUtf8(folder) + ": フォルダではありません");
-  run.job.JobKind = JobKind::kDirEdit;
-  run.job.OldPath = AddBackslash(folder);
-  run.job.OutPath = MakeAbsolute(NativePath(arguments.out));
-  if (!IsInfoName(run, run.job.OutPath)) {
+  run.request.JobKind = JobKind::kDirEdit;
+  run.request.OldPath = AddBackslash(folder);
+  run.request.OutPath = MakeAbsolute(NativePath(arguments.out));
+  if (!IsInfoName(run, run.request.OutPath)) {
     return run.Refuse("ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの拡張子が違います\r拡張子は " + run.options.ComboDLst +
                       " のみ有功です");
   }
@@ -93,16 +99,16 @@ int RunSnapshotCommand(const CommonArguments& common, const SnapshotArguments& a
 int RunDirCompCommand(const CommonArguments& common, const DirCompArguments& arguments) {
   ConsoleRun run(common);
   if (!run.LoadOptions()) return kTroubleStatus;
-  run.job.JobKind = JobKind::kDirComp;
-  run.job.CompareRange = arguments.range == "full" ? 0 : arguments.range == "none" ? 2 : 1;
-  run.job.OutPath = MakeAbsolute(NativePath(arguments.out));
+  run.request.JobKind = JobKind::kDirComp;
+  run.request.CompareRange = RangeOf(arguments.range);
+  run.request.OutPath = MakeAbsolute(NativePath(arguments.out));
   run.sides[0].filter_entry = "全て (*.*)";
   if (!arguments.types.empty()) {
     run.options.DCompSelect = 1;
     run.sides[0].filter_entry = "(" + arguments.types + ")";
   }
-  if (!TakeSide(run, arguments.old_path, run.job.OldPath) ||
-      !TakeSide(run, arguments.new_path, run.job.NewPath)) {
+  if (!TakeSide(run, arguments.old_path, run.request.OldPath) ||
+      !TakeSide(run, arguments.new_path, run.request.NewPath)) {
     return kTroubleStatus;
   }
   return run.Run();

@@ -19,6 +19,7 @@ int ConsoleRun::Refuse(const std::string& text) {
 }
 
 int ConsoleRun::Run() {
+  BeginJob(job, request);
   if (common_.settings_file == "none") {
     RunJob(services_, {sides, nullptr});
   } else {

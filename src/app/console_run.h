@@ -26,7 +26,7 @@ class ConsoleRun {
   // Tells the user something and returns the status of trouble.
   int Refuse(const std::string& text);
 
-  // Runs the job that the record describes, with the run log unless the settings are "none".
+  // Runs the job that `request` describes, with the run log unless the settings are "none".
   // Returns the exit status.
   int Run();
 
@@ -34,6 +34,7 @@ class ConsoleRun {
 
   OptionRecord options;
   JobRecord job;
+  JobRequest request;
   FileSides sides;
 
  private:

@@ -69,7 +69,7 @@ int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
 
   OptionRecord options;
   JobRecord job;
-  job.MergeMarks = args.merge_marks;
+  job.outputs.MergeMarks = args.merge_marks;
   job.DebugLog = args.debug_log;
   SettingsStore store = LoadUserSettings();
   DesktopPlatform platform;

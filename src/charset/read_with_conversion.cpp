@@ -79,12 +79,10 @@ class Conversion {
 
   // The files of the pair must not be overwritten by a copy that happens to have their name.
   Status RefuseCopy(const NativePath& copy) {
-    const JobRecord& job = services_.job();
-    std::vector<NativePath> outputs = {job.OutPath};
-    if (!job.SbnPath.empty()) outputs.push_back(job.SbnPath);
-    if (!job.MrgPath.empty()) outputs.push_back(job.MrgPath);
-    if (job.CsvFile) outputs.push_back(job.CsvPath);
-    return RefuseOutput(copy, inputs_, outputs, job.ProtectedFiles);
+    const JobFiles& files = services_.job().files;
+    std::vector<NativePath> outputs = {files.OutPath, files.SbnPath, files.MrgPath};
+    if (services_.csv().is_open()) outputs.push_back(services_.csv().path());
+    return RefuseOutput(copy, inputs_, outputs, services_.job().ProtectedFiles);
   }
 
   Status WriteCopy() {

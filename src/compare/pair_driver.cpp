@@ -15,9 +15,10 @@
 namespace ledrix::modComp {
 namespace {
 
-constexpr const char* kSkipped = "ﾌｧｲﾙ日時ｻｲｽﾞ変更なし(SKIP)";
-constexpr const char* kFailed = "エラー";
-constexpr const char* kStopped = "中断";
+// Counts of the result list take five characters.
+std::string RightAlignedCount(int64_t count) {
+  return RightAligned(std::to_string(count), 5);
+}
 
 // Moves the progress bar by the bytes read of both sides.
 class ProgressMeter : public LineCounter {
@@ -58,12 +59,15 @@ class PairCompare {
   explicit PairCompare(RunServices& services)
       : services_(services),
         job_(services.job()),
-        inputs_{job_.OldPath, job_.NewPath},
+        files_(job_.files),
+        inputs_{files_.OldPath, files_.NewPath},
+        old_path_(files_.OldPath),
+        new_path_(files_.NewPath),
         options_(services.options()),
         format_(options_),
-        sides_(options_, job_.MergeMarks ? MergeMarks::kWritten : MergeMarks::kNone) {}
+        sides_(options_, job_.outputs.MergeMarks ? MergeMarks::kWritten : MergeMarks::kNone) {}
 
-  // Ends with `status_` set unless the compare ran to its end.
+  // Ends with `ended_early_` set unless the compare ran to its end.
   void CompareFiles();
   void MakeResultLine();
 
@@ -88,36 +92,41 @@ class PairCompare {
   // Tells why a file cannot be opened and ends the pair; always false.
   bool FailToOpen(const char* title, const char* kind, const Error& error, const NativePath& path);
   std::vector<OutputFile*> Outputs();
+  // "UnMatch=" and what follows it in the result list.
+  std::string CountsText() const;
 
   // Each ends the pair and returns false.
   bool Fail() {
-    status_ = kFailed;
+    ended_early_ = PairEnd::kFailed;
     return false;
   }
   bool Stop() {
-    status_ = kStopped;
+    ended_early_ = PairEnd::kStopped;
     return false;
   }
 
   RunServices& services_;
   JobRecord& job_;
+  const JobFiles& files_;
   const std::vector<NativePath> inputs_;  // as they were named, before any conversion
+  NativePath old_path_;                   // what is read: an input, or its converted copy
+  NativePath new_path_;
   const CompareOptions options_;
   const ListingFormat format_;
   std::optional<OutputFile> listing_;
   SideOutputs sides_;
   CompareCounts counts_;
-  bool both_regular_ = false;  // the skip rule has looked at both inputs
-  std::string status_;         // empty while the pair is a plain compared pair
+  bool both_regular_ = false;           // the skip rule has looked at both inputs
+  std::optional<PairEnd> ended_early_;  // how the pair ended unless the compare ran to its end
 };
 
 void PairCompare::CompareFiles() {
   if (!OutputsAreSafe() || SkipsSameStamp()) return;
   if (job_.GuiMode) services_.UpdateProgress(0, 0);
-  if (!ConvertInput(job_.OldPath, "OLD Error") || !ConvertInput(job_.NewPath, "NEW Error")) return;
-  std::optional<InputFile> old_file = OpenInput(job_.OldPath, "OLD Open Error");
+  if (!ConvertInput(old_path_, "OLD Error") || !ConvertInput(new_path_, "NEW Error")) return;
+  std::optional<InputFile> old_file = OpenInput(old_path_, "OLD Open Error");
   if (!old_file) return;
-  std::optional<InputFile> new_file = OpenInput(job_.NewPath, "NEW Open Error");
+  std::optional<InputFile> new_file = OpenInput(new_path_, "NEW Open Error");
   if (!new_file || !CreateOutputs()) return;
   CompareOpened(std::move(*old_file), std::move(*new_file));
 }
@@ -129,10 +138,10 @@ bool PairCompare::OutputsAreSafe() {
     const char* title;
   };
   std::vector<NativePath> others;
-  if (job_.CsvFile) others.push_back(job_.CsvPath);
+  if (services_.csv().is_open()) others.push_back(services_.csv().path());
   for (const Output& output :
-       {Output{job_.OutPath, "List Open Error"}, Output{job_.SbnPath, "Sbn List Open Error"},
-        Output{job_.MrgPath, "Merge Source Open Error"}}) {
+       {Output{files_.OutPath, "List Open Error"}, Output{files_.SbnPath, "Sbn List Open Error"},
+        Output{files_.MrgPath, "Merge Source Open Error"}}) {
     if (output.path.empty()) continue;
     if (const Status refused = RefuseOutput(output.path, inputs_, others, job_.ProtectedFiles);
         !refused.ok()) {
@@ -145,8 +154,8 @@ bool PairCompare::OutputsAreSafe() {
 
 bool PairCompare::SkipsSameStamp() {
   if (!options_.skip_same_stamp) return false;
-  const Result<FileInfo> old_info = GetFileInfo(job_.OldPath);
-  const Result<FileInfo> new_info = GetFileInfo(job_.NewPath);
+  const Result<FileInfo> old_info = GetFileInfo(files_.OldPath);
+  const Result<FileInfo> new_info = GetFileInfo(files_.NewPath);
   if (!old_info.ok() || !new_info.ok()) return false;
   const FileInfo& a = old_info.value();
   const FileInfo& b = new_info.value();
@@ -154,9 +163,9 @@ bool PairCompare::SkipsSameStamp() {
   const bool same = both_regular_ && a.size == b.size && a.modified.tv_sec == b.modified.tv_sec &&
                     a.modified.tv_nsec == b.modified.tv_nsec;
   if (!same) return false;
-  status_ = kSkipped;
-  if (const Status removed = RemoveFile(job_.OutPath); !removed.ok()) {
-    services_.ReportFileTrouble(job_.OutPath, removed.error());
+  ended_early_ = PairEnd::kSkipped;
+  if (const Status removed = RemoveFile(files_.OutPath); !removed.ok()) {
+    services_.ReportFileTrouble(files_.OutPath, removed.error());
   }
   return true;
 }
@@ -187,11 +196,11 @@ bool PairCompare::CreateOutputs() {
   // Most pairs of a multiple compare are equal; their listings need not be made to be removed.
   const auto create =
       options_.drop_unchanged_listing ? OutputFile::CreateWhenNeeded : OutputFile::Create;
-  return CreateOutput(job_.OutPath, "List Open Error", listing_, create) &&
-         (!job_.OptSbnList ||
-          CreateOutput(job_.SbnPath, "Sbn List Open Error", sides_.difference_file)) &&
-         (!job_.OptMrgSrc ||
-          CreateOutput(job_.MrgPath, "Merge Source Open Error", sides_.merge_source));
+  return CreateOutput(files_.OutPath, "List Open Error", listing_, create) &&
+         (!job_.outputs.OptSbnList ||
+          CreateOutput(files_.SbnPath, "Sbn List Open Error", sides_.difference_file)) &&
+         (!job_.outputs.OptMrgSrc ||
+          CreateOutput(files_.MrgPath, "Merge Source Open Error", sides_.merge_source));
 }
 
 bool PairCompare::CreateOutput(const NativePath& path, const char* title,
@@ -225,12 +234,12 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
   counts_.old_lines = old_ring.lines_read();
   counts_.new_lines = new_ring.lines_read();
   for (const auto& [ring, path] :
-       {std::pair(&old_ring, &job_.OldPath), std::pair(&new_ring, &job_.NewPath)}) {
-    if (ring->failure().ok() || status_ == kStopped) continue;
+       {std::pair(&old_ring, &old_path_), std::pair(&new_ring, &new_path_)}) {
+    if (ring->failure().ok() || ended_early_ == PairEnd::kStopped) continue;
     services_.ReportFileTrouble(*path, ring->failure().error());
     Fail();
   }
-  if (status_ == kFailed) {
+  if (ended_early_ == PairEnd::kFailed) {
     DiscardOutputs();
     return;
   }
@@ -243,8 +252,8 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
 }
 
 void PairCompare::WriteHeader(const LineRing& old_ring, const LineRing& new_ring) {
-  const HeaderData data{ToListedFile(job_.OldPath, old_ring.info()),
-                        ToListedFile(job_.NewPath, new_ring.info()), services_.platform().Now()};
+  const HeaderData data{ToListedFile(old_path_, old_ring.info()),
+                        ToListedFile(new_path_, new_ring.info()), services_.platform().Now()};
   const auto write = options_.simple ? WriteSimpleHeader : WriteHeaderBox;
   write(*listing_, options_, format_, data);
   sides_.WriteHeading(FormatStamp(data.run_time), data.old_file.path, data.new_file.path);
@@ -290,7 +299,7 @@ void PairCompare::CloseOutputs() {
       Fail();
     }
   }
-  if (status_ == kFailed) DiscardOutputs();
+  if (ended_early_ == PairEnd::kFailed) DiscardOutputs();
 }
 
 void PairCompare::DiscardOutputs() {
@@ -305,24 +314,30 @@ void PairCompare::RemoveUnwantedOutputs() {
   listing_.reset();
 }
 
+// Puts the pair's end into the result list and the CSV summary.
 void PairCompare::MakeResultLine() {
-  const auto r5 = [](int64_t number) { return RightAligned(std::to_string(number), 5); };
-  if (status_ == kFailed || status_ == kStopped) {
-    services_.NoteEnd(JobEnd::kTrouble);
-  } else if (status_.empty() && counts_.total() == 0) {
-    status_ = "変更なし   Old(New)=" + r5(counts_.old_lines);
-  }
-  if (!status_.empty()) {
-    services_.WriteCsvStatus(status_);
-    services_.AddResultLines(job_.OutPath, status_);
+  const PairEnd end =
+      ended_early_.value_or(counts_.total() == 0 ? PairEnd::kUnchanged : PairEnd::kChanged);
+  const PairPaths paths{old_path_, new_path_};
+  if (end == PairEnd::kChanged) {
+    services_.NoteEnd(JobEnd::kDifference);
+    services_.WriteCsvCounts(paths, counts_);
+    services_.AddResultLines(files_.OutPath, CountsText());
     return;
   }
-  services_.NoteEnd(JobEnd::kDifference);
-  services_.WriteCsvCounts(counts_);
-  services_.AddResultLines(job_.OutPath,
-                           "UnMatch=" + r5(counts_.total()) + " OLD=" + r5(counts_.old_lines) +
-                               " NEW=" + r5(counts_.new_lines) + " Rep=" + r5(counts_.changed) +
-                               " Add=" + r5(counts_.added) + " Del=" + r5(counts_.deleted));
+  if (end == PairEnd::kFailed || end == PairEnd::kStopped) services_.NoteEnd(JobEnd::kTrouble);
+  std::string status = PairEndText(end);
+  if (end == PairEnd::kUnchanged) status += "   Old(New)=" + RightAlignedCount(counts_.old_lines);
+  services_.WriteCsvStatus(paths, status);
+  services_.AddResultLines(files_.OutPath, status);
+}
+
+std::string PairCompare::CountsText() const {
+  return "UnMatch=" + RightAlignedCount(counts_.total()) +
+         " OLD=" + RightAlignedCount(counts_.old_lines) +
+         " NEW=" + RightAlignedCount(counts_.new_lines) +
+         " Rep=" + RightAlignedCount(counts_.changed) + " Add=" + RightAlignedCount(counts_.added) +
+         " Del=" + RightAlignedCount(counts_.deleted);
 }
 
 }  // namespace

@@ -1,13 +1,13 @@
 #include "dircomp/dir_compare.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <iterator>
 
 #include "dircomp/dir_listing.h"
 #include "dircomp/qsort.h"
 #include "platform/folders.h"
-#include "platform/output_guard.h"
+#include "run/job_output.h"
+#include "settings/dir_compare_options.h"
 
 namespace ledrix::modDComp {
 namespace {
@@ -20,20 +20,19 @@ class DirCompare {
   DirCompare(RunServices& services, std::string_view type_filter)
       : services_(services),
         job_(services.job()),
-        range_(static_cast<CompareRange>(std::clamp(job_.CompareRange, 0, 2))),
-        type_filter_(type_filter),
-        old_(job_.OldPath, services.options().ComboDLst),
-        new_(job_.NewPath, services.options().ComboDLst) {}
+        options_(services.options()),
+        range_(job_.request.CompareRange),
+        type_filter_(options_.filter_names ? type_filter : "*.*"),
+        old_(job_.files.OldPath, services.options().ComboDLst),
+        new_(job_.files.NewPath, services.options().ComboDLst),
+        output_(services) {}
 
   void Run() {
     services_.UpdateProgress(kProgressUnits, 0);
-    if (OpenSides() && CreateListing()) {
-      Compare();
-      CloseListing();
-    }
+    if (OpenSides() && CreateListing()) Compare();
     const JobEnd differing = counts_.unmatched() > 0 ? JobEnd::kDifference : JobEnd::kNoDifference;
     services_.NoteEnd(job_.StopRequested ? JobEnd::kTrouble : differing);
-    services_.AddResultLines(job_.OutPath, failed_write_ ? "エラー" : DirCompResultLine(counts_));
+    output_.Finish(DirCompResultLine(counts_));
   }
 
  private:
@@ -48,18 +47,9 @@ class DirCompare {
   }
 
   bool CreateListing() {
-    if (const Status refused = RefuseOutput(job_.OutPath, {job_.OldPath, job_.NewPath}, {});
-        !refused.ok()) {
-      ShowError(refused.error(), job_.OutPath, "List Open Error");
-      return false;
-    }
-    Result<OutputFile> file = OutputFile::Create(job_.OutPath);
-    if (!file.ok()) {
-      ShowError(file.error(), job_.OutPath, "List Open Error");
-      return false;
-    }
-    file_ = std::move(file.value());
-    return true;
+    const Status failed = output_.Create({old_.path(), new_.path()});
+    if (!failed.ok()) ShowError(failed.error(), output_.path(), "List Open Error");
+    return failed.ok();
   }
 
   void ShowError(const Error& error, const NativePath& path, const char* title) {
@@ -68,7 +58,7 @@ class DirCompare {
   }
 
   void Compare() {
-    DirCompListing listing(*file_, services_.options());
+    DirCompListing listing(output_.file(), options_);
     services_.SetMessage("旧ﾃﾞｨﾚｸﾄﾘ情報 展開中...");
     if (!Expand(old_, counts_.old_entries)) return;
     services_.SetMessage(services_.message_text() + "\r\n新ﾃﾞｨﾚｸﾄﾘ情報 展開中...");
@@ -83,8 +73,7 @@ class DirCompare {
   }
 
   bool Expand(DirSide& side, int64_t& count) {
-    const OptionRecord& options = services_.options();
-    const KeyRules rules{range_, options.DCompBinary == 0, options.DCompKana == 0};
+    const KeyRules rules{range_, options_.ignore_case, options_.full_width};
     const std::optional<std::string> failed = side.Expand(rules, type_filter_, go_on_);
     count = static_cast<int64_t>(side.entries().size());
     if (!failed) return !job_.StopRequested;
@@ -153,8 +142,7 @@ class DirCompare {
     const DirEntry& old_entry = TakeOld();
     const DirEntry& new_entry = TakeNew();
     const int64_t apart = old_entry.modified - new_entry.modified;
-    if (old_entry.size == new_entry.size &&
-        (apart == 0 || IsTolerated(apart, services_.options()))) {
+    if (old_entry.size == new_entry.size && (apart == 0 || options_.Tolerates(apart))) {
       ++counts_.matching;
     } else {
       ++counts_.updated;
@@ -168,28 +156,20 @@ class DirCompare {
     services_.UpdateProgress(unit_, static_cast<double>(progress_));
   }
 
-  void CloseListing() {
-    if (const Status failure = file_->Close(); !failure.ok()) {
-      file_->Discard();
-      failed_write_ = true;
-      services_.ReportFileTrouble(job_.OutPath, failure.error());
-    }
-  }
-
   RunServices& services_;
   JobRecord& job_;
+  const DirCompareOptions options_;
   const CompareRange range_;
   const std::string_view type_filter_;
   const GoOn go_on_ = [this] { return !services_.YieldAndAskStop(); };
   DirSide old_;
   DirSide new_;
-  std::optional<OutputFile> file_;
+  JobOutput output_;
   DirCompCounts counts_;
   size_t old_at_ = 0;
   size_t new_at_ = 0;
   double unit_ = 0;
   int64_t progress_ = 0;
-  bool failed_write_ = false;
 };
 
 std::vector<std::string> ListFolderFiles(const NativePath& folder) {
@@ -212,15 +192,6 @@ std::string Section(const char* title, const std::vector<std::string>& names) {
 
 void DirCompJob(RunServices& services, std::string_view type_filter) {
   DirCompare(services, type_filter).Run();
-}
-
-bool IsTolerated(int64_t seconds_apart, const OptionRecord& options) {
-  constexpr int64_t kNineHours = int64_t{9} * 3600;
-  const int64_t apart = std::abs(seconds_apart);
-  const bool second = options.DComp1s == 1;
-  const bool hours = options.DComp9h == 1;
-  return (second && apart == 1) || (hours && apart == kNineHours) ||
-         (second && hours && apart == kNineHours + 1);
 }
 
 std::string FolderListText(const NativePath& folder) {

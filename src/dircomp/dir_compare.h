@@ -10,11 +10,9 @@
 namespace ledrix::modDComp {
 
 // Compares OldPath with NewPath into the listing OutPath, pairing entries by CompareRange.
-// `type_filter` says which names take part on both sides.
+// `type_filter` (patterns joined by ";") says which names take part on both sides when the option
+// DCompSelect is on.
 void DirCompJob(RunServices& services, std::string_view type_filter);
-
-// True when the options take times this many seconds apart for the same.
-bool IsTolerated(int64_t seconds_apart, const OptionRecord& options);
 
 // The names of the files directly in a folder, hidden ones included, sorted; for the clipboard,
 // joined by CR LF.

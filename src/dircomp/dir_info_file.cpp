@@ -5,6 +5,7 @@
 
 #include "dircomp/tree_walk.h"
 #include "platform/fixed_width.h"
+#include "run/job_output.h"
 #include "text/code_page_932.h"
 #include "text/utf8.h"
 
@@ -53,36 +54,30 @@ std::string SizeText(uint64_t size) {
 
 void DirEditJob(RunServices& services) {
   const JobRecord& job = services.job();
-  Result<OutputFile> created = OutputFile::Create(job.OutPath);
-  if (!created.ok()) {
+  const NativePath& root = job.files.OldPath;
+  JobOutput output(services);
+  if (const Status failed = output.Create({}); !failed.ok()) {
     services.platform().ShowMessage(
-        {DescribeError(created.error()) + "\r\n" + PathToUtf8(job.OutPath), "List Open Error"});
+        {DescribeError(failed.error()) + "\r\n" + PathToUtf8(output.path()), "List Open Error"});
     services.NoteEnd(JobEnd::kTrouble);
-    services.AddResultLines(job.OutPath, "エラー");
+    services.AddResultLines(output.path(), PairEndText(PairEnd::kFailed));
     return;
   }
-  OutputFile& file = created.value();
-  WriteLine(file, EncodeSjis(RootName(job.OldPath)));
+  output.WriteLine(EncodeSjis(RootName(root)));
   int64_t count = 0;
   TreeVisitor visitor;
   visitor.enter_folder = [&services] { return !services.YieldAndAskStop(); };
   visitor.read_entry = [&services] { services.platform().YieldToUi(); };
   visitor.visit_file = [&](const FileRecord& record) {
-    WriteRecord(file, record);
+    WriteRecord(output.file(), record);
     ++count;
   };
   visitor.leave_folder = [&] { services.ShowBarText(CountText(count)); };
-  if (const std::optional<WalkError> failed = WalkTree(job.OldPath, visitor)) {
+  if (const std::optional<WalkError> failed = WalkTree(root, visitor)) {
     services.ReportFileTrouble(failed->path, failed->error);
   }
   if (job.StopRequested) services.NoteEnd(JobEnd::kTrouble);
-  if (const Status unwritten = file.Close(); !unwritten.ok()) {
-    file.Discard();
-    services.ReportFileTrouble(job.OutPath, unwritten.error());
-    services.AddResultLines(job.OutPath, "エラー");
-    return;
-  }
-  services.AddResultLines(job.OutPath, CountText(count));
+  output.Finish(CountText(count));
 }
 
 std::string DirInfoReader::ReadRootName() {

@@ -4,7 +4,6 @@
 
 #include "dircomp/dir_info_file.h"
 #include "platform/fixed_width.h"
-#include "settings/compare_options.h"
 #include "text/code_page_932.h"
 
 namespace ledrix::modDComp {
@@ -36,27 +35,20 @@ const char* RangeText(CompareRange range) {
   return "";
 }
 
-DirCompListing::DirCompListing(OutputFile& file, const OptionRecord& options)
-    : file_(file),
-      width_(static_cast<size_t>(ClampedOption("PrintDCompLen", options.PrintDCompLen))),
-      with_added_(options.DCompOut[0] == 1),
-      with_deleted_(options.DCompOut[1] == 1),
-      with_updated_(options.DCompOut[2] == 1) {}
-
 void DirCompListing::WriteText(SjisView text) {
-  WriteFixedWidth(file_, text, width_);
+  WriteFixedWidth(file_, text, options_.width);
 }
 
 SjisText DirCompListing::Separator() const {
   constexpr size_t kFixedWidth = 51;
-  return "-STATUS--+"_sjis + SjisText::Repeat(width_ - kFixedWidth, '-') + "+"_sjis +
+  return "-STATUS--+"_sjis + SjisText::Repeat(options_.width - kFixedWidth, '-') + "+"_sjis +
          SjisText::Repeat(40, '-');
 }
 
 void DirCompListing::WriteHeader(const LocalTime& now, const DirSide& old_side,
                                  const DirSide& new_side) {
   constexpr size_t kMadeWidth = 27;
-  WriteText(SjisText::Repeat(width_ - kMadeWidth, ' ') + "作成  "_sjis +
+  WriteText(SjisText::Repeat(options_.width - kMadeWidth, ' ') + "作成  "_sjis +
             EncodeSjis(FormatDateTime(now)));
   const auto write_side = [this](const char* label, const DirSide& side) {
     WriteText(EncodeSjis(label + side.display_root()));
@@ -69,15 +61,15 @@ void DirCompListing::WriteHeader(const LocalTime& now, const DirSide& old_side,
 }
 
 void DirCompListing::WriteAdded(const DirEntry& entry) {
-  if (with_added_) FormatDetailLine("追加　 -> "_sjis, entry);
+  if (options_.with_added) FormatDetailLine("追加　 -> "_sjis, entry);
 }
 
 void DirCompListing::WriteDeleted(const DirEntry& entry) {
-  if (with_deleted_) FormatDetailLine("削除　 -> "_sjis, entry);
+  if (options_.with_deleted) FormatDetailLine("削除　 -> "_sjis, entry);
 }
 
 void DirCompListing::WriteUpdated(const DirEntry& old_entry, const DirEntry& new_entry) {
-  if (!with_updated_) return;
+  if (!options_.with_updated) return;
   FormatDetailLine("更新 前-> "_sjis, old_entry);
   const bool later = new_entry.modified > old_entry.modified;
   FormatDetailLine(later ? "  Up 後-> "_sjis : " Down後-> "_sjis, new_entry);
@@ -87,8 +79,8 @@ void DirCompListing::FormatDetailLine(SjisView label, const DirEntry& entry) {
   const SjisText continued = "　　　 >> "_sjis;
   SjisText line(label);
   SjisView rest = SjisView::FromBytes(entry.path);
-  const size_t piece_width = width_ - kPieceMargin;
-  const size_t last_width = width_ - kDateSizeWidth;
+  const size_t piece_width = options_.width - kPieceMargin;
+  const size_t last_width = options_.width - kDateSizeWidth;
   for (int pieces = 0; rest.size() > last_width && pieces < kMostPieces; ++pieces) {
     const size_t cut = SplitsDoubleByte(rest, piece_width) ? piece_width - 1 : piece_width;
     line += rest.First(cut);

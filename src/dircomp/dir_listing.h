@@ -9,6 +9,7 @@
 #include "dircomp/dir_side.h"
 #include "platform/files.h"
 #include "platform/local_time.h"
+#include "settings/dir_compare_options.h"
 #include "text/sjis_text.h"
 
 namespace ledrix::modDComp {
@@ -27,8 +28,9 @@ struct DirCompCounts {
 
 class DirCompListing {
  public:
-  // Details of a kind that is switched off are not written. `file` must outlive the listing.
-  DirCompListing(OutputFile& file, const OptionRecord& options);
+  // Details of a kind that is switched off are not written. Both must outlive the listing.
+  DirCompListing(OutputFile& file, const DirCompareOptions& options)
+      : file_(file), options_(options) {}
 
   void WriteHeader(const LocalTime& now, const DirSide& old_side, const DirSide& new_side);
   void WriteAdded(const DirEntry& entry);
@@ -43,10 +45,7 @@ class DirCompListing {
   SjisText Separator() const;
 
   OutputFile& file_;
-  size_t width_;
-  bool with_added_;
-  bool with_deleted_;
-  bool with_updated_;
+  const DirCompareOptions& options_;
 };
 
 // "比較範囲=フルパス", "比較範囲=カレントパス" or "比較範囲=パスなし".

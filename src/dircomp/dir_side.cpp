@@ -43,13 +43,13 @@ char32_t WithSoundMark(char32_t half_width, char32_t mark) {
 // Turns a text that the range has chosen into a key.
 void MakeKey(std::string& text, const KeyRules& rules) {
   if (IsAscii(text) && !rules.full_width) {
-    if (rules.upper_case) {
+    if (rules.ignore_case) {
       for (char& c : text) c = AsciiUpper(c);
     }
     return;
   }
   std::u32string characters = Utf8Characters(text);
-  if (rules.upper_case) {
+  if (rules.ignore_case) {
     std::transform(characters.begin(), characters.end(), characters.begin(), ToUpper);
   }
   if (rules.full_width) characters = ToFullWidth(characters);

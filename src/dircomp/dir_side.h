@@ -16,13 +16,10 @@
 
 namespace ledrix::modDComp {
 
-// What belongs to the key of an entry.
-enum class CompareRange { kFullPath = 0, kCurrentPath = 1, kNoPath = 2 };
-
 // How keys are made.
 struct KeyRules {
   CompareRange range;
-  bool upper_case;  // letter case does not count
+  bool ignore_case;
   bool full_width;  // half-width forms count as full-width ones
 };
 

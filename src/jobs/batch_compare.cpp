@@ -14,22 +14,16 @@ constexpr const char* kListingFailed = "  LIST OPEN ERROR     : ";
 
 void FillJob(const CommandLineArgs& args, RunServices& services) {
   JobRecord& job = services.job();
-  job = JobRecord();
-  job.JobKind = JobKind::kComp;
-  job.FileCount = 1;
-  job.OldPath = MakeAbsolute(NativePath(args.old_path));
-  job.NewPath = MakeAbsolute(NativePath(args.new_path));
-  job.MergeMarks = args.merge_marks;
+  job.outputs = OutputChoices();
+  job.outputs.MergeMarks = args.merge_marks;
   job.DebugLog = args.debug_log;
   services.options().StartMsg = 0;
-  if (!args.output_path.empty()) {
-    job.OutputDirMode = OutputDirMode::kElse;
-    job.OutPath = MakeAbsolute(NativePath(args.output_path));
-  } else {
-    job.OutputDirMode = OutputDirMode::kOldDir;
-    job.OutPath = AddBackslash(DirOf(job.OldPath)) +
-                  FillPattern(services.options().ComboLstLst, NameForPattern(job.OldPath));
-  }
+  JobRequest request;
+  request.OldPath = MakeAbsolute(NativePath(args.old_path));
+  request.NewPath = MakeAbsolute(NativePath(args.new_path));
+  if (!args.output_path.empty()) request.OutPath = MakeAbsolute(NativePath(args.output_path));
+  BeginJob(job, std::move(request));
+  static_cast<OutputNames&>(job.files) = MakeSingleOutputNames(services.options(), job);
 }
 
 // A problem goes to the log, which may fail, and to stderr.
@@ -67,11 +61,12 @@ Status CheckReadable(const NativePath& path) {
 
 // Leaves the listing empty. Nothing is opened when it is one of the inputs.
 Status CheckCreatable(const JobRecord& job) {
-  if (const Status refused = RefuseOutput(job.OutPath, {job.OldPath, job.NewPath}, {});
+  if (const Status refused =
+          RefuseOutput(job.files.OutPath, {job.files.OldPath, job.files.NewPath}, {});
       !refused.ok()) {
     return refused;
   }
-  Result<OutputFile> file = OutputFile::Create(job.OutPath);
+  Result<OutputFile> file = OutputFile::Create(job.files.OutPath);
   return file.ok() ? file.value().Close() : Status(file.error());
 }
 
@@ -85,9 +80,9 @@ bool CheckBatchFiles(const NativePath& log_path, RunServices& services) {
     log.Write(label, path, problem.error());
     good = false;
   };
-  check(CheckReadable(job.OldPath), kOldMissing, job.OldPath);
-  check(CheckReadable(job.NewPath), kNewMissing, job.NewPath);
-  check(CheckCreatable(job), kListingFailed, job.OutPath);
+  check(CheckReadable(job.files.OldPath), kOldMissing, job.files.OldPath);
+  check(CheckReadable(job.files.NewPath), kNewMissing, job.files.NewPath);
+  check(CheckCreatable(job), kListingFailed, job.files.OutPath);
   log.Close();
   return good;
 }

@@ -5,15 +5,15 @@
 namespace ledrix {
 namespace {
 
-NativePath OutputFolder(const OptionRecord& options, const JobRecord& job,
+NativePath OutputFolder(const OptionRecord& options, const OutputChoices& choices,
                         const NativePath& old_path, const NativePath& new_path, PathStyle style) {
-  switch (job.OutputDirMode) {
+  switch (choices.OutputDirMode) {
     case OutputDirMode::kOldDir:
       return AddBackslash(DirOf(old_path, style), style);
     case OutputDirMode::kNewDir:
       return AddBackslash(DirOf(new_path, style), style);
     case OutputDirMode::kElse:
-      return AddBackslash(job.ElseOutputDir, style);
+      return AddBackslash(choices.ElseOutputDir, style);
     case OutputDirMode::kConstant:
       return AddBackslash(NativePath(options.ContOutDirPath), style);
   }
@@ -44,16 +44,26 @@ std::string FillPattern(std::string_view pattern, std::string_view base) {
   return filled;
 }
 
-NativePath MakeOutputNames(const OptionRecord& options, JobRecord& job, const NativePath& old_path,
-                           const NativePath& new_path, PathStyle style) {
-  const NativePath folder = OutputFolder(options, job, old_path, new_path, style);
-  const bool by_new = job.OutputDirMode == OutputDirMode::kNewDir;
+OutputNames MakeOutputNames(const OptionRecord& options, const OutputChoices& choices,
+                            const NativePath& old_path, const NativePath& new_path,
+                            PathStyle style) {
+  const NativePath folder = OutputFolder(options, choices, old_path, new_path, style);
+  const bool by_new = choices.OutputDirMode == OutputDirMode::kNewDir;
   const std::string base = NameForPattern(by_new ? new_path : old_path, style);
-  job.SbnPath = job.OptSbnList ? folder + FillPattern(options.ComboLstSbn, base) : NativePath();
-  job.MrgPath = job.OptMrgSrc
-                    ? folder + (BaseNameOf(old_path, style) + "_MRG" + ExtensionOf(old_path, style))
-                    : NativePath();
-  return folder + FillPattern(options.ComboLstLst, base);
+  OutputNames names;
+  names.OutPath = folder + FillPattern(options.ComboLstLst, base);
+  if (choices.OptSbnList) names.SbnPath = folder + FillPattern(options.ComboLstSbn, base);
+  if (choices.OptMrgSrc) {
+    names.MrgPath = folder + (BaseNameOf(old_path, style) + "_MRG" + ExtensionOf(old_path, style));
+  }
+  return names;
+}
+
+OutputNames MakeSingleOutputNames(const OptionRecord& options, const JobRecord& job) {
+  OutputNames names =
+      MakeOutputNames(options, job.outputs, job.request.OldPath, job.request.NewPath);
+  if (!job.request.OutPath.empty()) names.OutPath = job.request.OutPath;
+  return names;
 }
 
 }  // namespace ledrix

@@ -17,9 +17,12 @@ std::string SelectedFileName(const FileList& list);
 // The pattern with every "*" replaced by `base`.
 std::string FillPattern(std::string_view pattern, std::string_view base);
 
-// Returns the listing path of a pair and sets SbnPath and MrgPath of the record, each empty when
-// its flag is off. The merge source is always named after the old file.
-NativePath MakeOutputNames(const OptionRecord& options, JobRecord& job, const NativePath& old_path,
-                           const NativePath& new_path, PathStyle style = kPlatformPathStyle);
+// The outputs of a pair. The merge source is always named after the old file.
+OutputNames MakeOutputNames(const OptionRecord& options, const OutputChoices& choices,
+                            const NativePath& old_path, const NativePath& new_path,
+                            PathStyle style = kPlatformPathStyle);
+
+// The outputs of a job's only pair: its request may say where the listing goes.
+OutputNames MakeSingleOutputNames(const OptionRecord& options, const JobRecord& job);
 
 }  // namespace ledrix

@@ -12,23 +12,31 @@ bool IsPathEntry(const std::string& entry) {
 
 }  // namespace
 
-std::string OutputPreview(const OptionRecord& options, JobRecord& job, const FileSides& sides) {
-  const bool by_new = job.OutputDirMode == OutputDirMode::kNewDir;
-  const bool beside = by_new || job.OutputDirMode == OutputDirMode::kOldDir;
+std::string OutputPreview(const OptionRecord& options, const OutputChoices& choices,
+                          const FileSides& sides) {
+  const bool by_new = choices.OutputDirMode == OutputDirMode::kNewDir;
+  const bool beside = by_new || choices.OutputDirMode == OutputDirMode::kOldDir;
   const FileSide& side = sides[by_new ? 1 : 0];
   const std::string name = SelectedCount(side.files) == 1
                                ? SelectedFileName(side.files)
                                : std::string(by_new ? " <New File Name> " : " <Old File Name> ");
-  if (beside) job.ElseOutputDir = AddBackslash(side.folder);
-  const NativePath preview =
-      beside ? MakeOutputNames(options, job, AddBackslash(sides[0].folder) + name,
+  const OutputNames names =
+      beside ? MakeOutputNames(options, choices, AddBackslash(sides[0].folder) + name,
                                AddBackslash(sides[1].folder) + name)
-             : MakeOutputNames(options, job, NativePath(name), NativePath());
-  std::string text = " LIST=" + PathToUtf8(preview);
-  if (job.OptSbnList) text += " / Sbn List";
-  if (job.OptCsvList) text += " / Csv List";
-  if (job.OptMrgSrc) text += " / Mrg Src";
+             : MakeOutputNames(options, choices, NativePath(name), NativePath());
+  std::string text = " LIST=" + PathToUtf8(names.OutPath);
+  if (choices.OptSbnList) text += " / Sbn List";
+  if (choices.OptCsvList) text += " / Csv List";
+  if (choices.OptMrgSrc) text += " / Mrg Src";
   return text;
+}
+
+void FollowOutputSide(OutputChoices& choices, const FileSides& sides) {
+  if (choices.OutputDirMode == OutputDirMode::kOldDir) {
+    choices.ElseOutputDir = AddBackslash(sides[0].folder);
+  } else if (choices.OutputDirMode == OutputDirMode::kNewDir) {
+    choices.ElseOutputDir = AddBackslash(sides[1].folder);
+  }
 }
 
 NativePath OutputOfEntry(const std::vector<std::string>& entries, size_t index) {

@@ -9,9 +9,12 @@
 namespace ledrix {
 
 // " LIST=" and the path of the listing that a compare of the two sides would write, then the
-// further outputs that are wanted. With the outputs beside a side's file, ElseOutputDir becomes
-// that side's folder.
-std::string OutputPreview(const OptionRecord& options, JobRecord& job, const FileSides& sides);
+// further outputs that are wanted.
+std::string OutputPreview(const OptionRecord& options, const OutputChoices& choices,
+                          const FileSides& sides);
+
+// While the outputs go beside a side's file, ElseOutputDir is that side's folder.
+void FollowOutputSide(OutputChoices& choices, const FileSides& sides);
 
 // The path of the output that an entry of the result list tells of: of the entry itself when it
 // opens with "(", otherwise of the one above it. Empty when there is none.

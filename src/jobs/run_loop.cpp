@@ -16,41 +16,36 @@
 namespace ledrix {
 namespace {
 
-bool IsMultiple(const JobRecord& job) {
-  return job.IsMultiple || job.FileCount != 1;
+bool IsMultiple(const JobRequest& request) {
+  return request.IsMultiple || request.FileCount != 1;
 }
 
 // Opening the summary empties it, so it must be none of the files that the job reads and writes.
-bool CsvSummaryIsSafe(RunServices& services) {
-  JobRecord& job = services.job();
-  const Status refused = RefuseOutput(job.CsvPath, {job.OldPath, job.NewPath},
-                                      {job.OutPath, job.SbnPath, job.MrgPath}, job.ProtectedFiles);
+bool CsvSummaryIsSafe(RunServices& services, const NativePath& path) {
+  const JobFiles& files = services.job().files;
+  const Status refused =
+      RefuseOutput(path, {files.OldPath, files.NewPath},
+                   {files.OutPath, files.SbnPath, files.MrgPath}, services.job().ProtectedFiles);
   if (refused.ok()) return true;
   services.platform().ShowMessage(
-      {DescribeError(refused.error()) + "\r\n" + PathToUtf8(job.CsvPath), "CSV File Open Error"});
+      {DescribeError(refused.error()) + "\r\n" + PathToUtf8(path), "CSV File Open Error"});
   services.NoteEnd(JobEnd::kTrouble);
   return false;
 }
 
-void NameOutputs(RunServices& services) {
-  JobRecord& job = services.job();
-  job.OutPath = MakeOutputNames(services.options(), job, job.OldPath, job.NewPath);
-  if (!job.ListingPath.empty()) job.OutPath = job.ListingPath;
-}
-
 bool StartCsvSummary(RunServices& services) {
-  services.job().CsvPath = services.CsvSummaryPath(services.job().OutPath);
-  return CsvSummaryIsSafe(services) && services.OpenCsvSummary();
+  const NativePath path = services.CsvSummaryPath(services.job().files.OutPath);
+  return CsvSummaryIsSafe(services, path) && services.OpenCsvSummary(path);
 }
 
 void RunSingleCompare(RunServices& services) {
   JobRecord& job = services.job();
-  NameOutputs(services);
-  if (!job.OptCsvList) {
+  static_cast<OutputNames&>(job.files) = MakeSingleOutputNames(services.options(), job);
+  if (!job.outputs.OptCsvList) {
     modComp::ComparePair(services);
   } else if (StartCsvSummary(services)) {
     modComp::ComparePair(services);
-    services.CloseCsvSummary(job.FileCount);
+    services.CloseCsvSummary(job.request.FileCount);
   }
 }
 
@@ -61,8 +56,8 @@ class MultipleCompare {
       : services_(services),
         job_(services.job()),
         sides_(sides),
-        old_folder_(DirOf(job_.OldPath)),
-        new_folder_(DirOf(job_.NewPath)) {}
+        old_folder_(DirOf(job_.request.OldPath)),
+        new_folder_(DirOf(job_.request.NewPath)) {}
 
   void Run() {
     Pair();
@@ -77,8 +72,8 @@ class MultipleCompare {
       if (!ended) break;
     }
     if (job_.StopRequested) services_.NoteEnd(JobEnd::kTrouble);
-    if (!job_.OptCsvList) return;
-    ended ? services_.CloseCsvSummary(job_.FileCount) : services_.AbandonCsvSummary();
+    if (!job_.outputs.OptCsvList) return;
+    ended ? services_.CloseCsvSummary(job_.request.FileCount) : services_.AbandonCsvSummary();
   }
 
  private:
@@ -96,16 +91,27 @@ class MultipleCompare {
 
   // False when the job cannot go on.
   bool RunPair(size_t number, const std::string& old_name, const std::string& new_name) {
-    services_.SetMessage("複数コンペア （ " + std::to_string(job_.FileCount) +
+    services_.SetMessage("複数コンペア （ " + std::to_string(job_.request.FileCount) +
                          " ファイル ） を実行中\r( " + std::to_string(number) + " ) " +
                          PathToUtf8(NativePath(old_name)));
     services_.platform().YieldToUi();
-    job_.OldPath = old_folder_ + old_name;
-    job_.NewPath = new_folder_ + new_name;
-    NameOutputs(services_);
-    if (number == 1 && job_.OptCsvList && !StartCsvSummary(services_)) return false;
-    if (!services_.IsExcludedType(old_name)) modComp::ComparePair(services_);
+    job_.files.OldPath = old_folder_ + old_name;
+    job_.files.NewPath = new_folder_ + new_name;
+    static_cast<OutputNames&>(job_.files) =
+        MakeOutputNames(services_.options(), job_.outputs, job_.files.OldPath, job_.files.NewPath);
+    if (number == 1 && job_.outputs.OptCsvList && !StartCsvSummary(services_)) return false;
+    if (services_.IsExcludedType(old_name)) {
+      ReportExcluded(old_name);
+    } else {
+      modComp::ComparePair(services_);
+    }
     return true;
+  }
+
+  void ReportExcluded(const std::string& name) {
+    const char* const text = PairEndText(PairEnd::kExcluded);
+    services_.WriteCsvStatus({job_.files.OldPath, job_.files.NewPath}, text);
+    services_.AddResultLines(job_.files.OutPath, name + text + "  ");
   }
 
   RunServices& services_;
@@ -117,10 +123,10 @@ class MultipleCompare {
 };
 
 void Dispatch(RunServices& services, const FileSides& sides) {
-  const JobRecord& job = services.job();
-  switch (job.JobKind) {
+  const JobRequest& request = services.job().request;
+  switch (request.JobKind) {
     case JobKind::kComp:
-      if (IsMultiple(job)) {
+      if (IsMultiple(request)) {
         MultipleCompare(services, sides).Run();
       } else {
         RunSingleCompare(services);
@@ -130,17 +136,14 @@ void Dispatch(RunServices& services, const FileSides& sides) {
       modStep::StepCntJob(services);
       break;
     case JobKind::kStepCsv:
-      modStep::StepCsvJob(services, sides[job.ActiveSide].files);
+      modStep::StepCsvJob(services, sides[static_cast<size_t>(request.ActiveSide)].files);
       break;
     case JobKind::kDirEdit:
       modDComp::DirEditJob(services);
       break;
-    case JobKind::kDirComp: {
-      const bool filtered = services.options().DCompSelect == 1;
-      const std::string filter = filtered ? FilterPatterns(sides[0].filter_entry) : "*.*";
-      modDComp::DirCompJob(services, filter);
+    case JobKind::kDirComp:
+      modDComp::DirCompJob(services, FilterPatterns(sides[0].filter_entry));
       break;
-    }
   }
 }
 
@@ -165,36 +168,36 @@ std::string ElapsedText(double seconds) {
   return (seconds < 0 && hundredths > 0 ? "-" : "") + FormatThousands(hundredths / 100) + fraction;
 }
 
-std::string DebugText(const JobRecord& job, const LocalTime& start, const LocalTime& end) {
+std::string DebugText(const NativePath& old_path, const LocalTime& start, const LocalTime& end) {
   const float t0 = Timer(start);
   const float t1 = Timer(end);
   const auto second_of_day = [](const LocalTime& t) {
     return t.hour * 3600 + t.minute * 60 + t.second;
   };
-  return BaseNameOf(job.OldPath) + " >> " + TimerText(t0) + " <- " +
+  return BaseNameOf(old_path) + " >> " + TimerText(t0) + " <- " +
          ElapsedText(static_cast<double>(t1) - static_cast<double>(t0)) + " -> " + TimerText(t1) +
          " ///// " + std::to_string(second_of_day(end) - second_of_day(start));
 }
 
 void RecordJob(RunServices& services, RunLog& log, const LocalTime& start) {
   const JobRecord& job = services.job();
-  for (const NativePath* path : {&job.OldPath, &job.NewPath, &job.OutPath}) {
+  for (const NativePath* path : {&job.request.OldPath, &job.request.NewPath, &job.files.OutPath}) {
     if (!path->empty()) log.WriteRunRecord(*path);
   }
-  if (job.DebugLog) log.WriteDebugLog(DebugText(job, start, services.platform().Now()));
+  if (job.DebugLog)
+    log.WriteDebugLog(DebugText(job.request.OldPath, start, services.platform().Now()));
   log.CompactHistory();
 }
 
-// The text of one side of a directory compare; a side that is no directory information file
-// becomes its folder.
-std::string DirCompSideText(NativePath& path, const std::string& info_pattern,
-                            const char* behind_file, const char* behind_folder) {
-  const std::string name = FileNameOf(path);
-  if (MatchesPattern(name, info_pattern, LetterCase::kIgnore)) {
-    return PathToUtf8(NativePath(name)) + behind_file;
-  }
-  path = DirOf(path);
-  return PathToUtf8(path) + behind_folder;
+bool IsInfoFile(const NativePath& path, const OptionRecord& options) {
+  return MatchesPattern(FileNameOf(path), options.ComboDLst, LetterCase::kIgnore);
+}
+
+// One side of a directory compare in the question before it.
+std::string DirCompareSideText(const NativePath& path, const OptionRecord& options,
+                               const char* behind_file, const char* behind_folder) {
+  if (!IsInfoFile(path, options)) return PathToUtf8(path) + behind_folder;
+  return PathToUtf8(NativePath(FileNameOf(path))) + behind_file;
 }
 
 std::string NameForMessage(const NativePath& path) {
@@ -218,10 +221,14 @@ void RunJob(RunServices& services, const JobSurroundings& surroundings) {
   services.front_end().JobEnded();
 }
 
-std::string JobCaption(const JobRecord& job) {
-  switch (job.JobKind) {
+NativePath DirCompareSide(const NativePath& path, const OptionRecord& options) {
+  return IsInfoFile(path, options) ? path : DirOf(path);
+}
+
+std::string JobCaption(const JobRequest& request) {
+  switch (request.JobKind) {
     case JobKind::kComp:
-      return job.FileCount > 1 ? "Ledrix  < MultiSelect Compare >" : "Ledrix  < Compare >";
+      return request.FileCount > 1 ? "Ledrix  < MultiSelect Compare >" : "Ledrix  < Compare >";
     case JobKind::kStepCnt:
       return "Ledrix  < StepCount >";
     case JobKind::kStepCsv:
@@ -230,36 +237,33 @@ std::string JobCaption(const JobRecord& job) {
       return "Ledrix  < Directory Compare Edit > ";
     case JobKind::kDirComp:
       return std::string("Ledrix  < Directory Compare ") +
-             modDComp::RangeText(static_cast<modDComp::CompareRange>(job.CompareRange)) + " > ";
+             modDComp::RangeText(request.CompareRange) + " > ";
   }
   return {};
 }
 
-std::string JobMessage(RunServices& services) {
-  JobRecord& job = services.job();
-  switch (job.JobKind) {
+std::string JobMessage(const OptionRecord& options, const JobRecord& job) {
+  const JobRequest& request = job.request;
+  switch (request.JobKind) {
     case JobKind::kComp:
-      if (job.FileCount >= 2) {
-        return "複数コンペア （ " + std::to_string(job.FileCount) + " ファイル ） を開始します";
+      if (request.FileCount >= 2) {
+        return "複数コンペア （ " + std::to_string(request.FileCount) + " ファイル ） を開始します";
       }
-      NameOutputs(services);
-      return NameForMessage(job.OldPath) + " と " + NameForMessage(job.NewPath) + " を判定し\r" +
-             NameForMessage(job.OutPath) + " に出力します";
+      return NameForMessage(request.OldPath) + " と " + NameForMessage(request.NewPath) +
+             " を判定し\r" + NameForMessage(MakeSingleOutputNames(options, job).OutPath) +
+             " に出力します";
     case JobKind::kStepCnt:
-      return "ステップカウントを開始実行します\r( " + PathToUtf8(job.OldPath) + " )";
+      return "ステップカウントを開始実行します\r( " + PathToUtf8(request.OldPath) + " )";
     case JobKind::kStepCsv:
-      return "ステップカウント(CSV)を行い " + NameForMessage(job.OutPath) + " に出力します\r(" +
-             PathToUtf8(job.OldPath) + ")\r" + std::to_string(job.FileCount) + " File";
+      return "ステップカウント(CSV)を行い " + NameForMessage(request.OutPath) + " に出力します\r(" +
+             PathToUtf8(request.OldPath) + ")\r" + std::to_string(request.FileCount) + " File";
     case JobKind::kDirEdit:
-      return PathToUtf8(job.OldPath) + " の情報を\r" + PathToUtf8(job.OutPath) + " に出力します";
-    case JobKind::kDirComp: {
-      const std::string& pattern = services.options().ComboDLst;
-      const std::string old_text =
-          DirCompSideText(job.OldPath, pattern, " ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙと ", " と");
-      const std::string new_text =
-          DirCompSideText(job.NewPath, pattern, " ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを比較し", " を比較し");
-      return old_text + new_text + "\r" + NameForMessage(job.OutPath) + " に出力します";
-    }
+      return PathToUtf8(request.OldPath) + " の情報を\r" + PathToUtf8(request.OutPath) +
+             " に出力します";
+    case JobKind::kDirComp:
+      return DirCompareSideText(request.OldPath, options, " ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙと ", " と") +
+             DirCompareSideText(request.NewPath, options, " ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを比較し", " を比較し") +
+             "\r" + NameForMessage(request.OutPath) + " に出力します";
   }
   return {};
 }

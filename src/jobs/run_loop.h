@@ -23,9 +23,12 @@ struct JobSurroundings {
 void RunJob(RunServices& services, const JobSurroundings& surroundings);
 
 // What the dialog tells of a job before it runs: its caption, and its message with lines
-// separated by "\r". JobMessage computes the output names of a single compare and turns a side of
-// a directory compare that is no directory information file into its folder.
-std::string JobCaption(const JobRecord& job);
-std::string JobMessage(RunServices& services);
+// separated by "\r". Nothing is changed.
+std::string JobCaption(const JobRequest& request);
+std::string JobMessage(const OptionRecord& options, const JobRecord& job);
+
+// A side of a directory compare: a directory information file as it is, the folder of any other
+// path.
+NativePath DirCompareSide(const NativePath& path, const OptionRecord& options);
 
 }  // namespace ledrix

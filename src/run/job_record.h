@@ -1,12 +1,13 @@
-// The one description of the current job, filled before it runs and read by every engine.
+// The one description of the current job: what was asked for, what is being worked on, and the
+// live state that engines and front end share.
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "platform/files.h"
 #include "platform/native_path.h"
+#include "run/side.h"
 
 namespace ledrix {
 
@@ -20,45 +21,72 @@ enum class OutputDirMode {
   kConstant,  // the option ContOutDirPath
 };
 
-struct JobRecord {
-  enum JobKind JobKind = JobKind::kComp;
+// What of a path belongs to the key of an entry in a directory compare.
+enum class CompareRange { kFullPath, kCurrentPath, kNoPath };
 
-  // Inputs and outputs, all absolute. In a multiple compare they are rewritten for every pair.
-  NativePath OldPath;
-  NativePath NewPath;
-  NativePath OutPath;  // the listing, or the job's one output
-  NativePath SbnPath;  // difference file; empty when not wanted
-  NativePath MrgPath;  // merge source; empty when not wanted
-
-  NativePath CsvPath;  // CSV summary
-  std::optional<OutputFile> CsvFile;
-  int64_t CsvRowNo = 0;  // number of the last row written
-
-  // "Comp": selected files of the old list; "StepCSV": entries of the side's list.
-  int64_t FileCount = 0;
-  // A multiple compare although only one pair is selected.
-  bool IsMultiple = false;
-  // Files that no output of the job may overwrite, beside those of the pair.
-  FileSet ProtectedFiles;
-  int CompareRange = 0;  // 0 full path, 1 current path, 2 no path
-
+// The outputs that text compares are to have; the choice stays from job to job.
+struct OutputChoices {
   bool OptSbnList = false;  // write the difference file
   bool OptCsvList = false;  // write the CSV summary
   bool OptMrgSrc = false;   // write the merge source
+  bool MergeMarks = false;  // the merge source tells where each line comes from
   enum OutputDirMode OutputDirMode = OutputDirMode::kOldDir;
   NativePath ElseOutputDir;
-  // When not empty, the listing of a single compare goes exactly there; the other outputs keep
-  // the names and the folder that the rules above give them.
-  NativePath ListingPath;
+};
 
-  int ActiveSide = 0;          // 0 old, 1 new
+// What is asked of a job; no engine changes it. Paths are absolute.
+struct JobRequest {
+  enum JobKind JobKind = JobKind::kComp;
+  NativePath OldPath;  // in a multiple compare the first pair's
+  NativePath NewPath;
+  // The one output of a job that has one. A text compare names its own outputs, but when this is
+  // not empty the listing of a single compare goes exactly there; the other outputs keep the names
+  // and the folder that the rules give them.
+  NativePath OutPath;
+  // "Comp": selected files of the old list; "StepCSV": entries of the side's list.
+  int64_t FileCount = 1;
+  bool IsMultiple = false;  // a multiple compare although only one pair is selected
+  Side ActiveSide = Side::kOld;
+  enum CompareRange CompareRange = CompareRange::kFullPath;
+};
+
+// The outputs of one pair.
+struct OutputNames {
+  NativePath OutPath;  // the listing, or the job's one output
+  NativePath SbnPath;  // difference file; empty when not wanted
+  NativePath MrgPath;  // merge source; empty when not wanted
+};
+
+// The inputs and outputs that are being worked on: those of the job, or of one of its pairs.
+struct JobFiles : OutputNames {
+  NativePath OldPath;
+  NativePath NewPath;
+};
+
+struct JobRecord {
+  OutputChoices outputs;
+  JobRequest request;
+  JobFiles files;
+
+  // Live state of the job.
   bool StopRequested = false;  // set by the front end while the job yields to it
-  int16_t RunCounter = 0;      // number of the last result entry; stays at 32767 once there
-  bool GuiMode = false;        // a result list and a progress bar exist
+  FileSet ProtectedFiles;      // no output of the job may overwrite them, whatever pair is next
 
-  // Switches of the whole run.
-  bool MergeMarks = false;  // the merge source tells where each line comes from
+  // Of the whole run.
+  int16_t RunCounter = 0;  // number of the last result entry; stays at 32767 once there
+  bool GuiMode = false;    // a result list and a progress bar exist
   bool DebugLog = false;
 };
+
+// Makes the record describe a new job; every job begins here.
+inline void BeginJob(JobRecord& job, JobRequest request) {
+  job.files = {};
+  job.files.OldPath = request.OldPath;
+  job.files.NewPath = request.NewPath;
+  job.files.OutPath = request.OutPath;
+  job.request = std::move(request);
+  job.StopRequested = false;
+  job.ProtectedFiles = {};
+}
 
 }  // namespace ledrix

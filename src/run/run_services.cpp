@@ -9,8 +9,6 @@
 namespace ledrix {
 namespace {
 
-constexpr const char* kExcluded = "対象外ﾌｧｲﾙﾀｲﾌﾟ";
-
 const char* Label(JobKind kind) {
   switch (kind) {
     case JobKind::kComp:
@@ -40,7 +38,7 @@ void RunServices::AddResultLines(const NativePath& path, std::string_view messag
   if (!job_.GuiMode) return;
   std::string number = std::to_string(job_.RunCounter);
   number = RightAligned(number.substr(number.size() - std::min<size_t>(2, number.size())), 2);
-  front_end_.AddResultLine("(" + number + Label(job_.JobKind) + ") " + path.bytes());
+  front_end_.AddResultLine("(" + number + Label(job_.request.JobKind) + ") " + path.bytes());
   front_end_.AddResultLine("    " + std::string(message));
 }
 
@@ -69,76 +67,41 @@ bool RunServices::IsExcludedType(std::string_view name) {
     excluded_text_ = options_.NoPattern;
     excluded_ = PatternList(excluded_text_, LetterCase::kIgnore);
   }
-  if (!excluded_.Matches(name)) return false;
-  WriteCsvStatus(kExcluded);
-  AddResultLines(job_.OutPath, std::string(name) + kExcluded + "  ");
-  return true;
+  return excluded_.Matches(name);
 }
 
 NativePath RunServices::CsvSummaryPath(const NativePath& listing) const {
   return AddBackslash(DirOf(listing)) + options_.ComboCSVName;
 }
 
-bool RunServices::OpenCsvSummary() {
-  Result<OutputFile> file = OutputFile::Create(job_.CsvPath);
-  if (!file.ok()) {
-    platform_.ShowMessage({DescribeError(file.error()), "CSV File Open Error"});
-    ReportFileTrouble(job_.CsvPath, file.error());
-    return false;
-  }
-  job_.CsvFile = std::move(file.value());
-  job_.CsvFile->Write("No.,OldFileName,OldStep,NewFileName,NewStep,Rep,Add,Del,Total\r\n");
-  return true;
-}
-
-bool RunServices::FinishCsvFile() {
-  OutputFile file = std::move(*job_.CsvFile);
-  job_.CsvFile.reset();
-  const Status closed = file.Close();
-  if (closed.ok()) return true;
-  file.Discard();
-  ReportFileTrouble(job_.CsvPath, closed.error());
+bool RunServices::OpenCsvSummary(const NativePath& path) {
+  const Status opened = csv_.Open(path);
+  if (opened.ok()) return true;
+  platform_.ShowMessage({DescribeError(opened.error()), "CSV File Open Error"});
+  ReportFileTrouble(path, opened.error());
   return false;
 }
 
+bool RunServices::FinishCsvFile() {
+  const Status closed = csv_.Close();
+  if (!closed.ok()) ReportFileTrouble(csv_.path(), closed.error());
+  return closed.ok();
+}
+
 void RunServices::CloseCsvSummary(int64_t count) {
-  if (!job_.CsvFile) return;
+  if (!csv_.is_open()) return;
   const bool written = FinishCsvFile();
-  AddResultLines(job_.CsvPath, written
-                                   ? " Total File Count=" + RightAligned(std::to_string(count), 5)
-                                   : std::string("エラー"));
+  AddResultLines(csv_.path(), written
+                                  ? " Total File Count=" + RightAligned(std::to_string(count), 5)
+                                  : std::string(PairEndText(PairEnd::kFailed)));
 }
 
 void RunServices::AbandonCsvSummary() {
-  if (job_.CsvFile) FinishCsvFile();
+  FinishCsvFile();
 }
 
-void RunServices::WriteCsvCounts(const CompareCounts& counts) {
-  std::string rest = std::to_string(counts.new_lines);
-  for (const int64_t count : {counts.changed, counts.added, counts.deleted, counts.total()}) {
-    rest += "," + std::to_string(count);
-  }
-  WriteCsvRow(std::to_string(counts.old_lines), SjisText::FromBytes(std::move(rest)));
-}
-
-void RunServices::WriteCsvStatus(std::string_view status) {
-  if (options_.CsvStatus == 1) WriteCsvRow("-", EncodeSjis(status));
-}
-
-void RunServices::WriteCsvRow(std::string_view old_lines, const SjisText& rest) {
-  if (!job_.OptCsvList || !job_.CsvFile) return;
-  ++job_.CsvRowNo;
-  OutputFile& file = *job_.CsvFile;
-  file.Write(std::to_string(job_.CsvRowNo));
-  file.Write(",");
-  file.Write(PathToSjis(job_.OldPath).bytes());
-  file.Write(",");
-  file.Write(old_lines);
-  file.Write(",");
-  file.Write(PathToSjis(job_.NewPath).bytes());
-  file.Write(",");
-  file.Write(rest.bytes());
-  file.Write("\r\n");
+void RunServices::WriteCsvStatus(const PairPaths& paths, std::string_view status) {
+  if (options_.CsvStatus == 1) csv_.WriteStatus(paths, status);
 }
 
 void RunServices::ReportFileTrouble(const NativePath& path, const Error& error) {

@@ -1,18 +1,12 @@
 // The services through which every engine reports: the result list, the progress bar, the
 // exclusion test and the CSV summary of a text compare.
-//
-// CSV summary: Shift_JIS, CR LF, fields separated by "," without quoting.
-//   header   "No.,OldFileName,OldStep,NewFileName,NewStep,Rep,Add,Del,Total"
-//   compared  No "," old path "," old lines "," new path "," new lines "," changed "," added ","
-//             deleted "," total
-//   status    No "," old path ",-," new path "," status text
-// Rows are numbered from 1 in the order of writing.
 #pragma once
 
 #include <string>
 #include <string_view>
 
 #include "platform/services.h"
+#include "run/csv_summary.h"
 #include "run/job_record.h"
 #include "run/temp_file_list.h"
 #include "settings/option_record.h"
@@ -50,17 +44,6 @@ class RunFrontEnd {
 
 // How a job ended, worst last; the console's exit status by number.
 enum class JobEnd { kNoDifference = 0, kDifference = 1, kTrouble = 2 };
-
-// Counts of one compared pair, in lines.
-struct CompareCounts {
-  int64_t old_lines = 0;
-  int64_t new_lines = 0;
-  int64_t changed = 0;
-  int64_t added = 0;
-  int64_t deleted = 0;
-
-  int64_t total() const { return changed + added + deleted; }
-};
 
 class RunServices {
  public:
@@ -102,20 +85,23 @@ class RunServices {
     return job_.StopRequested;
   }
 
-  // True when a multiple compare leaves out the pair of this name; the pair is reported then.
+  // True when a multiple compare leaves out the pair of this name.
   bool IsExcludedType(std::string_view name);
 
-  // Where the summary goes that belongs to a listing: into the listing's folder.
+  // The summary of a text compare. Opened into the listing's folder; when that fails the user is
+  // told and OpenCsvSummary returns false.
   NativePath CsvSummaryPath(const NativePath& listing) const;
-  // Opens CsvPath and writes the header line; on failure tells the user and returns false.
-  bool OpenCsvSummary();
+  bool OpenCsvSummary(const NativePath& path);
+  const CsvSummary& csv() const { return csv_; }
   // Closes the summary and reports it with the number of selected files.
   void CloseCsvSummary(int64_t count);
   // Closes the summary of a job that was stopped; its rows stay, nothing is reported.
   void AbandonCsvSummary();
-  void WriteCsvCounts(const CompareCounts& counts);
+  void WriteCsvCounts(const PairPaths& paths, const CompareCounts& counts) {
+    csv_.WriteCounts(paths, counts);
+  }
   // Written only when the option CsvStatus is on.
-  void WriteCsvStatus(std::string_view status);
+  void WriteCsvStatus(const PairPaths& paths, std::string_view status);
 
   void NoteEnd(JobEnd end) {
     if (end > end_) end_ = end;
@@ -126,7 +112,7 @@ class RunServices {
   void ReportFileTrouble(const NativePath& path, const Error& error);
 
  private:
-  void WriteCsvRow(std::string_view old_lines, const SjisText& rest);
+  // Closes the summary; false, and told, when it could not be written.
   bool FinishCsvFile();
 
   OptionRecord& options_;
@@ -134,6 +120,7 @@ class RunServices {
   PlatformServices& platform_;
   RunFrontEnd& front_end_;
   TempFileList temp_files_;
+  CsvSummary csv_;
   // The patterns of NoPattern, read when the option was last looked at.
   std::string excluded_text_;
   PatternList excluded_{"", LetterCase::kIgnore};

@@ -1,7 +1,7 @@
 #include "stepcount/step_jobs.h"
 
 #include "platform/fixed_width.h"
-#include "platform/output_guard.h"
+#include "run/job_output.h"
 #include "stepcount/line_counter.h"
 #include "text/code_page_932.h"
 
@@ -10,46 +10,12 @@ namespace {
 
 constexpr double kProgressUnits = 5635;
 
-// The job's output. When it cannot be created or written the job goes on without it.
-class JobOutput {
- public:
-  JobOutput(RunServices& services, const std::vector<NativePath>& inputs) : services_(services) {
-    const NativePath& path = services.job().OutPath;
-    if (const Status refused = RefuseOutput(path, inputs, {}); !refused.ok()) {
-      Report(refused.error());
-      return;
-    }
-    Result<OutputFile> file = OutputFile::Create(path);
-    if (file.ok()) {
-      file_ = std::move(file.value());
-    } else {
-      Report(file.error());
-    }
+// When the output cannot be created the job goes on without it.
+void CreateOutput(RunServices& services, JobOutput& output, const std::vector<NativePath>& inputs) {
+  if (const Status failed = output.Create(inputs); !failed.ok()) {
+    services.ReportFileTrouble(output.path(), failed.error());
   }
-
-  void Write(const SjisText& line) {
-    if (file_) WriteLine(*file_, line);
-  }
-
-  // Closes the output and reports the job's result, or that the output could not be written.
-  void Finish(const std::string& result) {
-    if (file_) {
-      if (const Status failure = file_->Close(); !failure.ok()) {
-        file_->Discard();
-        Report(failure.error());
-        services_.AddResultLines(services_.job().OutPath, "エラー");
-        return;
-      }
-    }
-    services_.AddResultLines(services_.job().OutPath, result);
-  }
-
- private:
-  void Report(const Error& error) { services_.ReportFileTrouble(services_.job().OutPath, error); }
-
-  RunServices& services_;
-  std::optional<OutputFile> file_;
-};
+}
 
 // Reports a file that could not be read, and a stop, as trouble of the job.
 void NoteProblems(RunServices& services, const NativePath& path, const Result<int64_t>& count) {
@@ -60,31 +26,33 @@ void NoteProblems(RunServices& services, const NativePath& path, const Result<in
 }  // namespace
 
 void StepCntJob(RunServices& services) {
-  const NativePath& path = services.job().OldPath;
-  JobOutput output(services, {path});
+  const NativePath& path = services.job().files.OldPath;
+  JobOutput output(services);
+  CreateOutput(services, output, {path});
   services.UpdateProgress(kProgressUnits, 1);
   const Result<int64_t> counted = CountFileLines(services, path);
   NoteProblems(services, path, counted);
   const int64_t count = counted.ok() ? counted.value() : 0;
-  output.Write("--- STEP COUNTER ---"_sjis);
-  output.Write(EncodeSjis(FormatDateTime(services.platform().Now())));
-  output.Write("File Name  [ "_sjis + PathToSjis(path) + " ]"_sjis);
-  output.Write(EncodeSjis("STEP COUNT [ " + FormatThousands(count) + " ]"));
+  output.WriteLine("--- STEP COUNTER ---"_sjis);
+  output.WriteLine(EncodeSjis(FormatDateTime(services.platform().Now())));
+  output.WriteLine("File Name  [ "_sjis + PathToSjis(path) + " ]"_sjis);
+  output.WriteLine(EncodeSjis("STEP COUNT [ " + FormatThousands(count) + " ]"));
   output.Finish("LINE COUNT :  " + std::to_string(count));
 }
 
 void StepCsvJob(RunServices& services, const FileList& files) {
-  JobRecord& job = services.job();
+  const JobRecord& job = services.job();
   const size_t items = files.entries.size();
   const double unit = items > 0 ? kProgressUnits / static_cast<double>(items) : 0;
-  JobOutput output(services, {});
-  output.Write("DIR［ "_sjis + PathToSjis(job.OldPath) + " ］ "_sjis +
-               EncodeSjis(FormatDateTime(services.platform().Now())));
-  output.Write("No.,File Name,STEP COUNT"_sjis);
+  JobOutput output(services);
+  CreateOutput(services, output, {});
+  output.WriteLine("DIR［ "_sjis + PathToSjis(job.files.OldPath) + " ］ "_sjis +
+                   EncodeSjis(FormatDateTime(services.platform().Now())));
+  output.WriteLine("No.,File Name,STEP COUNT"_sjis);
   int64_t number = 0;
   for (size_t i = 1; i <= items && !job.StopRequested; ++i) {
     const std::string& name = files.entries[i - 1].name;
-    const NativePath path = job.OldPath + name;
+    const NativePath path = job.files.OldPath + name;
     services.UpdateProgress(unit, static_cast<double>(i));
     services.SetMessage("ＣＳＶ形式ファイル出力中\r" + PathToUtf8(path) + "\r" + std::to_string(i) +
                         " / " + std::to_string(items) + " File");
@@ -92,8 +60,8 @@ void StepCsvJob(RunServices& services, const FileList& files) {
     ++number;
     const Result<int64_t> count = CountFileLines(services, path);
     NoteProblems(services, path, count);
-    output.Write(EncodeSjis(std::to_string(number) + ",") + PathToSjis(NativePath(name)) +
-                 EncodeSjis("," + (count.ok() ? std::to_string(count.value()) : "-")));
+    output.WriteLine(EncodeSjis(std::to_string(number) + ",") + PathToSjis(NativePath(name)) +
+                     EncodeSjis("," + (count.ok() ? std::to_string(count.value()) : "-")));
   }
   output.Finish("FILE COUNT :  " + std::to_string(number));
 }

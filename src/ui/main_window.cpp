@@ -150,7 +150,7 @@ QWidget* LedrixF0::BuildMiddle() {
 }
 
 QWidget* LedrixF0::BuildButtonRow() {
-  ChkFrame = new OutputFrame(program_.options, program_.job, program_.platform,
+  ChkFrame = new OutputFrame(program_.options, program_.job.outputs, program_.platform,
                              [this] { UpdatePreview(); });
   BtnRun = CaptionButton("BtnRun", "ﾃｷｽﾄｺﾝﾍﾟｱ開始", "ﾃｷｽﾄｺﾝﾍﾟｱ開始");
   BtnDirRun = CaptionButton("BtnDirRun", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ開始", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ開始(ｶﾚﾝﾄﾊﾟｽ)");
@@ -158,7 +158,8 @@ QWidget* LedrixF0::BuildButtonRow() {
   BtnClose = CaptionButton("BtnClose", "終了", "Ledrix の終了");
   BtnWinMode = SymbolButton("BtnWinMode", "", "");
   connect(BtnRun, &QPushButton::clicked, this, [this] { StartTextCompare(); });
-  connect(BtnDirRun, &QPushButton::clicked, this, [this] { StartDirCompare(1); });
+  connect(BtnDirRun, &QPushButton::clicked, this,
+          [this] { StartDirCompare(CompareRange::kCurrentPath); });
   connect(BtnListClear, &QPushButton::clicked, this, [this] { ClearResults(); });
   connect(BtnClose, &QPushButton::clicked, this, [this] { close(); });
   connect(BtnWinMode, &QToolButton::clicked, this, [this] { SetMode((RisizeMode + 1) % 3); });
@@ -205,9 +206,9 @@ void LedrixF0::ConnectMenu() {
     connect(action, &QAction::triggered, this, command);
   };
   on(menu_.MenuTextCompStart, [this] { StartTextCompare(); });
-  on(menu_.MenuDirCompFullPath, [this] { StartDirCompare(0); });
-  on(menu_.MenuDirCompCurentPath, [this] { StartDirCompare(1); });
-  on(menu_.MenuDirCompNoPath, [this] { StartDirCompare(2); });
+  on(menu_.MenuDirCompFullPath, [this] { StartDirCompare(CompareRange::kFullPath); });
+  on(menu_.MenuDirCompCurentPath, [this] { StartDirCompare(CompareRange::kCurrentPath); });
+  on(menu_.MenuDirCompNoPath, [this] { StartDirCompare(CompareRange::kNoPath); });
   on(menu_.MenuDirDatEdit, [this] { StartDirEdit(0, side(0).folder()); });
   on(menu_.MenuEnd, [this] { close(); });
   on(menu_.MenuListClear, [this] { ClearResults(); });

@@ -104,11 +104,11 @@ class LedrixF0 : public QMainWindow {
   // Jobs, in main_window_jobs.cpp.
   FileSides Sides() const;
   void StartTextCompare();
-  void StartDirCompare(int range);
+  void StartDirCompare(CompareRange range);
   void StartDirEdit(int side, const NativePath& folder);
   void StartStepCount();
   void StartStepCsv();
-  void RunCurrentJob(const FileSides& sides);
+  void RunJobOf(JobRequest request, const FileSides& sides);
 
   FileFrame& side(int index) const { return *sides_[static_cast<size_t>(index)]; }
 
@@ -146,6 +146,7 @@ class LedrixF0 : public QMainWindow {
   int option_tab_ = 0;  // shown last, counted from 0
   PopupSource popup_source_ = PopupSource::kFileBox;
   int popup_side_ = 0;
+  int active_side_ = 0;      // the side whose list was used last: 0 old, 1 new
   QTimer* Timer1 = nullptr;  // measures how long a folder button is held
   bool forget_ = false;      // the settings were cleared: nothing is saved
   bool busy_ = false;        // a job runs, or a file is copied

@@ -126,7 +126,7 @@ void LedrixF0::ShowFolderMenu() {
 }
 
 void LedrixF0::ShowHistory(int index) {
-  program_.job.ActiveSide = index;
+  active_side_ = index;
   const auto open = [this](int to_side, const NativePath& folder) {
     side(to_side).OpenFolder(folder);
   };
@@ -175,8 +175,9 @@ void LedrixF0::UpdatePreview() {
                             .arg(sides_[i]->selected_count())
                             .arg(sides_[i]->file_count()));
   }
-  const QString preview =
-      ToQString(OutputPreview(program_.options, program_.job, {side(0).Brief(), side(1).Brief()}));
+  const FileSides sides = {side(0).Brief(), side(1).Brief()};
+  FollowOutputSide(program_.job.outputs, sides);
+  const QString preview = ToQString(OutputPreview(program_.options, program_.job.outputs, sides));
   panels_[2]->setText(preview);
   panels_[2]->setToolTip(preview.trimmed());
 }
@@ -184,7 +185,7 @@ void LedrixF0::UpdatePreview() {
 void LedrixF0::ShowPopup(PopupSource source, int index, const QPoint& place) {
   popup_source_ = source;
   popup_side_ = index;
-  program_.job.ActiveSide = index;
+  active_side_ = index;
   if (source != PopupSource::kDirBox) FillSendTo();
   POPMenu->Prepare(source,
                    {program_.options.DELMenuVisible == 1, program_.options.OptDbClick == 1});
@@ -265,7 +266,7 @@ void LedrixF0::OpenFolderInFileManager() {
 }
 
 void LedrixF0::AddFolderToHistory() {
-  const NativePath folder = side(program_.job.ActiveSide).HighlightedFolder();
+  const NativePath folder = side(active_side_).HighlightedFolder();
   if (!IsFolder(folder)) return;
   log_.WriteRunRecord(folder);
   log_.CompactHistory();

@@ -18,17 +18,14 @@ FileSides LedrixF0::Sides() const {
 void LedrixF0::StartTextCompare() {
   const FileSides sides = Sides();
   if (!CheckPairSelection(sides, program_.platform)) return;
-  JobRecord& job = program_.job;
-  job.JobKind = JobKind::kComp;
-  job.OldPath = AddBackslash(sides[0].folder) + SelectedFileName(sides[0].files);
-  job.NewPath = AddBackslash(sides[1].folder) + SelectedFileName(sides[1].files);
-  job.FileCount = static_cast<int64_t>(SelectedCount(sides[0].files));
-  RunCurrentJob(sides);
+  JobRequest request;
+  request.OldPath = AddBackslash(sides[0].folder) + SelectedFileName(sides[0].files);
+  request.NewPath = AddBackslash(sides[1].folder) + SelectedFileName(sides[1].files);
+  request.FileCount = static_cast<int64_t>(SelectedCount(sides[0].files));
+  RunJobOf(std::move(request), sides);
 }
 
-void LedrixF0::StartDirCompare(int range) {
-  JobRecord& job = program_.job;
-  job.CompareRange = range;
+void LedrixF0::StartDirCompare(CompareRange range) {
   const FileSides sides = Sides();
   const char* const refusals[] = {"旧ファイルが複数選択されています",
                                   "新ファイルが複数選択されています"};
@@ -44,11 +41,17 @@ void LedrixF0::StartDirCompare(int range) {
              "",
              true});
   if (output.empty()) return;
-  job.JobKind = JobKind::kDirComp;
-  job.OldPath = AddBackslash(sides[0].folder) + SelectedFileName(sides[0].files);
-  job.NewPath = AddBackslash(sides[1].folder) + SelectedFileName(sides[1].files);
-  job.OutPath = output;
-  RunCurrentJob(sides);
+  const auto input = [&](const FileSide& side) {
+    return DirCompareSide(AddBackslash(side.folder) + SelectedFileName(side.files),
+                          program_.options);
+  };
+  JobRequest request;
+  request.JobKind = JobKind::kDirComp;
+  request.CompareRange = range;
+  request.OldPath = input(sides[0]);
+  request.NewPath = input(sides[1]);
+  request.OutPath = output;
+  RunJobOf(std::move(request), sides);
 }
 
 void LedrixF0::StartDirEdit(int index, const NativePath& folder) {
@@ -63,25 +66,23 @@ void LedrixF0::StartDirEdit(int index, const NativePath& folder) {
     program_.platform.ShowMessage(
         {"ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの拡張子が違います\r拡張子は " + pattern + " のみ有功です"});
   }
-  JobRecord& job = program_.job;
-  job.JobKind = JobKind::kDirEdit;
-  job.ActiveSide = index;
-  job.OldPath = AddBackslash(folder);
-  job.NewPath = {};
-  job.OutPath = output;
-  RunCurrentJob(Sides());
+  JobRequest request;
+  request.JobKind = JobKind::kDirEdit;
+  request.ActiveSide = static_cast<Side>(index);
+  request.OldPath = AddBackslash(folder);
+  request.OutPath = output;
+  RunJobOf(std::move(request), Sides());
 }
 
 void LedrixF0::StartStepCount() {
   const std::string name = side(popup_side_).CurrentName();
   if (name.empty()) return;
-  JobRecord& job = program_.job;
-  job.JobKind = JobKind::kStepCnt;
-  job.OldPath = AddBackslash(side(popup_side_).folder()) + name;
-  job.NewPath = {};
-  job.OutPath =
-      DirOf(job.OldPath) + FillPattern(program_.options.ComboStp, NameForPattern(job.OldPath));
-  RunCurrentJob(Sides());
+  JobRequest request;
+  request.JobKind = JobKind::kStepCnt;
+  request.OldPath = AddBackslash(side(popup_side_).folder()) + name;
+  request.OutPath = DirOf(request.OldPath) +
+                    FillPattern(program_.options.ComboStp, NameForPattern(request.OldPath));
+  RunJobOf(std::move(request), Sides());
 }
 
 void LedrixF0::StartStepCsv() {
@@ -104,28 +105,24 @@ void LedrixF0::StartStepCsv() {
                                                    "csv",
                                                    false});
   if (output.empty()) return;
-  JobRecord& job = program_.job;
-  job.JobKind = JobKind::kStepCsv;
-  job.OldPath = AddBackslash(folder);
-  job.NewPath = {};
-  job.OutPath = output;
-  job.ActiveSide = popup_side_;
-  job.FileCount = static_cast<int64_t>(counted.files.entries.size());
-  RunCurrentJob(sides);
+  JobRequest request;
+  request.JobKind = JobKind::kStepCsv;
+  request.OldPath = AddBackslash(folder);
+  request.OutPath = output;
+  request.ActiveSide = static_cast<Side>(popup_side_);
+  request.FileCount = static_cast<int64_t>(counted.files.entries.size());
+  RunJobOf(std::move(request), sides);
 }
 
-void LedrixF0::RunCurrentJob(const FileSides& sides) {
-  JobRecord& job = program_.job;
-  job.IsMultiple = false;
-  job.ListingPath = {};
-  job.ProtectedFiles = {};
+void LedrixF0::RunJobOf(JobRequest request, const FileSides& sides) {
+  BeginJob(program_.job, std::move(request));
   trouble_->hide();
   const ResultSink results{
       [this](const std::vector<std::string>& lines) { OutList->Append(lines); },
       [this] { OutList->Clear(); }};
   const JobSurroundings surroundings{sides, &log_};
   busy_ = true;
-  LedrixF1(program_.options, job, program_.platform, surroundings, results, this).exec();
+  LedrixF1(program_.options, program_.job, program_.platform, surroundings, results, this).exec();
   busy_ = false;
   OutList->viewport()->repaint();
   UpdatePreview();

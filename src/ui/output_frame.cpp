@@ -11,11 +11,11 @@
 
 namespace ledrix {
 
-OutputFrame::OutputFrame(OptionRecord& options, JobRecord& job, PlatformServices& platform,
+OutputFrame::OutputFrame(OptionRecord& options, OutputChoices& choices, PlatformServices& platform,
                          std::function<void()> changed, QWidget* parent)
     : QGroupBox(" 出力結果ﾌｧｲﾙ ", parent),
       options_(options),
-      job_(job),
+      choices_(choices),
       platform_(platform),
       changed_(std::move(changed)) {
   setObjectName("ChkFrame");
@@ -51,9 +51,11 @@ void OutputFrame::Build() {
     row->addWidget(made);
     return made;
   };
-  OptSbnList = box("OptSbnList", "Sbn List", "差分のみのﾌｧｲﾙを同時に出力します", job_.OptSbnList);
-  OptCsvList = box("OptCsvList", "Csv List", "一覧形式のﾌｧｲﾙを同時に出力します", job_.OptCsvList);
-  OptMrgSrc = box("OptMrgSrc", "Mrg Src", "結合したｿｰｽを同時に出力します", job_.OptMrgSrc);
+  OptSbnList =
+      box("OptSbnList", "Sbn List", "差分のみのﾌｧｲﾙを同時に出力します", choices_.OptSbnList);
+  OptCsvList =
+      box("OptCsvList", "Csv List", "一覧形式のﾌｧｲﾙを同時に出力します", choices_.OptCsvList);
+  OptMrgSrc = box("OptMrgSrc", "Mrg Src", "結合したｿｰｽを同時に出力します", choices_.OptMrgSrc);
   row->addStretch();
 }
 
@@ -73,7 +75,7 @@ void OutputFrame::ChooseAtStart() {
     options_.ContOutDir = 0;
   }
   const bool fixed = options_.ContOutDir == 1;
-  job_.OutputDirMode = fixed ? OutputDirMode::kConstant : OutputDirMode::kOldDir;
+  choices_.OutputDirMode = fixed ? OutputDirMode::kConstant : OutputDirMode::kOldDir;
   ShowChoice(fixed ? -1 : 0);
 }
 
@@ -81,10 +83,10 @@ void OutputFrame::FollowOptions() {
   const bool chosen =
       OptListDir[0]->isChecked() || OptListDir[1]->isChecked() || OptListDir[2]->isChecked();
   if (options_.ContOutDir == 1) {
-    job_.OutputDirMode = OutputDirMode::kConstant;
+    choices_.OutputDirMode = OutputDirMode::kConstant;
     ShowChoice(-1);
   } else if (!chosen) {
-    job_.OutputDirMode = OutputDirMode::kOldDir;
+    choices_.OutputDirMode = OutputDirMode::kOldDir;
     ShowChoice(0);
   }
   changed_();
@@ -97,16 +99,16 @@ void OutputFrame::Choose(int index) {
          "出力先固定オプションを解除しますか？",
          kProgramTitle, MessageIcon::kInformation, MessageButtons::kYesNo, MessageAnswer::kYes});
     if (answer != MessageAnswer::kYes) {
-      job_.OutputDirMode = OutputDirMode::kConstant;
+      choices_.OutputDirMode = OutputDirMode::kConstant;
       ShowChoice(-1);
       return;
     }
     options_.ContOutDir = 0;
   }
-  job_.OutputDirMode = static_cast<OutputDirMode>(index);
+  choices_.OutputDirMode = static_cast<OutputDirMode>(index);
   ShowChoice(index);
-  if (job_.OutputDirMode == OutputDirMode::kElse) {
-    if (job_.ElseOutputDir.empty()) job_.ElseOutputDir = ProgramFolder();
+  if (choices_.OutputDirMode == OutputDirMode::kElse) {
+    if (choices_.ElseOutputDir.empty()) choices_.ElseOutputDir = ProgramFolder();
     ChooseElseFolder();
   }
   changed_();
@@ -114,9 +116,9 @@ void OutputFrame::Choose(int index) {
 
 void OutputFrame::ChooseElseFolder() {
   const auto folder =
-      ChooseFolder(this, "結果ﾘｽﾄﾌｧｲﾙ出力先の選択", ToQString(job_.ElseOutputDir.bytes()));
+      ChooseFolder(this, "結果ﾘｽﾄﾌｧｲﾙ出力先の選択", ToQString(choices_.ElseOutputDir.bytes()));
   if (!folder) return;
-  job_.ElseOutputDir = AddBackslash(ToNativePath(*folder));
+  choices_.ElseOutputDir = AddBackslash(ToNativePath(*folder));
   changed_();
 }
 

@@ -16,7 +16,7 @@ namespace ledrix {
 class OutputFrame : public QGroupBox {
  public:
   // All must outlive the frame; `changed` is called when the outputs of the next compare change.
-  OutputFrame(OptionRecord& options, JobRecord& job, PlatformServices& platform,
+  OutputFrame(OptionRecord& options, OutputChoices& choices, PlatformServices& platform,
               std::function<void()> changed, QWidget* parent = nullptr);
 
   // At the start of the window: the fixed folder when it is switched on and exists, otherwise the
@@ -32,7 +32,7 @@ class OutputFrame : public QGroupBox {
   void ShowChoice(int index);  // -1: none of the buttons
 
   OptionRecord& options_;
-  JobRecord& job_;
+  OutputChoices& choices_;
   PlatformServices& platform_;
   const std::function<void()> changed_;
   std::array<QRadioButton*, 3> OptListDir{};

@@ -60,13 +60,11 @@ LedrixF1::LedrixF1(OptionRecord& options, JobRecord& job, WindowPlatform& platfo
       surroundings_(surroundings),
       results_(results),
       services_(options, job, platform, *this) {
-  job_.StopRequested = false;
-  job_.CsvRowNo = 0;
   Build();
-  setWindowTitle(ToQString(JobCaption(job_)));
+  setWindowTitle(ToQString(JobCaption(job_.request)));
   const int title_width = fontMetrics().horizontalAdvance(windowTitle());
   setMinimumWidth(title_width + 10 * fontMetrics().height());  // the window's buttons beside it
-  message_ = JobMessage(services_);
+  message_ = JobMessage(options_, job_);
   ShowState(options_.StartMsg == 0);
   ShowWhatWasTold();
   platform_.OnYield([this] { ShowWhatWasTold(); });

@@ -280,10 +280,11 @@ TEST(ReadWithConversion, MakesACopyOnlyWhereOneIsNeeded) {
     const TempFolder folder;
     TestRun run;
     run.options.CharsetCode = c.charset_code;
-    run.job.OldPath = folder.Write("f.txt", c.bytes);
-    NativePath path = run.job.OldPath;
-    EXPECT_TRUE(ReadWithConversion(run.services, {run.job.OldPath}, path).ok()) << c.charset_code;
-    EXPECT_EQ(path, run.job.OldPath + (c.suffix == nullptr ? "" : c.suffix)) << c.charset_code;
+    run.request.OldPath = folder.Write("f.txt", c.bytes);
+    NativePath path = run.request.OldPath;
+    EXPECT_TRUE(ReadWithConversion(run.services, {run.request.OldPath}, path).ok())
+        << c.charset_code;
+    EXPECT_EQ(path, run.request.OldPath + (c.suffix == nullptr ? "" : c.suffix)) << c.charset_code;
     if (c.suffix != nullptr) {
       EXPECT_EQ(test::ReadFile(path), c.copy) << c.charset_code;
     }
@@ -301,10 +302,10 @@ TEST(ReadWithConversion, TellsHowFarItIs) {
     bytes +=
         "\xE3\x81\x82"
         "4\n";
-  run.job.OldPath = folder.Write("f", bytes);
+  run.request.OldPath = folder.Write("f", bytes);
   run.services.SetBarText("before");
-  NativePath path = run.job.OldPath;
-  ASSERT_TRUE(ReadWithConversion(run.services, {run.job.OldPath}, path).ok());
+  NativePath path = run.request.OldPath;
+  ASSERT_TRUE(ReadWithConversion(run.services, {run.request.OldPath}, path).ok());
   EXPECT_EQ(run.front_end.bar_texts,
             (Texts{"before", "文字コード判定中", "before", "UTF-8 変換中", "UTF-8 変換中 ･･･ 50%",
                    "UTF-8 変換中 ･･･ 100%", "UTF-8 変換中 ･･･ 100%", ""}));
@@ -316,9 +317,9 @@ struct ConvertedPair : TestRun {
   ConvertedPair() {
     std::string bytes;
     for (int i = 0; i < 12000; ++i) bytes += "\xE3\x81\x82" + std::to_string(i) + "\n";
-    job.OldPath = folder.Write("old.txt", bytes);
-    job.NewPath = folder.Write("new.txt", bytes + "\xE3\x81\x84\n");
-    test::SetModified(job.OldPath, test::kTestTime);
+    request.OldPath = folder.Write("old.txt", bytes);
+    request.NewPath = folder.Write("new.txt", bytes + "\xE3\x81\x84\n");
+    test::SetModified(request.OldPath, test::kTestTime);
     options.CharsetCode = kFullAuto;
   }
   Texts Names() const {
@@ -333,7 +334,7 @@ struct ConvertedPair : TestRun {
 
 TEST(ConvertedCompare, NamesTheCopiesAndRemovesThem) {
   ConvertedPair run;
-  run.job.OptCsvList = true;
+  run.job.outputs.OptCsvList = true;
   run.Run();
   EXPECT_EQ(run.front_end.results.at(1),
             "    UnMatch=    1 OLD=12000 NEW=12001 Rep=    0 Add=    1 Del=    0");
@@ -363,9 +364,9 @@ TEST(ConvertedCompare, RefusesACopyThatCannotBeMade) {
     const char* message;
   };
   const Case cases[] = {
-      {"missing old file", [](ConvertedPair& run) { run.job.OldPath = run.folder.At("none"); },
+      {"missing old file", [](ConvertedPair& run) { run.request.OldPath = run.folder.At("none"); },
        "OLD Error: Chrcode ERR:ファイルが見つかりません"},
-      {"new file is a folder", [](ConvertedPair& run) { run.job.NewPath = NativePath("/tmp"); },
+      {"new file is a folder", [](ConvertedPair& run) { run.request.NewPath = NativePath("/tmp"); },
        "NEW Error: Chrcode ERR:ファイルではなくフォルダです"},
       {"unknown charset", [](ConvertedPair& run) { run.options.CharsetCode = "no-such-code"; },
        "OLD Error: Chrcode ERR:この文字コードは使用できません"},
@@ -375,24 +376,24 @@ TEST(ConvertedCompare, RefusesACopyThatCannotBeMade) {
        },
        "OLD Error: Chrcode ERR:フォルダです"},
       {"the new file has the copy's name",
-       [](ConvertedPair& run) { run.job.NewPath = run.folder.Write("old.txt_UTF-8", "mine"); },
+       [](ConvertedPair& run) { run.request.NewPath = run.folder.Write("old.txt_UTF-8", "mine"); },
        "OLD Error: Chrcode ERR:入力ファイルと同じファイルには出力できません"},
       {"the old file has the name of the new one's copy",
        [](ConvertedPair& run) {
-         run.job.OldPath = run.folder.Write("new.txt_UTF-8",
-                                            "\xE3\x81\x82"
-                                            "4\n");
+         run.request.OldPath = run.folder.Write("new.txt_UTF-8",
+                                                "\xE3\x81\x82"
+                                                "4\n");
        },
        "NEW Error: Chrcode ERR:入力ファイルと同じファイルには出力できません"},
       {"the listing has the copy's name",
-       [](ConvertedPair& run) { run.job.ListingPath = run.folder.At("old.txt_UTF-8"); },
+       [](ConvertedPair& run) { run.request.OutPath = run.folder.At("old.txt_UTF-8"); },
        "OLD Error: Chrcode ERR:他の出力ファイルと同じファイルには出力できません"},
   };
   for (const Case& c : cases) {
     ConvertedPair run;
     c.prepare(run);
-    const NativePath old_path = run.job.OldPath;
-    const NativePath new_path = run.job.NewPath;
+    const NativePath old_path = run.request.OldPath;
+    const NativePath new_path = run.request.NewPath;
     const std::string old_bytes = test::ReadFile(old_path);
     const std::string new_bytes = test::ReadFile(new_path);
     run.Run();
@@ -408,7 +409,7 @@ TEST(ConvertedCompare, RefusesACopyThatCannotBeMade) {
 
 TEST(ConvertedCompare, AFileIsEqualToItself) {
   ConvertedPair run;
-  run.job.NewPath = run.job.OldPath;
+  run.request.NewPath = run.request.OldPath;
   run.Set("OptNoCngNoOut", "0");
   run.Run();
   EXPECT_EQ(run.services.end(), JobEnd::kNoDifference);
@@ -444,9 +445,9 @@ TEST(ConvertedCompare, TheSamplePairIsTheSameInEveryCode) {
     };
     TestRun run;
     run.options.CharsetCode = kFullAuto;
-    run.job.OldPath = copy(sides[i], "old");
-    run.job.NewPath = copy(sides[sides.size() - 1 - i], "new");
-    run.job.ListingPath = folder.At("listing");
+    run.request.OldPath = copy(sides[i], "old");
+    run.request.NewPath = copy(sides[sides.size() - 1 - i], "new");
+    run.request.OutPath = folder.At("listing");
     run.Run();
     EXPECT_EQ(run.front_end.results.at(1),
               "    UnMatch=  218 OLD=  318 NEW=  338 Rep=   36 Add=  101 Del=   81");
@@ -465,14 +466,14 @@ TEST(ConvertedCompare, PipesAreConvertedAsFilesAre) {
     ConvertedPair run;
     const NativePath pipe = run.folder.At("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    run.job.OldPath = pipe;
-    run.job.NewPath = run.folder.Write("new.txt", bytes);
+    run.request.OldPath = pipe;
+    run.request.NewPath = run.folder.Write("new.txt", bytes);
     std::thread writer([&] { run.folder.Write("pipe", bytes); });
     run.Run();
     writer.join();
     EXPECT_EQ(run.services.end(), JobEnd::kNoDifference);
     EXPECT_EQ(run.front_end.results.back().substr(0, 16), "    変更なし");
-    EXPECT_FALSE(FileExists(run.job.OldPath)) << "copy " << run.job.OldPath.bytes();
+    EXPECT_FALSE(FileExists(run.request.OldPath)) << "copy " << run.request.OldPath.bytes();
   }
 }
 

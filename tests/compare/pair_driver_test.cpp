@@ -23,23 +23,25 @@ struct PairRun : TestRun {
   TempFolder folder;
 
   PairRun(std::string_view old_bytes, std::string_view new_bytes) {
-    job.OldPath = folder.Write("old.txt", old_bytes);
-    job.NewPath = folder.Write("new.txt", new_bytes);
-    SetModified(job.OldPath, test::kTestTime);
-    SetModified(job.NewPath, test::kTestTime + 60);
-    job.OutPath = folder.At("out.lst");
+    job.files.OldPath = folder.Write("old.txt", old_bytes);
+    job.files.NewPath = folder.Write("new.txt", new_bytes);
+    SetModified(job.files.OldPath, test::kTestTime);
+    SetModified(job.files.NewPath, test::kTestTime + 60);
+    job.files.OutPath = folder.At("out.lst");
+    request.OldPath = job.files.OldPath;
+    request.NewPath = job.files.NewPath;
   }
   void WantSideOutputs() {
-    job.OptSbnList = job.OptMrgSrc = true;
-    job.SbnPath = folder.At("out.sbn");
-    job.MrgPath = folder.At("out.mrg");
+    job.outputs.OptSbnList = job.outputs.OptMrgSrc = true;
+    job.files.SbnPath = folder.At("out.sbn");
+    job.files.MrgPath = folder.At("out.mrg");
   }
   // The message of the result entry.
   std::string Compare() {
     ComparePair(services);
     return front_end.results.back();
   }
-  Texts Listing() { return ReadLines(job.OutPath); }
+  Texts Listing() { return ReadLines(job.files.OutPath); }
   // The listing without header and summary.
   Texts Body() {
     Texts lines = Listing();
@@ -171,12 +173,12 @@ TEST_P(Golden, ListingAndSideOutputs) {
               test::ReadFile(NativePath(source + "new.txt")));
   run.SetAll(GetParam().settings);
   run.WantSideOutputs();
-  run.job.MergeMarks = run.options.MergeOld == 1;
+  run.job.outputs.MergeMarks = run.options.MergeOld == 1;
   run.Compare();
   const std::string stem = "compare/" + std::string(GetParam().name);
-  test::ExpectGolden(stem + ".lst", test::ReadFile(run.job.OutPath), run.folder);
-  test::ExpectGolden(stem + ".sbn", test::ReadFile(run.job.SbnPath), run.folder);
-  test::ExpectGolden(stem + ".mrg", test::ReadFile(run.job.MrgPath), run.folder);
+  test::ExpectGolden(stem + ".lst", test::ReadFile(run.job.files.OutPath), run.folder);
+  test::ExpectGolden(stem + ".sbn", test::ReadFile(run.job.files.SbnPath), run.folder);
+  test::ExpectGolden(stem + ".mrg", test::ReadFile(run.job.files.MrgPath), run.folder);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -245,53 +247,53 @@ TEST(PairDriver, EndsEachPairAsTheTableSays) {
   };
   for (const Case& c : cases) {
     PairRun run(c.old_bytes, c.new_bytes);
-    if (c.same_time) SetModified(run.job.NewPath, test::kTestTime);
+    if (c.same_time) SetModified(run.job.files.NewPath, test::kTestTime);
     run.SetAll(c.settings);
     run.folder.Write("out.lst", "an older listing");
     run.WantSideOutputs();
     EXPECT_EQ(run.Compare(), c.result) << c.name;
     EXPECT_EQ(run.services.end(), c.end) << c.name;
-    EXPECT_EQ(FileExists(run.job.OutPath), c.listing) << c.name;
-    EXPECT_EQ(FileExists(run.job.SbnPath), c.difference_file) << c.name;
-    EXPECT_EQ(FileExists(run.job.MrgPath), c.merge_source) << c.name;
+    EXPECT_EQ(FileExists(run.job.files.OutPath), c.listing) << c.name;
+    EXPECT_EQ(FileExists(run.job.files.SbnPath), c.difference_file) << c.name;
+    EXPECT_EQ(FileExists(run.job.files.MrgPath), c.merge_source) << c.name;
   }
 }
 
 TEST(PairDriver, OneNanosecondIsAnotherTime) {
   PairRun run("ab\n", "cd\n");
-  SetModified(run.job.OldPath, test::kTestTime, 1);
-  SetModified(run.job.NewPath, test::kTestTime, 2);
+  SetModified(run.job.files.OldPath, test::kTestTime, 1);
+  SetModified(run.job.files.NewPath, test::kTestTime, 2);
   EXPECT_EQ(run.Compare().substr(0, 12), "    UnMatch=");
 }
 
 TEST(PairDriver, TellsWhatCannotBeOpened) {
   struct Case {
     const char* name;
-    NativePath JobRecord::*path;
+    NativePath JobFiles::*path;
     const char* value;  // below the test's folder unless it begins with "/"
     const char* message;
     bool listing;
   };
   const Case cases[] = {
-      {"missing old", &JobRecord::OldPath, "none",
+      {"missing old", &JobFiles::OldPath, "none",
        "OLD Open Error: INFILE:ファイルが見つかりません\r\n", false},
-      {"missing new", &JobRecord::NewPath, "none",
+      {"missing new", &JobFiles::NewPath, "none",
        "NEW Open Error: INFILE:ファイルが見つかりません\r\n", false},
-      {"device", &JobRecord::NewPath, "/dev/zero",
+      {"device", &JobFiles::NewPath, "/dev/zero",
        "NEW Open Error: INFILE:ファイルではなくデバイスまたはソケットです\r\n", false},
-      {"folder", &JobRecord::OldPath, "/tmp",
+      {"folder", &JobFiles::OldPath, "/tmp",
        "OLD Open Error: INFILE:ファイルではなくフォルダです\r\n", false},
-      {"listing", &JobRecord::OutPath, "no/out.lst",
+      {"listing", &JobFiles::OutPath, "no/out.lst",
        "List Open Error: OUTPUT:ファイルが見つかりません\r\n", false},
-      {"difference file", &JobRecord::SbnPath, "no/out.sbn",
+      {"difference file", &JobFiles::SbnPath, "no/out.sbn",
        "Sbn List Open Error: OUTPUT:ファイルが見つかりません\r\n", true},
-      {"merge source", &JobRecord::MrgPath, "/tmp",
+      {"merge source", &JobFiles::MrgPath, "/tmp",
        "Merge Source Open Error: OUTPUT:フォルダです\r\n", true},
   };
   for (const Case& c : cases) {
     PairRun run("a\n", "b\n");
     run.WantSideOutputs();
-    NativePath& path = run.job.*c.path;
+    NativePath& path = run.job.files.*c.path;
     path = c.value[0] == '/' ? NativePath(c.value) : run.folder.At(c.value);
     EXPECT_EQ(run.Compare(), "    エラー") << c.name;
     EXPECT_EQ(run.platform.messages, (Texts{c.message + path.bytes()})) << c.name;
@@ -304,40 +306,40 @@ TEST(PairDriver, TellsWhatCannotBeOpened) {
 TEST(PairDriver, RefusesAnOutputThatIsAnInputOrAnotherOutput) {
   struct Case {
     const char* name;
-    NativePath JobRecord::*path;
+    NativePath JobFiles::*path;
     const char* value;
     const char* title;
   };
   const Case cases[] = {
-      {"listing is the old file", &JobRecord::OutPath, "old.txt", "List Open Error"},
-      {"listing is a link to the new file", &JobRecord::OutPath, "link", "List Open Error"},
-      {"merge source is a hard link to the old file", &JobRecord::MrgPath, "hard",
+      {"listing is the old file", &JobFiles::OutPath, "old.txt", "List Open Error"},
+      {"listing is a link to the new file", &JobFiles::OutPath, "link", "List Open Error"},
+      {"merge source is a hard link to the old file", &JobFiles::MrgPath, "hard",
        "Merge Source Open Error"},
-      {"difference file is the listing", &JobRecord::SbnPath, "out.lst", "Sbn List Open Error"},
-      {"merge source is the listing by another path", &JobRecord::MrgPath, "./out.lst",
+      {"difference file is the listing", &JobFiles::SbnPath, "out.lst", "Sbn List Open Error"},
+      {"merge source is the listing by another path", &JobFiles::MrgPath, "./out.lst",
        "Merge Source Open Error"},
   };
   for (const Case& c : cases) {
     PairRun run("a\n", "a\n");
-    SetModified(run.job.NewPath, test::kTestTime);  // the skip rule would remove the listing
-    ASSERT_EQ(symlink(run.job.NewPath.c_str(), run.folder.At("link").c_str()), 0);
-    ASSERT_EQ(link(run.job.OldPath.c_str(), run.folder.At("hard").c_str()), 0);
+    SetModified(run.job.files.NewPath, test::kTestTime);  // the skip rule would remove the listing
+    ASSERT_EQ(symlink(run.job.files.NewPath.c_str(), run.folder.At("link").c_str()), 0);
+    ASSERT_EQ(link(run.job.files.OldPath.c_str(), run.folder.At("hard").c_str()), 0);
     run.WantSideOutputs();
-    run.job.*c.path = run.folder.At(c.value);
+    run.job.files.*c.path = run.folder.At(c.value);
     EXPECT_EQ(run.Compare(), "    エラー") << c.name;
     ASSERT_EQ(run.platform.messages.size(), 1u) << c.name;
     EXPECT_EQ(run.platform.messages[0].find(std::string(c.title) + ": OUTPUT:"), 0u) << c.name;
-    EXPECT_EQ(test::ReadFile(run.job.OldPath), "a\n") << c.name;
-    EXPECT_EQ(test::ReadFile(run.job.NewPath), "a\n") << c.name;
+    EXPECT_EQ(test::ReadFile(run.job.files.OldPath), "a\n") << c.name;
+    EXPECT_EQ(test::ReadFile(run.job.files.NewPath), "a\n") << c.name;
   }
 }
 
 TEST(PairDriver, AFailedWriteRemovesEveryOutputOfThePair) {
-  for (NativePath JobRecord::*const path :
-       {&JobRecord::OutPath, &JobRecord::SbnPath, &JobRecord::MrgPath}) {
+  for (NativePath JobFiles::*const path :
+       {&JobFiles::OutPath, &JobFiles::SbnPath, &JobFiles::MrgPath}) {
     PairRun run("a\nb\n", "a\nc\n");
     run.WantSideOutputs();
-    run.job.*path = NativePath("/dev/full");
+    run.job.files.*path = NativePath("/dev/full");
     EXPECT_EQ(run.Compare(), "    エラー");
     EXPECT_EQ(run.platform.troubles, (Texts{"/dev/full: ディスクの空き容量が足りません"}));
     EXPECT_TRUE(run.platform.messages.empty());
@@ -364,14 +366,14 @@ TEST(PairDriver, AStopAtAnyYieldLeavesNoSummary) {
     EXPECT_EQ(run.services.end(), JobEnd::kTrouble) << stop;
     // The first four surround the reading of the two files.
     if (stop <= 4) {
-      EXPECT_FALSE(FileExists(run.job.OutPath));
+      EXPECT_FALSE(FileExists(run.job.files.OutPath));
       continue;
     }
     const Texts lines = run.Listing();
     ASSERT_GE(lines.size(), 6u) << stop;
     EXPECT_EQ(lines.back().find("合計"), std::string::npos) << stop;
     for (const std::string& line : lines) EXPECT_EQ(line.find("行数増減"), std::string::npos);
-    for (const std::string& line : ReadLines(run.job.SbnPath)) {
+    for (const std::string& line : ReadLines(run.job.files.SbnPath)) {
       EXPECT_EQ(line.find("END"), std::string::npos);
     }
   }
@@ -382,14 +384,14 @@ TEST(SideOutputs, HoldWhatThePairDecided) {
   run.WantSideOutputs();
   run.Set("OptUpperCase", "0");
   run.Set("OptMatch", "1");
-  run.job.MergeMarks = true;
+  run.job.outputs.MergeMarks = true;
   run.Compare();
-  EXPECT_EQ(ReadLines(run.job.MrgPath), (Texts{"=n:A", "/n:x", "<o:c", "=n:d", "=n:e"}));
-  const Texts difference = ReadLines(run.job.SbnPath);
+  EXPECT_EQ(ReadLines(run.job.files.MrgPath), (Texts{"=n:A", "/n:x", "<o:c", "=n:d", "=n:e"}));
+  const Texts difference = ReadLines(run.job.files.SbnPath);
   ASSERT_EQ(difference.size(), 8u);
   EXPECT_EQ(difference[0], "<< 差分ファイル >>    出力：2024/03/09 14:05");
-  EXPECT_EQ(difference[1], "OLD = " + run.job.OldPath.bytes());
-  EXPECT_EQ(difference[2], "NEW = " + run.job.NewPath.bytes());
+  EXPECT_EQ(difference[1], "OLD = " + run.job.files.OldPath.bytes());
+  EXPECT_EQ(difference[2], "NEW = " + run.job.files.NewPath.bytes());
   EXPECT_EQ(difference[3].substr(80), "----+----9(S001)");
   EXPECT_EQ(difference[4], "x");
   EXPECT_EQ(difference[5], "");
@@ -399,17 +401,18 @@ TEST(SideOutputs, HoldWhatThePairDecided) {
   run.Set("MergeOld", "1");
   run.Set("OptSimple", "1");
   run.Compare();
-  EXPECT_EQ(ReadLines(run.job.MrgPath), (Texts{"=o:a", "/o:b", "<o:c", "=o:d", "=o:e"}));
-  EXPECT_EQ(ReadLines(run.job.SbnPath).back(), "<< END >>    変更(1)  追加(0)  削除(1)  合計(2)");
+  EXPECT_EQ(ReadLines(run.job.files.MrgPath), (Texts{"=o:a", "/o:b", "<o:c", "=o:d", "=o:e"}));
+  EXPECT_EQ(ReadLines(run.job.files.SbnPath).back(),
+            "<< END >>    変更(1)  追加(0)  削除(1)  合計(2)");
 
-  run.job.MergeMarks = false;
+  run.job.outputs.MergeMarks = false;
   run.Compare();
-  EXPECT_EQ(ReadLines(run.job.MrgPath), (Texts{"a", "b", "c", "d", "e"}));
+  EXPECT_EQ(ReadLines(run.job.files.MrgPath), (Texts{"a", "b", "c", "d", "e"}));
 }
 
 TEST(RunJob, WritesTheCsvSummaryOfASinglePair) {
   PairRun run("a\nb\n", "a\nc\n");
-  run.job.OptCsvList = true;
+  run.job.outputs.OptCsvList = true;
   run.Run();
   const std::string listing = run.folder.At("old_txt_COMP.TXT").bytes();
   const std::string csv = run.folder.At("Ledrix.CSV").bytes();
@@ -417,21 +420,21 @@ TEST(RunJob, WritesTheCsvSummaryOfASinglePair) {
             (Texts{"( 1 Compare ) " + listing,
                    "    UnMatch=    1 OLD=    2 NEW=    2 Rep=    1 Add=    0 Del=    0",
                    "( 2 Compare ) " + csv, "     Total File Count=    1"}));
-  EXPECT_EQ(
-      ReadLines(run.folder.At("Ledrix.CSV")),
-      (Texts{"No.,OldFileName,OldStep,NewFileName,NewStep,Rep,Add,Del,Total",
-             "1," + run.job.OldPath.bytes() + ",2," + run.job.NewPath.bytes() + ",2,1,0,0,1"}));
+  EXPECT_EQ(ReadLines(run.folder.At("Ledrix.CSV")),
+            (Texts{"No.,OldFileName,OldStep,NewFileName,NewStep,Rep,Add,Del,Total",
+                   "1," + run.job.files.OldPath.bytes() + ",2," + run.job.files.NewPath.bytes() +
+                       ",2,1,0,0,1"}));
 }
 
 TEST(RunJob, RefusesACsvSummaryThatIsAnInput) {
   PairRun run("a\n", "b\n");
-  run.job.OptCsvList = true;
+  run.job.outputs.OptCsvList = true;
   run.Set("ComboCSVName", "new.txt");
   run.Run();
   EXPECT_EQ(run.platform.messages.size(), 1u);
   EXPECT_TRUE(run.front_end.results.empty());
   EXPECT_EQ(run.services.end(), JobEnd::kTrouble);
-  EXPECT_EQ(test::ReadFile(run.job.NewPath), "b\n");
+  EXPECT_EQ(test::ReadFile(run.job.files.NewPath), "b\n");
 }
 
 }  // namespace

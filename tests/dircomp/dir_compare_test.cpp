@@ -30,13 +30,13 @@ struct TreeRun : TestRun {
   TempFolder folder;
 
   TreeRun() {
-    job.JobKind = JobKind::kDirComp;
-    job.CompareRange = 1;
-    job.OldPath = folder.At("old/");
-    job.NewPath = folder.At("new/");
-    job.OutPath = folder.At("d.lst");
-    std::filesystem::create_directories(job.OldPath.bytes());
-    std::filesystem::create_directories(job.NewPath.bytes());
+    request.JobKind = JobKind::kDirComp;
+    request.CompareRange = CompareRange::kCurrentPath;
+    request.OldPath = folder.At("old/");
+    request.NewPath = folder.At("new/");
+    request.OutPath = folder.At("d.lst");
+    std::filesystem::create_directories(request.OldPath.bytes());
+    std::filesystem::create_directories(request.NewPath.bytes());
     sides[0].filter_entry = "全て (*.*)";
   }
   // Makes a file of so many bytes, last written so many seconds after the test's time.
@@ -52,11 +52,11 @@ struct TreeRun : TestRun {
   }
   // The snapshot of a tree as lines; the tree's own folder reads "@".
   Texts Snapshot(const NativePath& root) {
-    job.JobKind = JobKind::kDirEdit;
-    job.OldPath = root;
-    job.OutPath = folder.At("s.ddf");
+    request.JobKind = JobKind::kDirEdit;
+    request.OldPath = root;
+    request.OutPath = folder.At("s.ddf");
     Run();
-    return ReadLines(job.OutPath);
+    return ReadLines(request.OutPath);
   }
 };
 
@@ -158,8 +158,8 @@ TEST(DirEdit, AStopLeavesTheFilesOfFoldersBeingWalked) {
 
 TEST(DirEdit, TellsOfAnOutputThatCannotBeCreated) {
   TreeRun run;
-  run.job.JobKind = JobKind::kDirEdit;
-  run.job.OutPath = run.folder.At("no/s.ddf");
+  run.request.JobKind = JobKind::kDirEdit;
+  run.request.OutPath = run.folder.At("no/s.ddf");
   run.Run();
   EXPECT_EQ(run.platform.messages.size(), 1u);
   EXPECT_EQ(run.services.end(), JobEnd::kTrouble);
@@ -211,35 +211,38 @@ TEST(DirComp, PairsByTheRangeAndTheNameRules) {
     const char* name;
     const char* old_file;
     const char* new_file;
-    int range;
+    CompareRange range;
     const char* settings;
     const char* filter;
     bool pairs;
   };
+  constexpr CompareRange kCurrent = CompareRange::kCurrentPath;
   const Case cases[] = {
-      {"other roots, full path", "f", "f", 0, "", "", false},
-      {"same folder", "a/f", "a/f", 1, "", "", true},
-      {"other folder", "a/f", "b/f", 1, "", "", false},
-      {"other folder, no path", "a/f", "b/f", 2, "", "", true},
-      {"case ignored", "Main.C", "MAIN.c", 1, "", "", true},
-      {"case told apart", "Main.C", "MAIN.c", 1, "DCompBinary=1", "", false},
-      {"full-width case ignored", "ａé", "Ａé", 1, "", "", true},
-      {"widths told apart", "ｱB", "アＢ", 1, "", "", false},
-      {"widths ignored", "ｶﾞﾊﾟｳﾞﾜﾞ b", "ガパヴワ゛　Ｂ", 1, "DCompKana=0", "", true},
-      {"filter takes part", "x.CBL", "x.CBL", 1, "DCompSelect=1", "CBLｿｰｽ (*.CBL;*.COB)", true},
-      {"filter leaves out by case", "x.cbl", "x.cbl", 1, "DCompSelect=1", "CBLｿｰｽ (*.CBL)", false},
-      {"filter not wanted", "x.cbl", "x.cbl", 1, "", "CBLｿｰｽ (*.CBL)", true},
-      {"names that Shift_JIS lacks", "😀", "😁", 1, "", "", true},
+      {"other roots, full path", "f", "f", CompareRange::kFullPath, "", "", false},
+      {"same folder", "a/f", "a/f", kCurrent, "", "", true},
+      {"other folder", "a/f", "b/f", kCurrent, "", "", false},
+      {"other folder, no path", "a/f", "b/f", CompareRange::kNoPath, "", "", true},
+      {"case ignored", "Main.C", "MAIN.c", kCurrent, "", "", true},
+      {"case told apart", "Main.C", "MAIN.c", kCurrent, "DCompBinary=1", "", false},
+      {"full-width case ignored", "ａé", "Ａé", kCurrent, "", "", true},
+      {"widths told apart", "ｱB", "アＢ", kCurrent, "", "", false},
+      {"widths ignored", "ｶﾞﾊﾟｳﾞﾜﾞ b", "ガパヴワ゛　Ｂ", kCurrent, "DCompKana=0", "", true},
+      {"filter takes part", "x.CBL", "x.CBL", kCurrent, "DCompSelect=1", "CBLｿｰｽ (*.CBL;*.COB)",
+       true},
+      {"filter leaves out by case", "x.cbl", "x.cbl", kCurrent, "DCompSelect=1", "CBLｿｰｽ (*.CBL)",
+       false},
+      {"filter not wanted", "x.cbl", "x.cbl", kCurrent, "", "CBLｿｰｽ (*.CBL)", true},
+      {"names that Shift_JIS lacks", "😀", "😁", kCurrent, "", "", true},
   };
   for (const Case& c : cases) {
     TreeRun run;
     run.SetAll(c.settings);
-    run.job.CompareRange = c.range;
+    run.request.CompareRange = c.range;
     run.sides[0].filter_entry = c.filter;
     run.File(std::string("old/") + c.old_file, 1);
     run.File(std::string("new/") + c.new_file, 1);
     const std::string listing_lines = run.Result();
-    const Texts lines = ReadLines(run.job.OutPath);
+    const Texts lines = ReadLines(run.request.OutPath);
     EXPECT_EQ(lines.back().find("一致=    1") != std::string::npos, c.pairs) << c.name;
   }
 }
@@ -262,21 +265,21 @@ TEST(DirComp, ListingsAreRecordedByteForByte) {
     run.File("new/" + std::string(200, 'n') + "/" + std::string(220, 'm') + "/x", 1);
     run.Run();
     test::ExpectGolden("dircomp/live" + std::to_string(width) + ".lst",
-                       test::ReadFile(run.job.OutPath), run.folder);
+                       test::ReadFile(run.request.OutPath), run.folder);
     EXPECT_EQ(
         run.front_end.messages,
         (Texts{"旧ﾃﾞｨﾚｸﾄﾘ情報 展開中...", "旧ﾃﾞｨﾚｸﾄﾘ情報 展開中...\r\n新ﾃﾞｨﾚｸﾄﾘ情報 展開中...",
                "SORT処理中 ...", "SORT処理中 ...\r\nﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ 処理中..."}));
 
-    const NativePath old_tree = run.job.OldPath;
+    const NativePath old_tree = run.request.OldPath;
     run.Snapshot(old_tree);
-    run.job.JobKind = JobKind::kDirComp;
-    run.job.OldPath = run.folder.At("s.ddf");
-    run.job.OutPath = run.folder.At("d2.lst");
+    run.request.JobKind = JobKind::kDirComp;
+    run.request.OldPath = run.folder.At("s.ddf");
+    run.request.OutPath = run.folder.At("d2.lst");
     run.SetAll("DCompOut0=0|DCompOut2=0");
     run.Run();
     test::ExpectGolden("dircomp/file" + std::to_string(width) + ".lst",
-                       test::ReadFile(run.job.OutPath), run.folder);
+                       test::ReadFile(run.request.OutPath), run.folder);
   }
 }
 
@@ -306,7 +309,7 @@ TEST(DirComp, ReadsWhatAFileMayHold) {
   };
   for (const Case& c : cases) {
     TreeRun run;
-    run.job.OldPath = run.folder.Write("S.DDF", c.bytes);
+    run.request.OldPath = run.folder.Write("S.DDF", c.bytes);
     EXPECT_NE(run.Result().find(c.result), std::string::npos)
         << c.name << run.front_end.results.back();
     EXPECT_EQ(run.platform.troubles.size(), c.trouble == nullptr ? 0u : 1u) << c.name;
@@ -320,21 +323,21 @@ TEST(DirComp, ReadsWhatAFileMayHold) {
 
 TEST(DirComp, TellsWhatItCannotOpen) {
   struct Case {
-    NativePath JobRecord::*path;
+    NativePath JobRequest::*path;
     const char* name;
     const char* message;
   };
   const Case cases[] = {
-      {&JobRecord::OldPath, "none.ddf", "Old File Open Error: ファイルが見つかりません"},
-      {&JobRecord::NewPath, "none.ddf", "New File Open Error: ファイルが見つかりません"},
-      {&JobRecord::OutPath, "no/d.lst", "List Open Error: ファイルが見つかりません"},
-      {&JobRecord::OutPath, "mine.ddf",
+      {&JobRequest::OldPath, "none.ddf", "Old File Open Error: ファイルが見つかりません"},
+      {&JobRequest::NewPath, "none.ddf", "New File Open Error: ファイルが見つかりません"},
+      {&JobRequest::OutPath, "no/d.lst", "List Open Error: ファイルが見つかりません"},
+      {&JobRequest::OutPath, "mine.ddf",
        "List Open Error: 入力ファイルと同じファイルには出力できません"},
   };
   for (const Case& c : cases) {
     TreeRun run;
-    run.job.OldPath = run.folder.Write("mine.ddf", "\\x\r\n");
-    run.job.*c.path = run.folder.At(c.name);
+    run.request.OldPath = run.folder.Write("mine.ddf", "\\x\r\n");
+    run.request.*c.path = run.folder.At(c.name);
     EXPECT_EQ(run.Result(), "    UnMatch=    0 OLD=    0 NEW=    0 Rep=    0 Add=    0 Del=    0");
     EXPECT_EQ(run.platform.messages, (Texts{c.message}));
     EXPECT_EQ(run.services.end(), JobEnd::kTrouble);
@@ -354,7 +357,7 @@ TEST(DirComp, AStopAtAnyYieldLeavesNoSummary) {
     run.Run();
     stopped = run.job.StopRequested;
     EXPECT_EQ(run.services.end(), stopped ? JobEnd::kTrouble : JobEnd::kDifference);
-    const Texts lines = ReadLines(run.job.OutPath);
+    const Texts lines = ReadLines(run.request.OutPath);
     const bool summed_up = !lines.empty() && lines.back().find("一致") != std::string::npos;
     EXPECT_NE(summed_up, stopped) << stop;
     // Nothing is listed before the merge; then every further stop lets one more detail through.
@@ -368,10 +371,10 @@ TEST(DirComp, AStopAtAnyYieldLeavesNoSummary) {
 TEST(ClipboardTexts, ListAndCompareTwoFolders) {
   TreeRun run;
   for (const char* name : {"old/b", "old/A", "old/sub/x", "new/b", "new/c"}) run.File(name, 1);
-  EXPECT_EQ(FolderListText(run.job.OldPath), "A\r\nb");
+  EXPECT_EQ(FolderListText(run.request.OldPath), "A\r\nb");
   EXPECT_EQ(FolderListText(run.folder.At("none/")), "");
-  EXPECT_EQ(FolderCompareText(run.job.OldPath, run.job.NewPath),
-            "OLD : " + run.job.OldPath.bytes() + "\r\nNEW : " + run.job.NewPath.bytes() +
+  EXPECT_EQ(FolderCompareText(run.request.OldPath, run.request.NewPath),
+            "OLD : " + run.request.OldPath.bytes() + "\r\nNEW : " + run.request.NewPath.bytes() +
                 "\r\n\r\n追加されたファイル\r\nc\r\n\r\n削除されたファイル\r\nA\r\n"
                 "\r\n一致するファイル\r\nb\r\n");
 }

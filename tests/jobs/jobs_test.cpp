@@ -82,19 +82,19 @@ TEST(OutputNames, FollowTheOutputFolderAndTheOldName) {
     TestRun run;
     run.options.ContOutDirPath = "/fixed";
     run.options.ComboLstSbn = "*-*.SBN";
-    run.job.ElseOutputDir = NativePath("/else/");
-    run.job.OutputDirMode = c.mode;
-    run.job.OptSbnList = run.job.OptMrgSrc = true;
+    OutputChoices choices;
+    choices.ElseOutputDir = NativePath("/else/");
+    choices.OutputDirMode = c.mode;
+    choices.OptSbnList = choices.OptMrgSrc = true;
     const auto make = [&] {
-      return MakeOutputNames(run.options, run.job, NativePath(c.old_path), NativePath(c.new_path),
+      return MakeOutputNames(run.options, choices, NativePath(c.old_path), NativePath(c.new_path),
                              c.style);
     };
-    EXPECT_EQ(make().bytes(), c.listing);
-    EXPECT_EQ(run.job.SbnPath.bytes(), c.difference_file);
-    EXPECT_EQ(run.job.MrgPath.bytes(), c.merge_source);
-    run.job.OptSbnList = run.job.OptMrgSrc = false;
-    make();
-    EXPECT_TRUE(run.job.SbnPath.empty() && run.job.MrgPath.empty());
+    EXPECT_EQ(make().OutPath.bytes(), c.listing);
+    EXPECT_EQ(make().SbnPath.bytes(), c.difference_file);
+    EXPECT_EQ(make().MrgPath.bytes(), c.merge_source);
+    choices.OptSbnList = choices.OptMrgSrc = false;
+    EXPECT_TRUE(make().SbnPath.empty() && make().MrgPath.empty());
   }
 }
 
@@ -126,7 +126,7 @@ TEST(RunServices, NumbersResultEntries) {
   for (const auto& [kind, label] :
        {std::pair(JobKind::kStepCnt, " StepCnt "), std::pair(JobKind::kStepCsv, " StepCSV "),
         std::pair(JobKind::kDirEdit, " DirEdit "), std::pair(JobKind::kDirComp, " DirComp ")}) {
-    run.job.JobKind = kind;
+    run.job.request.JobKind = kind;
     EXPECT_EQ(entry_at(4), "( 5" + std::string(label) + ") /out/x.TXT");
   }
   run.job.GuiMode = false;
@@ -143,22 +143,21 @@ TEST(RunServices, ProgressStopsAtTheWholeBar) {
   EXPECT_EQ(run.front_end.progress, (std::vector<double>{-5655, -2827.5, 0, 0}));
 }
 
-TEST(RunServices, CsvSummaryHoldsExcludedPairsOnlyWithTheStatusOption) {
+TEST(RunServices, CsvSummaryHoldsStatusesOnlyWithTheOption) {
   const test::TempFolder folder;
+  const NativePath old_path("/旧/a.TXT");
+  const NativePath new_path("/n,/a.TXT");
   for (const bool with_status : {true, false}) {
     TestRun run;
     run.Set("CsvStatus", with_status ? "1" : "0");
     run.Set("NoPattern", ";*.txt");
-    run.job.OptCsvList = true;
-    run.job.OldPath = NativePath("/旧/a.TXT");
-    run.job.NewPath = NativePath("/n,/a.TXT");
-    run.job.OutPath = folder.At("a_TXT_COMP.TXT");
-    run.job.CsvPath = run.services.CsvSummaryPath(run.job.OutPath);
-    EXPECT_EQ(run.job.CsvPath, folder.At("Ledrix.CSV"));
-    ASSERT_TRUE(run.services.OpenCsvSummary());
     EXPECT_TRUE(run.services.IsExcludedType("a.TXT"));
     EXPECT_FALSE(run.services.IsExcludedType("a.c"));
-    run.services.WriteCsvCounts({120, 123, 2, 4, 1});
+    const NativePath csv = run.services.CsvSummaryPath(folder.At("a_TXT_COMP.TXT"));
+    EXPECT_EQ(csv, folder.At("Ledrix.CSV"));
+    ASSERT_TRUE(run.services.OpenCsvSummary(csv));
+    run.services.WriteCsvStatus({old_path, new_path}, "対象外ﾌｧｲﾙﾀｲﾌﾟ");
+    run.services.WriteCsvCounts({old_path, new_path}, {120, 123, 2, 4, 1});
     run.services.CloseCsvSummary(5);
 
     std::vector<std::string> expected = {
@@ -166,24 +165,20 @@ TEST(RunServices, CsvSummaryHoldsExcludedPairsOnlyWithTheStatusOption) {
     if (with_status) expected.push_back("1,/旧/a.TXT,-,/n,/a.TXT,対象外ﾌｧｲﾙﾀｲﾌﾟ");
     expected.push_back(std::string(with_status ? "2" : "1") +
                        ",/旧/a.TXT,120,/n,/a.TXT,123,2,4,1,7");
-    EXPECT_EQ(test::ReadLines(run.job.CsvPath), expected);
-    EXPECT_EQ(run.front_end.results,
-              (std::vector<std::string>{
-                  "( 1 Compare ) " + run.job.OutPath.bytes(), "    a.TXT対象外ﾌｧｲﾙﾀｲﾌﾟ  ",
-                  "( 2 Compare ) " + run.job.CsvPath.bytes(), "     Total File Count=    5"}));
+    EXPECT_EQ(test::ReadLines(csv), expected);
+    EXPECT_EQ(run.front_end.results, (std::vector<std::string>{"( 1 Compare ) " + csv.bytes(),
+                                                               "     Total File Count=    5"}));
   }
 }
 
 TEST(RunServices, ACsvSummaryThatCannotBeWrittenIsReported) {
   TestRun run;
-  run.job.CsvPath = NativePath("/nowhere/Ledrix.CSV");
-  EXPECT_FALSE(run.services.OpenCsvSummary());
+  EXPECT_FALSE(run.services.OpenCsvSummary(NativePath("/nowhere/Ledrix.CSV")));
   EXPECT_EQ(run.platform.messages,
             (std::vector<std::string>{"CSV File Open Error: ファイルが見つかりません"}));
   run.platform.troubles.clear();
 
-  run.job.CsvPath = NativePath("/dev/full");
-  ASSERT_TRUE(run.services.OpenCsvSummary());
+  ASSERT_TRUE(run.services.OpenCsvSummary(NativePath("/dev/full")));
   run.services.CloseCsvSummary(1);
   EXPECT_EQ(run.front_end.results.back(), "    エラー");
   EXPECT_EQ(run.platform.troubles,

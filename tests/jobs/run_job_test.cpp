@@ -108,14 +108,14 @@ struct FolderRun : TestRun {
         test::SetModified(folder.At(path), test::kTestTime + (side[0] == 'n' ? 60 : 0));
       }
     }
-    job.OldPath = folder.At("old/");
-    job.NewPath = folder.At("new/");
-    job.OutputDirMode = OutputDirMode::kElse;
-    job.ElseOutputDir = NativePath(folder.path());
-    job.OptCsvList = true;
-    job.FileCount = 3;
-    sides[0] = {job.OldPath, "", List("+a.CBL +b.CBL +c.exe")};
-    sides[1] = {job.NewPath, "", List("+a.CBL +B.cbl +c.exe")};
+    request.OldPath = folder.At("old/");
+    request.NewPath = folder.At("new/");
+    job.outputs.OutputDirMode = OutputDirMode::kElse;
+    job.outputs.ElseOutputDir = NativePath(folder.path());
+    job.outputs.OptCsvList = true;
+    request.FileCount = 3;
+    sides[0] = {request.OldPath, "", List("+a.CBL +b.CBL +c.exe")};
+    sides[1] = {request.NewPath, "", List("+a.CBL +B.cbl +c.exe")};
     log = &run_log;
   }
   std::string Path(const char* name) const { return folder.At(name).bytes(); }
@@ -170,7 +170,7 @@ TEST(MultipleCompare, NoOutputOverwritesAFileOfALaterPair) {
   listing.Set("ComboLstLst", "old/b.CBL*");
   listing.sides[0].files.entries[0].name = "";  // its listing would be the second old file
   listing.sides[0].files.entries.erase(listing.sides[0].files.entries.begin());
-  listing.job.FileCount = 2;
+  listing.request.FileCount = 2;
   listing.Run();
   EXPECT_EQ(test::ReadFile(listing.folder.At("old/b.CBL")), "old");
 }
@@ -251,7 +251,7 @@ TEST(JobMessage, TellsWhatWillBeDone) {
        "ステップカウント(CSV)を行い x.lst に出力します\r(/o/)\r3 File"},
       {JobKind::kDirEdit, 0, "/o/", "", "Ledrix  < Directory Compare Edit > ",
        "/o/ の情報を\r/out/x.lst に出力します"},
-      {JobKind::kDirComp, 0, "/o/LIST.DDF", "/n/src.txt",
+      {JobKind::kDirComp, 0, "/o/LIST.DDF", "/n/",
        "Ledrix  < Directory Compare 比較範囲=パスなし > ",
        "LIST.DDF ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙと /n/ を比較し\rx.lst に出力します"},
       {JobKind::kDirComp, 0, "/o/", "/n/l.ddf", "Ledrix  < Directory Compare 比較範囲=パスなし > ",
@@ -259,14 +259,15 @@ TEST(JobMessage, TellsWhatWillBeDone) {
   };
   for (const Case& c : cases) {
     TestRun run;
-    run.job.JobKind = c.kind;
-    run.job.FileCount = c.count;
-    run.job.OldPath = NativePath(c.old_path);
-    run.job.NewPath = NativePath(c.new_path);
-    run.job.OutPath = NativePath("/out/x.lst");
-    run.job.CompareRange = 2;
-    EXPECT_EQ(JobCaption(run.job), c.caption);
-    EXPECT_EQ(JobMessage(run.services), c.message);
+    run.request.JobKind = c.kind;
+    run.request.FileCount = c.count;
+    run.request.OldPath = NativePath(c.old_path);
+    run.request.NewPath = NativePath(c.new_path);
+    if (c.kind != JobKind::kComp) run.request.OutPath = NativePath("/out/x.lst");
+    run.request.CompareRange = CompareRange::kNoPath;
+    EXPECT_EQ(JobCaption(run.request), c.caption);
+    BeginJob(run.job, run.request);
+    EXPECT_EQ(JobMessage(run.options, run.job), c.message);
   }
 }
 

@@ -57,8 +57,8 @@ TEST(OutputPreview, TellsWhereTheNextListingGoes) {
   for (const Case& c : cases) {
     test::TestRun run;
     run.Set("ContOutDirPath", "/fix");
-    run.job.OutputDirMode = c.mode;
-    run.job.ElseOutputDir = NativePath("/e/");
+    run.job.outputs.OutputDirMode = c.mode;
+    run.job.outputs.ElseOutputDir = NativePath("/e/");
     const auto list = [](const char* names) {
       FileList files;
       for (const std::string& name : SplitAt(names, ' ')) {
@@ -68,10 +68,12 @@ TEST(OutputPreview, TellsWhereTheNextListingGoes) {
     };
     const FileSides sides = {FileSide{NativePath("/o/"), "", list(c.old_selected)},
                              FileSide{NativePath("/n/"), "", list(c.new_selected)}};
-    EXPECT_EQ(OutputPreview(run.options, run.job, sides), std::string(" LIST=") + c.expected);
-    EXPECT_EQ(run.job.ElseOutputDir.bytes(), c.else_folder);
-    run.job.OptSbnList = run.job.OptCsvList = run.job.OptMrgSrc = true;
-    EXPECT_EQ(OutputPreview(run.options, run.job, sides),
+    EXPECT_EQ(OutputPreview(run.options, run.job.outputs, sides),
+              std::string(" LIST=") + c.expected);
+    FollowOutputSide(run.job.outputs, sides);
+    EXPECT_EQ(run.job.outputs.ElseOutputDir.bytes(), c.else_folder);
+    run.job.outputs.OptSbnList = run.job.outputs.OptCsvList = run.job.outputs.OptMrgSrc = true;
+    EXPECT_EQ(OutputPreview(run.options, run.job.outputs, sides),
               std::string(" LIST=") + c.expected + " / Sbn List / Csv List / Mrg Src");
   }
 }

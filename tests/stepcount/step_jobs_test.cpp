@@ -49,22 +49,22 @@ TEST(CountFileLines, LinesEndAtCarriageReturns) {
 struct StepRun : TestRun {
   TempFolder folder;
   StepRun() {
-    job.JobKind = JobKind::kStepCnt;
+    request.JobKind = JobKind::kStepCnt;
     std::string bytes;
     for (int i = 0; i < 1234; ++i) bytes += "line\r\n";
-    job.OldPath = folder.Write("A.B.C", bytes);
-    job.OutPath = folder.At("A_B_C_STP.TXT");
+    request.OldPath = folder.Write("A.B.C", bytes);
+    request.OutPath = folder.At("A_B_C_STP.TXT");
   }
 };
 
 TEST(StepCntJob, WritesItsListing) {
   StepRun run;
   run.Run();
-  EXPECT_EQ(ReadLines(run.job.OutPath),
+  EXPECT_EQ(ReadLines(run.request.OutPath),
             (Texts{"--- STEP COUNTER ---", "2024/03/09 14:05:07",
-                   "File Name  [ " + run.job.OldPath.bytes() + " ]", "STEP COUNT [ 1,234 ]"}));
+                   "File Name  [ " + run.request.OldPath.bytes() + " ]", "STEP COUNT [ 1,234 ]"}));
   EXPECT_EQ(run.front_end.results,
-            (Texts{"( 1 StepCnt ) " + run.job.OutPath.bytes(), "    LINE COUNT :  1234"}));
+            (Texts{"( 1 StepCnt ) " + run.request.OutPath.bytes(), "    LINE COUNT :  1234"}));
 }
 
 TEST(StepCntJob, CountsNothingAfterAStopOrWithoutAFile) {
@@ -73,10 +73,10 @@ TEST(StepCntJob, CountsNothingAfterAStopOrWithoutAFile) {
     if (stopped) {
       run.platform.stop_at_yield = 100;
     } else {
-      run.job.OldPath = run.folder.At("none");
+      run.request.OldPath = run.folder.At("none");
     }
     run.Run();
-    EXPECT_EQ(ReadLines(run.job.OutPath).back(), "STEP COUNT [ 0 ]");
+    EXPECT_EQ(ReadLines(run.request.OutPath).back(), "STEP COUNT [ 0 ]");
     EXPECT_EQ(run.front_end.results.back(), "    LINE COUNT :  0");
     EXPECT_EQ(run.services.end(), JobEnd::kTrouble);
     EXPECT_TRUE(run.platform.messages.empty());
@@ -86,7 +86,7 @@ TEST(StepCntJob, CountsNothingAfterAStopOrWithoutAFile) {
 TEST(StepCntJob, SparesItsInputAndReportsALostOutput) {
   for (const char* out : {"A.B.C", "no/x", "/dev/full"}) {
     StepRun run;
-    run.job.OutPath = out[0] == '/' ? NativePath(out) : run.folder.At(out);
+    run.request.OutPath = out[0] == '/' ? NativePath(out) : run.folder.At(out);
     run.Run();
     EXPECT_EQ(run.platform.troubles.size(), 1u) << out;
     EXPECT_EQ(run.services.end(), JobEnd::kTrouble) << out;
@@ -97,10 +97,10 @@ TEST(StepCntJob, SparesItsInputAndReportsALostOutput) {
 struct CsvRun : TestRun {
   TempFolder folder;
   CsvRun() {
-    job.JobKind = JobKind::kStepCsv;
-    job.ActiveSide = 1;
-    job.OldPath = NativePath(folder.path() + "/");
-    job.OutPath = folder.At("STEP.CSV");
+    request.JobKind = JobKind::kStepCsv;
+    request.ActiveSide = Side::kNew;
+    request.OldPath = NativePath(folder.path() + "/");
+    request.OutPath = folder.At("STEP.CSV");
     folder.Write("a,b.CBL", "1\r\n2\r\n");
     folder.Write("表.CBL", "");
     std::filesystem::create_directory(folder.At("sub").bytes());
@@ -113,7 +113,7 @@ struct CsvRun : TestRun {
 TEST(StepCsvJob, WritesARowForEachFileOfTheList) {
   CsvRun run;
   run.Run();
-  EXPECT_EQ(ReadLines(run.job.OutPath),
+  EXPECT_EQ(ReadLines(run.request.OutPath),
             (Texts{"DIR［ " + run.folder.path() + "/ ］ 2024/03/09 14:05:07",
                    "No.,File Name,STEP COUNT", "1,a,b.CBL,2", "2,表.CBL,0", "3,none,-"}));
   EXPECT_EQ(run.front_end.results.back(), "    FILE COUNT :  3");
@@ -127,8 +127,8 @@ TEST(StepCsvJob, AStopGivesTheFileARowOfZeroAndEnds) {
   CsvRun run;
   run.platform.stop_at_yield = 3;  // the job's own, a line, the next line
   run.Run();
-  EXPECT_EQ(ReadLines(run.job.OutPath).size(), 3u);
-  EXPECT_EQ(ReadLines(run.job.OutPath).back(), "1,a,b.CBL,0");
+  EXPECT_EQ(ReadLines(run.request.OutPath).size(), 3u);
+  EXPECT_EQ(ReadLines(run.request.OutPath).back(), "1,a,b.CBL,0");
   EXPECT_EQ(run.front_end.results.back(), "    FILE COUNT :  1");
 }
 

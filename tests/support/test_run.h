@@ -61,6 +61,7 @@ inline void ApplySettings(OptionRecord& options, std::string_view settings) {
 struct TestRun {
   OptionRecord options;
   JobRecord job;
+  JobRequest request;
   RecordingPlatform platform{job};
   RecordingFrontEnd front_end;
   RunServices services{options, job, platform, front_end};
@@ -68,11 +69,11 @@ struct TestRun {
   FileSides sides;
   RunLog* log = nullptr;
 
-  TestRun() {
-    job.GuiMode = true;
-    job.FileCount = 1;
+  TestRun() { job.GuiMode = true; }
+  void Run() {
+    BeginJob(job, request);
+    RunJob(services, {sides, log});
   }
-  void Run() { RunJob(services, {sides, log}); }
   // Sets an option by its key, as the settings store does.
   void Set(std::string_view key, std::string_view value) {
     FindOptionField(key)->Set(options, value);

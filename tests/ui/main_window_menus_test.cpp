@@ -36,7 +36,6 @@ TEST(FolderButton, OpensTheHistoryOnAClick) {
   });
   run.Click("BtnDirOpen1");
   QCoreApplication::processEvents();
-  EXPECT_EQ(run.job.ActiveSide, 1);
   EXPECT_EQ(run.PathText(0), run.Path("old/used/"));
   EXPECT_EQ(run.PathText(1), run.Path("new/"));
 }
@@ -127,7 +126,7 @@ TEST(OptionMenu, OpensTheOptionsAndFollowsThem) {
     run.options.FPatternTtl[2] = "txt";
     run.options.FPattern[2] = "*.txt";
   });
-  EXPECT_EQ(run.job.OutputDirMode, OutputDirMode::kConstant);
+  EXPECT_EQ(run.job.outputs.OutputDirMode, OutputDirMode::kConstant);
   EXPECT_FALSE(Find<QAbstractButton>(window, "OptListDir1")->isChecked());
   EXPECT_TRUE(Find<QAction>(window, "MenuMatchLine3")->isChecked());
   EXPECT_EQ(Find<QWidget>(window, "OutList")->font().pointSize(), 13);
@@ -136,7 +135,7 @@ TEST(OptionMenu, OpensTheOptionsAndFollowsThem) {
   EXPECT_EQ(filters.itemText(3), "txt (*.txt)");
   EXPECT_EQ(filters.currentText(), "全て (*.*)");
   edit([&] { run.options.ContOutDir = 0; });
-  EXPECT_EQ(run.job.OutputDirMode, OutputDirMode::kOldDir);
+  EXPECT_EQ(run.job.outputs.OutputDirMode, OutputDirMode::kOldDir);
   EXPECT_TRUE(Find<QAbstractButton>(window, "OptListDir0")->isChecked());
 }
 

@@ -453,10 +453,10 @@ TEST(MainWindow, ChoosesWhereOutputsGo) {
   ModalScript script;
   script.Answer("いいえ").Answer("はい");
   run.Click("OptListDir0");
-  EXPECT_EQ(run.job.OutputDirMode, OutputDirMode::kConstant);
+  EXPECT_EQ(run.job.outputs.OutputDirMode, OutputDirMode::kConstant);
   EXPECT_FALSE(Find<QAbstractButton>(*run.window, "OptListDir0")->isChecked());
   run.Click("OptListDir0");
-  EXPECT_EQ(run.job.OutputDirMode, OutputDirMode::kOldDir);
+  EXPECT_EQ(run.job.outputs.OutputDirMode, OutputDirMode::kOldDir);
   EXPECT_EQ(run.options.ContOutDir, 0);
   EXPECT_EQ(script.texts.at(0),
             "Ledrix: 出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘは常に固定されています。\n"
@@ -479,7 +479,7 @@ TEST(MainWindow, TellsOfAMissingFixedFolderAtTheStart) {
   run.options.ContOutDirPath = run.Path("old");
   run.window->close();
   run.Open();
-  EXPECT_EQ(run.job.OutputDirMode, OutputDirMode::kConstant);
+  EXPECT_EQ(run.job.outputs.OutputDirMode, OutputDirMode::kConstant);
   EXPECT_FALSE(Find<QAbstractButton>(*run.window, "OptListDir0")->isChecked());
 }
 
