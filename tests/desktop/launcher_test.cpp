@@ -4,10 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
-#include <thread>
 
 #include "desktop/start_program.h"
 #include "platform/program_folder.h"
@@ -159,11 +157,9 @@ TEST(Launcher, ComesWithTheProgram) {
   EXPECT_EQ(count, 3);
 }
 
-// Waits for a file that a started program writes last.
+// What a started program writes into a file in the end.
 std::string Written(const NativePath& path) {
-  for (int i = 0; i < 1000 && !test::FileExists(path); ++i) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
+  EXPECT_TRUE(test::WaitForFile(path));
   return test::ReadFile(path);
 }
 

@@ -5,10 +5,12 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 #include "text/code_page_932.h"
 
@@ -67,6 +69,13 @@ std::string ReadFile(const NativePath& path) {
 
 bool FileExists(const NativePath& path) {
   return std::filesystem::exists(std::filesystem::symlink_status(path.bytes()));
+}
+
+bool WaitForFile(const NativePath& path) {
+  for (int i = 0; i < 1000 && !FileExists(path); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  return FileExists(path);
 }
 
 void SetModified(const NativePath& path, time_t seconds, long nanoseconds) {

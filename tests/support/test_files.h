@@ -32,6 +32,8 @@ inline constexpr time_t kTestTime = 1709960707;
 
 std::string ReadFile(const NativePath& path);
 bool FileExists(const NativePath& path);
+// Waits up to ten seconds for a file that another program makes; false when it does not.
+bool WaitForFile(const NativePath& path);
 void SetModified(const NativePath& path, time_t seconds, long nanoseconds = 0);
 
 // The lines of a Shift_JIS file as UTF-8, without their CR LF. Fails the test when a line ends
