@@ -18,24 +18,14 @@ constexpr const char* kAdded = "Added Associations";
 constexpr const char* kRemoved = "Removed Associations";
 constexpr const char* kCached = "MIME Cache";
 
-std::vector<std::string> Split(std::string_view text, char separator) {
-  std::vector<std::string> pieces;
-  for (size_t start = 0; start < text.size();) {
-    const size_t end = std::min(text.find(separator, start), text.size());
-    if (end > start) pieces.emplace_back(text.substr(start, end - start));
-    start = end + 1;
-  }
-  return pieces;
-}
-
 std::string Environment(const char* name, const char* default_text) {
   const char* const value = std::getenv(name);
   return value == nullptr || *value == '\0' ? default_text : value;
 }
 
 void AddFolders(const std::string& paths, std::string_view below, std::vector<NativePath>& to) {
-  for (const std::string& path : Split(paths, ':')) {
-    if (path[0] == '/') to.push_back(AddBackslash(NativePath(path)) + below);
+  for (const std::string& path : SplitAt(paths, ':')) {
+    if (path.starts_with('/')) to.push_back(AddBackslash(NativePath(path)) + below);
   }
 }
 
@@ -90,7 +80,7 @@ class Associations {
 
   static std::vector<std::string> Programs(const KeyFile& list, const char* group,
                                            const std::string& mime_type) {
-    return Split(list.Get(group, mime_type).value_or(""), ';');
+    return SplitAt(list.Get(group, mime_type).value_or(""), ';');
   }
 
   std::optional<Launcher> FirstOf(const std::vector<std::string>& programs,
@@ -129,9 +119,9 @@ class Associations {
 
 AssociationFolders DesktopAssociationFolders() {
   AssociationFolders folders;
-  for (std::string& desktop : Split(Environment("XDG_CURRENT_DESKTOP", ""), ':')) {
-    desktop = AsciiLowered(desktop);
-    if (desktop.find('/') == std::string::npos) folders.desktops.push_back(std::move(desktop));
+  for (const std::string& desktop : SplitAt(Environment("XDG_CURRENT_DESKTOP", ""), ':')) {
+    if (desktop.empty() || desktop.find('/') != std::string::npos) continue;
+    folders.desktops.push_back(AsciiLowered(desktop));
   }
   folders.configurations.push_back(UserConfigurationFolder());
   AddFolders(Environment("XDG_CONFIG_DIRS", "/etc/xdg"), "", folders.configurations);

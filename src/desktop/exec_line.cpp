@@ -39,10 +39,8 @@ class Cutter {
     pieces_.clear();
     while (!failed_ && at_ < line_.size() && kBlanks.find(line_[at_]) == std::string_view::npos) {
       const char c = line_[at_++];
-      if (c == '"') {
-        DoubleQuoted();
-      } else if (c == '\'') {
-        SingleQuoted();
+      if (c == '"' || c == '\'') {
+        Quoted(c);
       } else if (c == '\\') {
         AddText(Next());
       } else if (c == '%') {
@@ -54,28 +52,16 @@ class Cutter {
     return FinishedWord();
   }
 
-  void DoubleQuoted() {
+  // What follows an opening quotation mark, to the closing one.
+  void Quoted(char mark) {
     AddText("");
     while (!failed_) {
       const char c = Next();
-      if (c == '"') return;
-      if (c == '\\' && at_ < line_.size() &&
+      if (c == mark) return;
+      if (c == '\\' && mark == '"' && at_ < line_.size() &&
           kEscapedBetweenQuotes.find(line_[at_]) != std::string_view::npos) {
         AddText(line_[at_++]);
       } else if (c == '%') {
-        AddCode(Next(), true);
-      } else {
-        AddText(c);
-      }
-    }
-  }
-
-  void SingleQuoted() {
-    AddText("");
-    while (!failed_) {
-      const char c = Next();
-      if (c == '\'') return;
-      if (c == '%') {
         AddCode(Next(), true);
       } else {
         AddText(c);

@@ -53,6 +53,11 @@ bool IsFloppyDrive(const std::string& name) {
   return name.find("3.5") != std::string::npos || name.find("ｲﾝﾁ") != std::string::npos;
 }
 
+// The first word, which is a text.
+const std::string& ProgramOf(const Launcher& launcher) {
+  return launcher.words[0][0].text;
+}
+
 // What a code stands for inside a word.
 std::string Expanded(const Launcher& launcher, char code, const NativePath& file) {
   switch (code) {
@@ -96,11 +101,6 @@ bool HasFileCode(const Launcher& launcher) {
   return false;
 }
 
-// True when the program of the first word is there.
-bool CanStart(const Launcher& launcher) {
-  return !FindProgram(LauncherArguments(launcher, launcher.path)[0]).empty();
-}
-
 }  // namespace
 
 std::optional<Launcher> ReadLauncher(const NativePath& path) {
@@ -119,7 +119,8 @@ std::vector<Launcher> ListLaunchers(const NativePath& folder) {
     const std::optional<KeyFile> file = KeyFile::Read(path, kMostBytes);
     if (!file || file->is_open_to_others() || IsOpenToOthers(DirOf(RealPath(path)))) continue;
     std::optional<Launcher> launcher = FromKeyFile(path, *file);
-    if (launcher && launcher->is_shown && !IsFloppyDrive(launcher->name) && CanStart(*launcher)) {
+    if (launcher && launcher->is_shown && !IsFloppyDrive(launcher->name) &&
+        !FindProgram(ProgramOf(*launcher)).empty()) {
       launchers.push_back(std::move(*launcher));
     }
   }
@@ -139,8 +140,7 @@ std::string FileAddress(const NativePath& path) {
   std::string address = "file://";
   for (const char c : path.bytes()) {
     const auto byte = static_cast<unsigned char>(c);
-    const bool is_letter = IsAsciiLetter(c);
-    if (is_letter || (c >= '0' && c <= '9') || kPlain.find(c) != std::string_view::npos) {
+    if (IsAsciiLetter(c) || IsAsciiDigit(c) || kPlain.find(c) != std::string_view::npos) {
       address += c;
     } else {
       address += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
@@ -152,7 +152,7 @@ std::string FileAddress(const NativePath& path) {
 Status StartWithFile(const Launcher& launcher, const NativePath& file) {
   std::vector<std::string> arguments = LauncherArguments(launcher, file);
   if (launcher.in_terminal) {
-    if (FindProgram(arguments[0]).empty()) return Error::System(ENOENT);
+    if (FindProgram(ProgramOf(launcher)).empty()) return Error::System(ENOENT);
     arguments.insert(arguments.begin(), {kTerminal, "-e"});
   }
   return StartProgram(arguments, launcher.folder);
