@@ -31,20 +31,18 @@ class Cutter {
   }
 
  private:
-  struct Piece : LauncherPiece {
-    bool is_quoted = false;
-  };
-
   LauncherWord Word() {
     pieces_.clear();
+    is_quoted_ = false;
     while (!failed_ && at_ < line_.size() && kBlanks.find(line_[at_]) == std::string_view::npos) {
       const char c = line_[at_++];
       if (c == '"' || c == '\'') {
         Quoted(c);
       } else if (c == '\\') {
+        is_quoted_ = true;
         AddText(Next());
       } else if (c == '%') {
-        AddCode(Next(), false);
+        AddCode(Next());
       } else {
         AddText(c);
       }
@@ -54,6 +52,7 @@ class Cutter {
 
   // What follows an opening quotation mark, to the closing one.
   void Quoted(char mark) {
+    is_quoted_ = true;
     AddText("");
     while (!failed_) {
       const char c = Next();
@@ -62,7 +61,7 @@ class Cutter {
           kEscapedBetweenQuotes.find(line_[at_]) != std::string_view::npos) {
         AddText(line_[at_++]);
       } else if (c == '%') {
-        AddCode(Next(), true);
+        AddCode(Next());
       } else {
         AddText(c);
       }
@@ -82,37 +81,30 @@ class Cutter {
     pieces_.back().text += text;
   }
 
-  void AddCode(char code, bool is_quoted) {
+  void AddCode(char code) {
     if (code == '%') return AddText("%");
     // The empty text of an opening quotation mark is no text beside the code.
-    if (is_quoted && pieces_.size() == 1 && pieces_[0].text.empty()) pieces_.clear();
-    pieces_.push_back({{code, {}}, is_quoted});
+    if (pieces_.size() == 1 && pieces_[0].code == '\0' && pieces_[0].text.empty()) pieces_.clear();
+    pieces_.push_back({code, {}});
   }
 
+  // A code beside other text stays text where there are quotation marks or backslashes.
   LauncherWord FinishedWord() {
-    LauncherWord word;
-    for (const Piece& piece : pieces_) {
-      if (piece.code == '\0') {
-        Append(word, piece.text);
-      } else if (piece.is_quoted && pieces_.size() > 1) {
-        Append(word, std::string("%") + piece.code);
-      } else {
-        failed_ |= kCodes.find(piece.code) == std::string_view::npos;
-        word.push_back(piece);
-      }
+    std::string text;
+    for (const LauncherPiece& piece : pieces_) {
+      const bool is_code = piece.code != '\0';
+      text += is_code ? std::string("%") + piece.code : piece.text;
+      failed_ |= is_code && !is_script() && kCodes.find(piece.code) == std::string_view::npos;
     }
-    return word;
+    return is_script() ? LauncherWord{{'\0', text}} : pieces_;
   }
-
-  static void Append(LauncherWord& word, const std::string& text) {
-    if (word.empty() || word.back().code != '\0') word.emplace_back();
-    word.back().text += text;
-  }
+  bool is_script() const { return is_quoted_ && pieces_.size() > 1; }
 
   std::string_view line_;
   size_t at_ = 0;  // of the next character
   bool failed_ = false;
-  std::vector<Piece> pieces_;  // of the word being cut
+  LauncherWord pieces_;     // of the word being cut
+  bool is_quoted_ = false;  // whether any part of it is
   std::vector<LauncherWord> words_;
 };
 

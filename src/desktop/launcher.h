@@ -7,8 +7,8 @@
 // backslash takes the next character as it is, between " only one of " ` $ \. Codes: %f %F the
 // file's path, %u %U its address, %i "--icon" and the icon, %c the name, %k the launcher's path,
 // %% a percent sign; %d %D %n %N %v %m stand for nothing; any other makes the launcher broken. A
-// code that stands between quotation marks with other text is no code: nothing of a file's name
-// gets into a text that the program may read as commands.
+// code that stands with other text in a word with quotation marks or backslashes is no code: such
+// words are what programs read as commands, and nothing of a file's name gets into them.
 #pragma once
 
 #include <optional>

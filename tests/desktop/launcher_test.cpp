@@ -54,6 +54,10 @@ TEST(Launcher, CutsExecIntoArguments) {
            // What is in quotation marks is as the owner wrote it, whatever the file's name is.
            {"sh -c \"cat %f; date +%%Y%m\"", "sh|-c|cat %f; date +%Y%m|/d/a b"},
            {"sh -c 'cat %f' x%fy", "sh|-c|cat %f|x/d/a by"},
+           {"sh -c 'cat '%f", "sh|-c|cat %f|/d/a b"},
+           {"sh -c %f\";\"", "sh|-c|%f;|/d/a b"},
+           {"sh -c cat\\\\ %f", "sh|-c|cat %f|/d/a b"},
+           {"prog \"\"%f", "prog|/d/a b"},
            {"prog `id` $HOME ~ * ; rm", "prog|`id`|$HOME|~|*|;|rm|/d/a b"},
            {"", "broken"},
            {" ", "broken"},
