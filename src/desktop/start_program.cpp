@@ -24,7 +24,8 @@ bool MayRun(const NativePath& path) {
   sigset_t none;
   sigemptyset(&none);
   sigprocmask(SIG_SETMASK, &none, nullptr);
-  signal(SIGPIPE, SIG_DFL);
+  // What this program ignores for itself.
+  for (const int number : {SIGPIPE, SIGXFSZ}) signal(number, SIG_DFL);
   dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
   if (*folder == '\0' || chdir(folder) == 0) execv(arguments[0], arguments);
   const int number = errno;

@@ -4,8 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 
 #include "desktop/start_program.h"
 #include "platform/program_folder.h"
@@ -98,6 +100,7 @@ TEST(Launcher, RefusesBrokenFiles) {
            {"[Desktop Entry]\nType=Application\n", false},
            {"[Other]\nType=Application\nExec=prog\n", false},
            {"Type=Application\nExec=prog\n[Desktop Entry]\n", false},
+           {"[Desktop Entry]\nType=Application\n[Other]\n[Desktop Entry]\nExec=prog\n", false},
            {"#c\n\n[Desktop Entry]\r\nType = Application\r\nExec = prog\r\n", true}}) {
     EXPECT_EQ(ReadLauncher(folder.Write("x.desktop", bytes)).has_value(), is_good)
         << bytes.substr(0, 60);
@@ -202,9 +205,56 @@ TEST(Launcher, StartsInATerminalAndTellsOfFailures) {
   EXPECT_TRUE(StartWithFile(read("no-such-program", "Terminal=true\n"), file));
   EXPECT_TRUE(StartWithFile(read(folder.At("data").bytes(), ""), file));
   EXPECT_TRUE(StartWithFile(read("sh", "Path=/no/such/folder\n"), file));
-  setenv("PATH", ".:bin", 1);  // relative folders do not count
-  EXPECT_TRUE(FindProgram("sh").empty());
   setenv("PATH", path.c_str(), 1);
+}
+
+TEST(FindProgram, LooksInTheWholePathsOfThePath) {
+  const test::TempFolder folder;
+  const std::string path = std::getenv("PATH");
+  const std::filesystem::path here = std::filesystem::current_path();
+  const NativePath program = TellingProgram(folder, "program");
+  std::filesystem::create_directory(folder.At("folder").bytes());
+  folder.Write("data", "no program");
+  std::filesystem::current_path(folder.path());
+  setenv("PATH", (":/none:" + folder.path()).c_str(), 1);
+  EXPECT_EQ(FindProgram("program").bytes(), program.bytes());
+  EXPECT_EQ(FindProgram("./program").bytes(), folder.path() + "/./program");
+  for (const char* name : {"", "folder", "data", "none", "/none/program"}) {
+    EXPECT_TRUE(FindProgram(name).empty()) << name;
+  }
+  setenv("PATH", ".::", 1);
+  EXPECT_TRUE(FindProgram("program").empty());
+  std::filesystem::current_path(here);
+  setenv("PATH", path.c_str(), 1);
+}
+
+TEST(StartProgram, LeavesThePlainStateOfAProgram) {
+  const test::TempFolder folder;
+  const NativePath program = folder.Write(
+      "program",
+      "#!/bin/sh\n{ readlink /proc/self/fd/0; cut -d' ' -f6 /proc/self/stat\n"
+      "sed -n 's/^Sig\\(Blk\\|Ign\\):\\t/0x/p' /proc/self/status; } > told.x; mv told.x told\n");
+  chmod(program.c_str(), 0755);
+  sigset_t blocked;
+  sigset_t before;
+  sigemptyset(&blocked);
+  sigaddset(&blocked, SIGUSR1);
+  sigprocmask(SIG_BLOCK, &blocked, &before);
+  for (const int number : {SIGPIPE, SIGXFSZ}) signal(number, SIG_IGN);
+  EXPECT_FALSE(StartProgram({program.bytes()}, NativePath(folder.path())));
+  for (const int number : {SIGPIPE, SIGXFSZ}) signal(number, SIG_DFL);
+  sigprocmask(SIG_SETMASK, &before, nullptr);
+
+  std::istringstream told(Written(folder.At("told")));
+  std::string input;
+  pid_t session = 0;
+  std::string masks[2];
+  told >> input >> session >> masks[0] >> masks[1];
+  EXPECT_EQ(input, "/dev/null");
+  EXPECT_NE(session, getsid(0));
+  EXPECT_EQ(std::stoull(masks[0], nullptr, 16), 0u);
+  EXPECT_EQ(std::stoull(masks[1], nullptr, 16) >> (SIGPIPE - 1) & 1, 0u);
+  EXPECT_EQ(std::stoull(masks[1], nullptr, 16) >> (SIGXFSZ - 1) & 1, 0u);
 }
 
 TEST(SendToFolder, IsTheUsersOrTheOneOfTheProgram) {
