@@ -4,13 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <sstream>
 
-#include "desktop/start_program.h"
-#include "platform/program_folder.h"
 #include "support/test_files.h"
 
 namespace ledrix {
@@ -206,73 +202,6 @@ TEST(Launcher, StartsInATerminalAndTellsOfFailures) {
   EXPECT_TRUE(StartWithFile(read(folder.At("data").bytes(), ""), file));
   EXPECT_TRUE(StartWithFile(read("sh", "Path=/no/such/folder\n"), file));
   setenv("PATH", path.c_str(), 1);
-}
-
-TEST(FindProgram, LooksInTheWholePathsOfThePath) {
-  const test::TempFolder folder;
-  const std::string path = std::getenv("PATH");
-  const std::filesystem::path here = std::filesystem::current_path();
-  const NativePath program = TellingProgram(folder, "program");
-  std::filesystem::create_directory(folder.At("folder").bytes());
-  folder.Write("data", "no program");
-  std::filesystem::current_path(folder.path());
-  setenv("PATH", (":/none:" + folder.path()).c_str(), 1);
-  EXPECT_EQ(FindProgram("program").bytes(), program.bytes());
-  EXPECT_EQ(FindProgram("./program").bytes(), folder.path() + "/./program");
-  for (const char* name : {"", "folder", "data", "none", "/none/program"}) {
-    EXPECT_TRUE(FindProgram(name).empty()) << name;
-  }
-  setenv("PATH", ".::", 1);
-  EXPECT_TRUE(FindProgram("program").empty());
-  std::filesystem::current_path(here);
-  setenv("PATH", path.c_str(), 1);
-}
-
-TEST(StartProgram, LeavesThePlainStateOfAProgram) {
-  const test::TempFolder folder;
-  const NativePath program = folder.Write(
-      "program",
-      "#!/bin/sh\n{ readlink /proc/self/fd/0; cut -d' ' -f6 /proc/self/stat\n"
-      "sed -n 's/^Sig\\(Blk\\|Ign\\):\\t/0x/p' /proc/self/status; } > told.x; mv told.x told\n");
-  chmod(program.c_str(), 0755);
-  sigset_t blocked;
-  sigset_t before;
-  sigemptyset(&blocked);
-  sigaddset(&blocked, SIGUSR1);
-  sigprocmask(SIG_BLOCK, &blocked, &before);
-  for (const int number : {SIGPIPE, SIGXFSZ}) signal(number, SIG_IGN);
-  EXPECT_FALSE(StartProgram({program.bytes()}, NativePath(folder.path())));
-  for (const int number : {SIGPIPE, SIGXFSZ}) signal(number, SIG_DFL);
-  sigprocmask(SIG_SETMASK, &before, nullptr);
-
-  std::istringstream told(Written(folder.At("told")));
-  std::string input;
-  pid_t session = 0;
-  std::string masks[2];
-  told >> input >> session >> masks[0] >> masks[1];
-  EXPECT_EQ(input, "/dev/null");
-  EXPECT_NE(session, getsid(0));
-  EXPECT_EQ(std::stoull(masks[0], nullptr, 16), 0u);
-  EXPECT_EQ(std::stoull(masks[1], nullptr, 16) >> (SIGPIPE - 1) & 1, 0u);
-  EXPECT_EQ(std::stoull(masks[1], nullptr, 16) >> (SIGXFSZ - 1) & 1, 0u);
-}
-
-TEST(SendToFolder, IsTheUsersOrTheOneOfTheProgram) {
-  const test::TempFolder home;
-  setenv("XDG_DATA_HOME", home.path().c_str(), 1);
-  setenv("LEDRIX_HOME", home.At("own").c_str(), 1);
-  EXPECT_EQ(SendToFolder(SendToOwner::kUser).bytes(), home.path() + "/ledrix/SendTo/");
-  EXPECT_EQ(SendToFolder(SendToOwner::kProgram).bytes(), home.path() + "/own/SendTo/");
-  // The tests' own program lies one folder below the built ones.
-  const std::filesystem::path shared(SharedFolder().bytes());
-  EXPECT_EQ(shared.parent_path().parent_path().filename(), "share");
-  std::filesystem::create_directories(shared / "SendTo");
-  EXPECT_EQ(SendToFolder(SendToOwner::kProgram).bytes(), shared.string() + "SendTo/");
-  std::filesystem::create_directories(home.At("own/SendTo").bytes());
-  EXPECT_EQ(SendToFolder(SendToOwner::kProgram).bytes(), home.path() + "/own/SendTo/");
-  std::filesystem::remove_all(shared.parent_path().parent_path());
-  unsetenv("XDG_DATA_HOME");
-  unsetenv("LEDRIX_HOME");
 }
 
 }  // namespace
