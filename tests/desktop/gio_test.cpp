@@ -54,7 +54,7 @@ class GioTest : public testing::Test {
   // Starts the one launcher of a folder, in that folder.
   static bool StartByRoom(const test::TempFolder& folder, const NativePath& file) {
     const std::vector<Launcher> launchers = ListLaunchers(NativePath(folder.path() + "/"));
-    return launchers.size() == 1 && StartWithFile(launchers[0], file) == kNoError;
+    return launchers.size() == 1 && StartWithFile(launchers[0], file).ok();
   }
   bool StartByGio(const test::TempFolder& folder, const NativePath& file) const {
     return gio.Start(folder.At("x.desktop"), file);

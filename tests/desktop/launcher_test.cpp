@@ -181,7 +181,7 @@ TEST(Launcher, StartsItsProgramWithTheBytesOfTheFile) {
   const auto launcher = ReadLauncher(
       folder.Write("x.desktop", LauncherText("\"" + program.bytes() + "\" -x %f", "Path=/usr\n")));
   ASSERT_TRUE(launcher);
-  EXPECT_FALSE(StartWithFile(*launcher, NativePath("/a\xFF b;$(x)\n'\"")));
+  EXPECT_TRUE(StartWithFile(*launcher, NativePath("/a\xFF b;$(x)\n'\"")).ok());
   EXPECT_EQ(Written(folder.At("told")), "[/usr][-x][/a\xFF b;$(x)\n'\"]");
 }
 
@@ -194,13 +194,13 @@ TEST(Launcher, StartsInATerminalAndTellsOfFailures) {
   const NativePath file("/f");
   TellingProgram(folder, "x-terminal-emulator");
   setenv("PATH", (folder.path() + ":/bin").c_str(), 1);
-  EXPECT_FALSE(StartWithFile(read("sh a", "Terminal=true\nPath=/usr\n"), file));
+  EXPECT_TRUE(StartWithFile(read("sh a", "Terminal=true\nPath=/usr\n"), file).ok());
   EXPECT_EQ(Written(folder.At("told")), "[/usr][-e][sh][a][/f]");
   folder.Write("data", "no program");
-  EXPECT_TRUE(StartWithFile(read("no-such-program", ""), file));
-  EXPECT_TRUE(StartWithFile(read("no-such-program", "Terminal=true\n"), file));
-  EXPECT_TRUE(StartWithFile(read(folder.At("data").bytes(), ""), file));
-  EXPECT_TRUE(StartWithFile(read("sh", "Path=/no/such/folder\n"), file));
+  EXPECT_FALSE(StartWithFile(read("no-such-program", ""), file).ok());
+  EXPECT_FALSE(StartWithFile(read("no-such-program", "Terminal=true\n"), file).ok());
+  EXPECT_FALSE(StartWithFile(read(folder.At("data").bytes(), ""), file).ok());
+  EXPECT_FALSE(StartWithFile(read("sh", "Path=/no/such/folder\n"), file).ok());
   setenv("PATH", path.c_str(), 1);
 }
 
