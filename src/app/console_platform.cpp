@@ -40,12 +40,4 @@ void ConsolePlatform::YieldToUi() {
   if (IsStopSignalled()) job_.StopRequested = true;
 }
 
-void ConsolePlatform::TemporaryFileMade(const NativePath& path) {
-  NoteTemporaryFile(path);
-}
-
-void ConsolePlatform::TemporaryFileGone(const NativePath& path) {
-  ForgetTemporaryFile(path);
-}
-
 }  // namespace ledrix

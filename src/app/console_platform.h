@@ -21,8 +21,6 @@ class ConsolePlatform : public PlatformServices {
   MessageAnswer ShowMessage(const Message& message) override;
   void ReportTrouble(const std::string& line) override;
   void YieldToUi() override;
-  void TemporaryFileMade(const NativePath& path) override;
-  void TemporaryFileGone(const NativePath& path) override;
 
  private:
   const char* program_;

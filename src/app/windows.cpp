@@ -27,12 +27,6 @@ constexpr qint64 kSplashMilliseconds = 1500;
 constexpr int kSignalPollMilliseconds = 200;
 
 // Keeps the temporary files known to the signal handlers.
-class DesktopPlatform : public WindowPlatform {
- public:
-  void TemporaryFileMade(const NativePath& path) override { NoteTemporaryFile(path); }
-  void TemporaryFileGone(const NativePath& path) override { ForgetTemporaryFile(path); }
-};
-
 // Qt's own texts, such as those of its file dialog.
 void InstallTranslation(QApplication& application) {
   static QTranslator translator;
@@ -72,7 +66,7 @@ int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
   job.outputs.MergeMarks = args.merge_marks;
   job.DebugLog = args.debug_log;
   SettingsStore store = LoadUserSettings();
-  DesktopPlatform platform;
+  WindowPlatform platform;
   DesktopActions actions;
   std::unique_ptr<LedrixFv> splash;
   QElapsedTimer shown;

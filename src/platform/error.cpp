@@ -57,6 +57,8 @@ std::string DescribeError(const Error& error) {
       return "入力ファイルと同じファイルには出力できません";
     case ErrorKind::kOutputTwice:
       return "他の出力ファイルと同じファイルには出力できません";
+    case ErrorKind::kWrittenByJob:
+      return "この実行で既に出力したファイルです";
     case ErrorKind::kCharset:
       return "この文字コードは使用できません";
   }

@@ -15,6 +15,7 @@ enum class ErrorKind {
   kNotAFile,       // a device or a socket stands where a file is wanted
   kInputAsOutput,  // an output would overwrite one of the inputs
   kOutputTwice,    // two outputs of one pair would be the same file
+  kWrittenByJob,   // the running job has written this file already
   kCharset,        // no converter knows the charset
 };
 

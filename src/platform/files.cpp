@@ -95,18 +95,6 @@ NativePath RealPath(const NativePath& path) {
   return real == nullptr ? NativePath() : NativePath(real.get());
 }
 
-NativePath UnusedTemporaryPath(const std::string& suffix) {
-  const char* folder = std::getenv("TMPDIR");
-  const NativePath stem =
-      AddBackslash(NativePath(folder != nullptr && *folder != '\0' ? folder : "/tmp")) +
-      ("ledrix-" + std::to_string(getpid()) + "-");
-  for (int number = 1;; ++number) {
-    NativePath path = stem + (std::to_string(number) + suffix);
-    struct stat status {};
-    if (lstat(path.c_str(), &status) != 0) return path;
-  }
-}
-
 Status MakePrivateFolder(const NativePath& path) {
   const NativePath folder = StripBackslash(path);
   if (folder.empty() || IsFolder(folder)) return Status();
@@ -170,6 +158,10 @@ Result<InputFile> InputFile::Open(const NativePath& path) {
 Result<InputFile> InputFile::OpenRegular(const NativePath& path) {
   FileDescriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
   if (!descriptor.is_open()) return LastError();
+  return OverDescriptor(std::move(descriptor));
+}
+
+Result<InputFile> InputFile::OverDescriptor(FileDescriptor descriptor) {
   struct stat status {};
   if (fstat(descriptor.number(), &status) != 0) return LastError();
   const FileInfo info = ToFileInfo(status);
@@ -216,11 +208,6 @@ Result<OutputFile> OutputFile::CreateWhenNeeded(const NativePath& path) {
 
 Result<OutputFile> OutputFile::Append(const NativePath& path) {
   return Make(path, Open(path, O_APPEND, 0666));
-}
-
-Result<OutputFile> OutputFile::CreateTemporary(const NativePath& path) {
-  if (unlink(path.c_str()) != 0 && errno != ENOENT) return LastError();
-  return Make(path, Open(path, O_EXCL | O_NOFOLLOW, 0600));
 }
 
 void OutputFile::CreateNow() {
@@ -273,6 +260,12 @@ Status OutputFile::Close() {
     failure_.KeepFirst(descriptor_.Close());
   }
   return failure_;
+}
+
+Result<FileDescriptor> OutputFile::Release() {
+  Flush();
+  if (!failure_.ok()) return failure_.error();
+  return std::move(descriptor_);
 }
 
 void OutputFile::Discard() {

@@ -67,9 +67,6 @@ Status RemoveFile(const NativePath& path);
 // The path without links and ".."; empty when it does not exist.
 NativePath RealPath(const NativePath& path);
 
-// A path in the folder for temporary files at which nothing stands, ending in `suffix`.
-NativePath UnusedTemporaryPath(const std::string& suffix);
-
 // Makes a folder and those above it that are missing, for this user alone (mode 0700).
 Status MakePrivateFolder(const NativePath& path);
 
@@ -111,6 +108,8 @@ class InputFile {
   static Result<InputFile> Open(const NativePath& path);
   // The same for a path that GetFileInfo has told to be a regular file.
   static Result<InputFile> OpenRegular(const NativePath& path);
+  // A file that is open already and stands where reading is to begin.
+  static Result<InputFile> OverDescriptor(FileDescriptor descriptor);
 
   const FileInfo& info() const { return info_; }
 
@@ -143,9 +142,10 @@ class OutputFile {
   static Result<OutputFile> CreateWhenNeeded(const NativePath& path);
   // Creates the file or writes behind the end of an existing one.
   static Result<OutputFile> Append(const NativePath& path);
-  // Creates a file that only this user may read, in place of a file or link that stands there; a
-  // link is never followed.
-  static Result<OutputFile> CreateTemporary(const NativePath& path);
+  // A file that is open already; `path` is what it is called.
+  static OutputFile OverDescriptor(NativePath path, FileDescriptor descriptor) {
+    return OutputFile(std::move(path), std::move(descriptor));
+  }
 
   OutputFile(OutputFile&&) noexcept = default;
   OutputFile& operator=(OutputFile&&) noexcept = default;
@@ -172,6 +172,8 @@ class OutputFile {
 
   // Writes what is buffered, closes and returns the first failure of all.
   Status Close();
+  // Writes what is buffered and gives the descriptor away, or the first failure of all.
+  Result<FileDescriptor> Release();
 
   // `hook` is called after every block that is written but the last.
   void OnBlock(BlockHook hook) { on_block_ = std::move(hook); }

@@ -8,19 +8,6 @@
 namespace ledrix {
 namespace {
 
-// The path behind a chain of links, also when nothing stands at its end yet.
-NativePath BehindLinks(NativePath path) {
-  constexpr int kMostLinks = 40;
-  char target[PATH_MAX];
-  for (int i = 0; i < kMostLinks; ++i) {
-    const ssize_t size = readlink(path.c_str(), target, sizeof target);
-    if (size <= 0) break;
-    const std::string text(target, static_cast<size_t>(size));
-    path = text[0] == '/' ? NativePath(text) : DirOf(path) + text;
-  }
-  return path;
-}
-
 // Two names of one place where no file stands yet.
 bool IsSameNewPlace(const NativePath& path_a, const NativePath& path_b) {
   if (GetFileInfo(path_b).ok()) return false;
@@ -42,6 +29,18 @@ bool Holds(const std::vector<NativePath>& paths, const NativePath& path) {
 }
 
 }  // namespace
+
+NativePath BehindLinks(NativePath path) {
+  constexpr int kMostLinks = 40;
+  char target[PATH_MAX];
+  for (int i = 0; i < kMostLinks; ++i) {
+    const ssize_t size = readlink(path.c_str(), target, sizeof target);
+    if (size <= 0) break;
+    const std::string text(target, static_cast<size_t>(size));
+    path = text[0] == '/' ? NativePath(text) : DirOf(path) + text;
+  }
+  return path;
+}
 
 Status RefuseOutput(const NativePath& output, const std::vector<NativePath>& inputs,
                     const std::vector<NativePath>& other_outputs, const FileSet& more_inputs) {

@@ -9,6 +9,9 @@
 
 namespace ledrix {
 
+// The path behind a chain of links, also when nothing stands at its end yet.
+NativePath BehindLinks(NativePath path);
+
 // Why an output must not be written: it is one of the inputs (the same path, or the same file by
 // another name) or one of the other outputs. Success when it may. An empty path among the others
 // stands for none. A device such as /dev/null may take more than one output.

@@ -49,11 +49,6 @@ class PlatformServices {
   }
 
   virtual LocalTime Now() { return SystemNow(); }
-
-  // Told before a temporary file gets its first byte and after it was removed, so that a program
-  // that is ended in between can remove it.
-  virtual void TemporaryFileMade(const NativePath& /*path*/) {}
-  virtual void TemporaryFileGone(const NativePath& /*path*/) {}
 };
 
 }  // namespace ledrix

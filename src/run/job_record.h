@@ -7,6 +7,7 @@
 
 #include "platform/files.h"
 #include "platform/native_path.h"
+#include "run/output_claims.h"
 #include "run/side.h"
 
 namespace ledrix {
@@ -23,6 +24,12 @@ enum class OutputDirMode {
 
 // What of a path belongs to the key of an entry in a directory compare.
 enum class CompareRange { kFullPath, kCurrentPath, kNoPath };
+
+// When the skip rule, if its option is on, leaves a pair out.
+enum class SkipRule {
+  kSameStamp,     // the files have the same size and time
+  kSameContents,  // and the same bytes
+};
 
 // The outputs that text compares are to have; the choice stays from job to job.
 struct OutputChoices {
@@ -71,11 +78,13 @@ struct JobRecord {
   // Live state of the job.
   bool StopRequested = false;  // set by the front end while the job yields to it
   FileSet ProtectedFiles;      // no output of the job may overwrite them, whatever pair is next
+  OutputClaims claims;         // the outputs of the pairs so far
 
   // Of the whole run.
   int16_t RunCounter = 0;  // number of the last result entry; stays at 32767 once there
   bool GuiMode = false;    // a result list and a progress bar exist
   bool DebugLog = false;
+  SkipRule skip_rule = SkipRule::kSameStamp;
 };
 
 // Makes the record describe a new job; every job begins here.
@@ -87,6 +96,7 @@ inline void BeginJob(JobRecord& job, JobRequest request) {
   job.request = std::move(request);
   job.StopRequested = false;
   job.ProtectedFiles = {};
+  job.claims = {};
 }
 
 }  // namespace ledrix

@@ -8,7 +8,6 @@
 #include "platform/services.h"
 #include "run/csv_summary.h"
 #include "run/job_record.h"
-#include "run/temp_file_list.h"
 #include "settings/option_record.h"
 #include "text/name_pattern.h"
 
@@ -53,14 +52,12 @@ class RunServices {
       : options_(options),
         job_(job),
         platform_(platform),
-        front_end_(front_end),
-        temp_files_(platform) {}
+        front_end_(front_end) {}
 
   OptionRecord& options() { return options_; }
   JobRecord& job() { return job_; }
   PlatformServices& platform() { return platform_; }
   RunFrontEnd& front_end() { return front_end_; }
-  TempFileList& temp_files() { return temp_files_; }
 
   // Adds an output's two lines to the result list: its number, the job's label and its path, then
   // the message. Without a result list only the number is used up.
@@ -119,7 +116,6 @@ class RunServices {
   JobRecord& job_;
   PlatformServices& platform_;
   RunFrontEnd& front_end_;
-  TempFileList temp_files_;
   CsvSummary csv_;
   // The patterns of NoPattern, read when the option was last looked at.
   std::string excluded_text_;
