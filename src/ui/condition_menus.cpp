@@ -9,6 +9,7 @@
 #include "settings/option_draft.h"
 #include "settings/settings_store.h"
 #include "text/ascii.h"
+#include "ui/named.h"
 #include "ui/qt_text.h"
 
 namespace ledrix {
@@ -26,9 +27,7 @@ constexpr const char* kStandard = "標準";
 constexpr const char* kDirect = "直接指定";
 
 QAction* AddEntry(QMenu& menu, const char* array, size_t index) {
-  QAction* const entry = menu.addAction(QString());
-  entry->setObjectName(array + QString::number(index));
-  return entry;
+  return Named(menu.addAction(QString()), array, index);
 }
 
 bool IsSame(const QString& a, const QString& b) {

@@ -28,13 +28,12 @@ class MatchMenu {
   // After any change of OptMatch.
   void Synchronise();
 
-  std::array<QAction*, 5> MenuMatchLine{};
-
  private:
   void Choose(size_t entry);
 
   OptionRecord& options_;
-  QActionGroup* group_;
+  QActionGroup* const group_;
+  std::array<QAction*, 5> MenuMatchLine{};
 };
 
 // The named condition patterns. Without one the menu is disabled.
@@ -47,13 +46,12 @@ class PatternMenu {
   // After any change of the slots' names.
   void Rebuild();
 
-  std::array<QAction*, kPatternSlots> MenuPattern{};
-
  private:
   QMenu& menu_;
   OptionRecord& options_;
   PatternSlots& patterns_;
   std::function<void()> on_applied_;
+  std::array<QAction*, kPatternSlots> MenuPattern{};
 };
 
 // The character code that files are read in (CharsetCode): none, one of the option Charset, one
@@ -67,8 +65,6 @@ class CharsetMenu {
   // show messages. A charset that is none of the entries is forgotten.
   void BuildCharsetMenu();
 
-  std::vector<QAction*> MenuCharset;
-
  private:
   // All indexes count the entries from 0.
   size_t Add(const QString& caption);
@@ -81,7 +77,8 @@ class CharsetMenu {
   OptionRecord& options_;
   PlatformServices& platform_;
   QWidget* parent_;
-  QActionGroup* group_;
+  QActionGroup* const group_;
+  std::vector<QAction*> MenuCharset;
   size_t previous_ = 0;
 };
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "settings/twips.h"
+#include "ui/named.h"
 #include "ui/qt_text.h"
 
 namespace ledrix {
@@ -17,12 +18,6 @@ namespace {
 constexpr QSize kDesignSize(520, 340);
 constexpr const char* kWidthKey = "LViewWidth";
 constexpr const char* kHeightKey = "LViewHeight";
-
-template <class Widget>
-Widget* Named(Widget* widget, const char* name) {
-  widget->setObjectName(name);
-  return widget;
-}
 
 QTreeWidgetItem* NewRow(const HistoryEntry& entry) {
   const QString folder = ToQString(entry.folder);
@@ -37,15 +32,15 @@ LedrixFr::LedrixFr(RunLog& log, SettingsStore& store, int active_side, OpenFolde
                    QWidget* parent)
     : QDialog(parent),
       DirList(Named(new QTreeWidget(this), "DirList")),
-      BtnDirOpen{Named(new QPushButton("Old Dir 展開", this), "BtnDirOpen0"),
-                 Named(new QPushButton("New Dir 展開", this), "BtnDirOpen1")},
+      BtnDirOpen{Named(new QPushButton("Old Dir 展開", this), "BtnDirOpen", 0),
+                 Named(new QPushButton("New Dir 展開", this), "BtnDirOpen", 1)},
       BtnClear(Named(new QPushButton("クリア", this), "BtnClear")),
       BtnClose(Named(new QPushButton("閉じる", this), "BtnClose")),
       log_(log),
       store_(store),
       active_side_(active_side),
       open_folder_(std::move(open_folder)) {
-  setObjectName("LedrixFr");
+  Named(this, "LedrixFr");
   setWindowTitle("ｶﾚﾝﾄﾃﾞｨﾚｸﾄﾘの変更");
   SetUpList();
   LayOut();

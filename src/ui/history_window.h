@@ -31,12 +31,6 @@ class LedrixFr : public QDialog {
   void done(int result) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  // The controls, under the names that they have as objects.
-  QTreeWidget* const DirList;
-  const std::array<QPushButton*, 2> BtnDirOpen;
-  QPushButton* const BtnClear;
-  QPushButton* const BtnClose;
-
  protected:
   void showEvent(QShowEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -54,6 +48,11 @@ class LedrixFr : public QDialog {
   void OpenSelectedAndClose();
   void DeleteSelected();
   void Clear();
+
+  QTreeWidget* const DirList;
+  const std::array<QPushButton*, 2> BtnDirOpen;
+  QPushButton* const BtnClear;
+  QPushButton* const BtnClose;
 
   RunLog& log_;
   SettingsStore& store_;

@@ -8,6 +8,7 @@
 
 #include "settings/compare_options.h"
 #include "text/leading_number.h"
+#include "ui/named.h"
 #include "ui/qt_text.h"
 
 namespace ledrix {
@@ -55,8 +56,7 @@ std::string WithoutControls(QString text) {
 }  // namespace
 
 QCheckBox* OptionControls::Flag(const char* name, const char* key, const char* caption) {
-  auto* const box = new QCheckBox(caption);
-  box->setObjectName(name);
+  auto* const box = Named(new QCheckBox(caption), name);
   Bind(
       key, box, [box] { return std::string(box->isChecked() ? "1" : "0"); },
       [box](const std::string& text) { box->setChecked(LeadingInteger(text) != 0); });
@@ -69,8 +69,7 @@ QGroupBox* OptionControls::Choice(const char* name, const char* key, const char*
   box->setLayout(new QVBoxLayout);
   std::vector<QRadioButton*> buttons;
   for (const char* const caption : captions) {
-    auto* const button = new QRadioButton(caption, box);
-    button->setObjectName(name + QString::number(buttons.size()));
+    auto* const button = Named(new QRadioButton(caption, box), name, buttons.size());
     box->layout()->addWidget(button);
     buttons.push_back(button);
   }
@@ -88,8 +87,7 @@ QGroupBox* OptionControls::Choice(const char* name, const char* key, const char*
 }
 
 QLineEdit* OptionControls::Text(const char* name, const char* key) {
-  auto* const edit = new QLineEdit;
-  edit->setObjectName(name);
+  auto* const edit = Named(new QLineEdit, name);
   Bind(
       key, edit, [edit] { return WithoutControls(edit->text()); },
       [edit](const std::string& text) {
@@ -114,8 +112,7 @@ QLineEdit* OptionControls::Number(const char* name, const char* key, int digits)
 
 QComboBox* OptionControls::Combo(const char* name, const char* key,
                                  std::initializer_list<const char*> presets) {
-  auto* const combo = new QComboBox;
-  combo->setObjectName(name);
+  auto* const combo = Named(new QComboBox, name);
   combo->setEditable(true);
   combo->setInsertPolicy(QComboBox::NoInsert);
   combo->setCompleter(nullptr);  // what is typed stays as it is typed

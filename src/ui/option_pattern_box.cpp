@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "ui/named.h"
 #include "ui/qt_text.h"
 #include "ui/rows.h"
 
@@ -26,12 +27,6 @@ std::string AskPatternName(QWidget* parent, size_t number) {
   return dialog.exec() == QDialog::Accepted ? ToUtf8(dialog.textValue()) : std::string();
 }
 
-QPushButton* MakeButton(const char* name, const char* caption) {
-  auto* const button = new QPushButton(caption);
-  button->setObjectName(name);
-  return button;
-}
-
 }  // namespace
 
 PatternBox::PatternBox(OptionControls& controls, PatternSlots& patterns, PlatformServices& platform)
@@ -39,14 +34,13 @@ PatternBox::PatternBox(OptionControls& controls, PatternSlots& patterns, Platfor
       controls_(controls),
       patterns_(patterns),
       platform_(platform),
-      cmbMatchPatternNum_(new QComboBox),
-      BtnMPtnSEL_(MakeButton("BtnMPtnSEL", "読込")),
-      BtnMPtnUPD_(MakeButton("BtnMPtnUPD", "保存")),
-      BtnMPtnDEL_(MakeButton("BtnMPtnDEL", "削除")) {
-  cmbMatchPatternNum_->setObjectName("cmbMatchPatternNum");
-  connect(BtnMPtnSEL_, &QPushButton::clicked, this, [this] { Load(); });
-  connect(BtnMPtnUPD_, &QPushButton::clicked, this, [this] { Save(); });
-  connect(BtnMPtnDEL_, &QPushButton::clicked, this, [this] { Delete(); });
+      cmbMatchPatternNum(Named(new QComboBox, "cmbMatchPatternNum")),
+      BtnMPtnSEL(Named(new QPushButton("読込"), "BtnMPtnSEL")),
+      BtnMPtnUPD(Named(new QPushButton("保存"), "BtnMPtnUPD")),
+      BtnMPtnDEL(Named(new QPushButton("削除"), "BtnMPtnDEL")) {
+  connect(BtnMPtnSEL, &QPushButton::clicked, this, [this] { Load(); });
+  connect(BtnMPtnUPD, &QPushButton::clicked, this, [this] { Save(); });
+  connect(BtnMPtnDEL, &QPushButton::clicked, this, [this] { Delete(); });
   auto* const layout = new QHBoxLayout(this);
   layout->addLayout(MakeNames(), 1);
   layout->addSpacing(fontMetrics().averageCharWidth() * 2);
@@ -57,8 +51,7 @@ PatternBox::PatternBox(OptionControls& controls, PatternSlots& patterns, Platfor
 QLayout* PatternBox::MakeNames() {
   auto* const names = new QGridLayout;
   for (int k = 0; k < static_cast<int>(kPatternSlots); ++k) {
-    auto* const name = new QLineEdit;
-    name->setObjectName("txtMatchPattern" + QString::number(k));
+    auto* const name = Named(new QLineEdit, "txtMatchPattern", k);
     name->setReadOnly(true);
     name->setFocusPolicy(Qt::NoFocus);
     QPalette look = name->palette();  // of something that is only shown
@@ -67,29 +60,28 @@ QLayout* PatternBox::MakeNames() {
     name->setMinimumWidth(fontMetrics().averageCharWidth() * 16);
     names->addWidget(new QLabel(QString::number(k + 1)), k, 0);
     names->addWidget(name, k, 1);
-    txtMatchPattern_[static_cast<size_t>(k)] = name;
-    cmbMatchPatternNum_->addItem(QString::number(k + 1));
+    txtMatchPattern[static_cast<size_t>(k)] = name;
+    cmbMatchPatternNum->addItem(QString::number(k + 1));
   }
   return names;
 }
 
 QLayout* PatternBox::MakeButtons() {
   auto* const buttons = new QVBoxLayout;
-  buttons->addLayout(
-      Row({"ﾊﾟﾀｰﾝ番号", cmbMatchPatternNum_, BtnMPtnSEL_, BtnMPtnUPD_, BtnMPtnDEL_}));
+  buttons->addLayout(Row({"ﾊﾟﾀｰﾝ番号", cmbMatchPatternNum, BtnMPtnSEL, BtnMPtnUPD, BtnMPtnDEL}));
   buttons->addWidget(new QLabel("※ﾃｷｽﾄｺﾝﾍﾟｱ比較条件\nと ﾃｷｽﾄｺﾝﾍﾟｱ出力形式\nが対象"));
   buttons->addStretch();
   return buttons;
 }
 
 size_t PatternBox::Selected() const {
-  return static_cast<size_t>(cmbMatchPatternNum_->currentIndex());
+  return static_cast<size_t>(cmbMatchPatternNum->currentIndex());
 }
 
 void PatternBox::ShowNames() {
   for (size_t n = 0; n < kPatternSlots; ++n) {
-    txtMatchPattern_[n]->setText(ToQString(patterns_[n].name));
-    txtMatchPattern_[n]->setCursorPosition(0);
+    txtMatchPattern[n]->setText(ToQString(patterns_[n].name));
+    txtMatchPattern[n]->setCursorPosition(0);
   }
 }
 

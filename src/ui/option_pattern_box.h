@@ -33,11 +33,11 @@ class PatternBox : public QGroupBox {
   OptionControls& controls_;
   PatternSlots& patterns_;
   PlatformServices& platform_;
-  QComboBox* const cmbMatchPatternNum_;
-  QPushButton* const BtnMPtnSEL_;
-  QPushButton* const BtnMPtnUPD_;
-  QPushButton* const BtnMPtnDEL_;
-  std::array<QLineEdit*, kPatternSlots> txtMatchPattern_{};
+  QComboBox* const cmbMatchPatternNum;
+  QPushButton* const BtnMPtnSEL;
+  QPushButton* const BtnMPtnUPD;
+  QPushButton* const BtnMPtnDEL;
+  std::array<QLineEdit*, kPatternSlots> txtMatchPattern{};
 };
 
 }  // namespace ledrix

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "text/leading_number.h"
+#include "ui/named.h"
 #include "ui/qt_text.h"
 #include "ui/rows.h"
 
@@ -13,8 +14,7 @@ namespace {
 
 // Shows how many columns two fields span, whenever one of them changes.
 QLabel* MakeColumnCount(QLineEdit* first, QLineEdit* last) {
-  auto* const label = new QLabel;
-  label->setObjectName("LblCompCol");
+  auto* const label = Named(new QLabel, "LblCompCol");
   const auto count = [label, first, last] {
     const double columns =
         LeadingNumber(ToUtf8(last->text())) - LeadingNumber(ToUtf8(first->text())) + 1;

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "settings/option_draft.h"
+#include "ui/named.h"
 #include "ui/options_compare_tabs.h"
 #include "ui/options_output_tabs.h"
 
@@ -18,13 +19,13 @@ LedrixFo::LedrixFo(OptionRecord& options, PatternSlots& patterns, PlatformServic
       options_(options),
       platform_(platform),
       last_tab_(last_tab),
-      TabStrip1_(new QTabWidget(this)),
-      BtnOk_(new QPushButton("OK", this)),
-      BtnEnd_(new QPushButton("閉じる", this)),
+      TabStrip1(Named(new QTabWidget(this), "TabStrip1")),
+      BtnOk(Named(new QPushButton("OK", this), "BtnOk")),
+      BtnEnd(Named(new QPushButton("閉じる", this), "BtnEnd")),
       output_folder_(new OutputFolderBox(controls_, platform)),
       patterns_(new PatternBox(controls_, patterns, platform)),
       font_(new FontBox) {
-  setObjectName("LedrixFo");
+  Named(this, "LedrixFo");
   setWindowTitle("ｵﾌﾟｼｮﾝ設定");
   AddTabs();
   AddButtons();
@@ -32,14 +33,12 @@ LedrixFo::LedrixFo(OptionRecord& options, PatternSlots& patterns, PlatformServic
   font_->Show({options.FontName, options.FontSize});
   output_folder_->ApplyRule();
   ShowWholeTabStrip();
-  TabStrip1_->setCurrentIndex(std::clamp(last_tab, 0, TabStrip1_->count() - 1));
+  TabStrip1->setCurrentIndex(std::clamp(last_tab, 0, TabStrip1->count() - 1));
 }
 
 void LedrixFo::AddTabs() {
-  TabStrip1_->setObjectName("TabStrip1");
   const auto add = [this](QWidget* tab, const char* caption) {
-    tab->setObjectName("FrmOpt" + QString::number(TabStrip1_->count() + 1));
-    TabStrip1_->addTab(tab, caption);
+    TabStrip1->addTab(Named(tab, "FrmOpt", TabStrip1->count() + 1), caption);
   };
   add(MakeConditionsTab(controls_), "ﾃｷｽﾄｺﾝﾍﾟｱ比較条件");
   add(MakeListingTab(controls_), "ﾃｷｽﾄｺﾝﾍﾟｱ出力形式");
@@ -52,25 +51,23 @@ void LedrixFo::AddTabs() {
 }
 
 void LedrixFo::AddButtons() {
-  BtnOk_->setObjectName("BtnOk");
-  BtnEnd_->setObjectName("BtnEnd");
-  BtnOk_->setDefault(true);
-  connect(BtnOk_, &QPushButton::clicked, this, [this] { AcceptIfValid(); });
-  connect(BtnEnd_, &QPushButton::clicked, this, &QDialog::reject);
+  BtnOk->setDefault(true);
+  connect(BtnOk, &QPushButton::clicked, this, [this] { AcceptIfValid(); });
+  connect(BtnEnd, &QPushButton::clicked, this, &QDialog::reject);
 
   auto* const buttons = new QHBoxLayout;
   buttons->addStretch();
-  buttons->addWidget(BtnOk_);
-  buttons->addWidget(BtnEnd_);
+  buttons->addWidget(BtnOk);
+  buttons->addWidget(BtnEnd);
   auto* const layout = new QVBoxLayout(this);
-  layout->addWidget(TabStrip1_);
+  layout->addWidget(TabStrip1);
   layout->addLayout(buttons);
 }
 
 void LedrixFo::ShowWholeTabStrip() {
   const QSize hint = sizeHint();
-  const int frame = hint.width() - TabStrip1_->sizeHint().width();
-  const QSize wanted(TabStrip1_->tabBar()->sizeHint().width() + frame, 0);
+  const int frame = hint.width() - TabStrip1->sizeHint().width();
+  const QSize wanted(TabStrip1->tabBar()->sizeHint().width() + frame, 0);
   resize(hint.expandedTo(wanted).boundedTo(screen()->availableSize()));
 }
 
@@ -95,14 +92,14 @@ void LedrixFo::AcceptIfValid() {
 }
 
 void LedrixFo::GoTo(QWidget* control) {
-  for (int tab = 0; tab < TabStrip1_->count(); ++tab) {
-    if (TabStrip1_->widget(tab)->isAncestorOf(control)) TabStrip1_->setCurrentIndex(tab);
+  for (int tab = 0; tab < TabStrip1->count(); ++tab) {
+    if (TabStrip1->widget(tab)->isAncestorOf(control)) TabStrip1->setCurrentIndex(tab);
   }
   control->setFocus();
 }
 
 void LedrixFo::done(int result) {
-  last_tab_ = TabStrip1_->currentIndex();
+  last_tab_ = TabStrip1->currentIndex();
   QDialog::done(result);
 }
 

@@ -40,9 +40,9 @@ class LedrixFo : public QDialog {
   PlatformServices& platform_;
   int& last_tab_;
   OptionControls controls_;
-  QTabWidget* const TabStrip1_;
-  QPushButton* const BtnOk_;
-  QPushButton* const BtnEnd_;
+  QTabWidget* const TabStrip1;
+  QPushButton* const BtnOk;
+  QPushButton* const BtnEnd;
   OutputFolderBox* const output_folder_;
   PatternBox* const patterns_;
   FontBox* const font_;

@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "ui/named.h"
 #include "ui/qt_text.h"
 #include "ui/rows.h"
 
@@ -33,29 +34,26 @@ QWidget* MakeScreenTab(OptionControls& controls) {
 
 FontBox::FontBox()
     : QGroupBox("※ ﾃﾞｨﾚｸﾄﾘﾎﾞｯｸｽ、ﾌｧｲﾙﾘｽﾄﾎﾞｯｸｽ、結果一覧ﾘｽﾄﾎﾞｯｸｽ の ﾌｫﾝﾄ設定"),
-      OptFontNameSize_(new QLabel),
-      BtnFontNameSize_(new QPushButton("ﾌｫﾝﾄの選択...")),
-      DefFontNameSize_(new QPushButton("初期値")) {
-  OptFontNameSize_->setObjectName("OptFontNameSize");
-  OptFontNameSize_->setTextFormat(Qt::PlainText);
-  BtnFontNameSize_->setObjectName("BtnFontNameSize");
-  DefFontNameSize_->setObjectName("DefFontNameSize");
-  connect(BtnFontNameSize_, &QPushButton::clicked, this, [this] {
+      OptFontNameSize(Named(new QLabel, "OptFontNameSize")),
+      BtnFontNameSize(Named(new QPushButton("ﾌｫﾝﾄの選択..."), "BtnFontNameSize")),
+      DefFontNameSize(Named(new QPushButton("初期値"), "DefFontNameSize")) {
+  OptFontNameSize->setTextFormat(Qt::PlainText);
+  connect(BtnFontNameSize, &QPushButton::clicked, this, [this] {
     if (const auto chosen = ChooseFont(this, font_)) Show(*chosen);
   });
-  connect(DefFontNameSize_, &QPushButton::clicked, this, [this] {
+  connect(DefFontNameSize, &QPushButton::clicked, this, [this] {
     const OptionRecord defaults;
     Show({defaults.FontName, defaults.FontSize});
   });
   auto* const layout = new QHBoxLayout(this);
-  layout->addWidget(OptFontNameSize_, 1);
-  layout->addWidget(BtnFontNameSize_);
-  layout->addWidget(DefFontNameSize_);
+  layout->addWidget(OptFontNameSize, 1);
+  layout->addWidget(BtnFontNameSize);
+  layout->addWidget(DefFontNameSize);
 }
 
 void FontBox::Show(const FontChoice& font) {
   font_ = font;
-  OptFontNameSize_->setText(ToQString(font.name + " : " + std::to_string(font.size) + " ﾎﾟｲﾝﾄ"));
+  OptFontNameSize->setText(ToQString(font.name + " : " + std::to_string(font.size) + " ﾎﾟｲﾝﾄ"));
 }
 
 QWidget* MakeFileTypesTab(OptionControls& controls, FontBox* font_box) {
@@ -80,8 +78,7 @@ QWidget* MakeFileTypesTab(OptionControls& controls, FontBox* font_box) {
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(2, 3);
 
-  auto* const defaults_button = new QPushButton("初期値");
-  defaults_button->setObjectName("BtnDeflt");
+  auto* const defaults_button = Named(new QPushButton("初期値"), "BtnDeflt");
   QObject::connect(defaults_button, &QPushButton::clicked, tab, [titles, patterns] {
     const OptionRecord defaults;
     for (size_t i = 0; i < titles.size(); ++i) {

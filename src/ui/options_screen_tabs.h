@@ -22,9 +22,9 @@ class FontBox : public QGroupBox {
   const FontChoice& font() const { return font_; }
 
  private:
-  QLabel* const OptFontNameSize_;
-  QPushButton* const BtnFontNameSize_;
-  QPushButton* const DefFontNameSize_;
+  QLabel* const OptFontNameSize;
+  QPushButton* const BtnFontNameSize;
+  QPushButton* const DefFontNameSize;
   FontChoice font_;
 };
 

@@ -7,6 +7,7 @@
 #include "platform/program_folder.h"
 #include "text/ascii.h"
 #include "ui/choosers.h"
+#include "ui/named.h"
 #include "ui/qt_text.h"
 #include "ui/rows.h"
 
@@ -16,18 +17,17 @@ OutputFolderBox::OutputFolderBox(OptionControls& controls, PlatformServices& pla
     : QGroupBox("結果ﾌｧｲﾙ出力先"),
       controls_(controls),
       platform_(platform),
-      OptContOutDir_(controls.Flag("OptContOutDir", "ContOutDir",
-                                   "出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘを常に固定する（最優先）")),
-      OptContOutDirPath_(controls.Text("OptContOutDirPath", "ContOutDirPath")),
-      BtnContOutDirPath_(new QPushButton("参照...")) {
-  BtnContOutDirPath_->setObjectName("BtnContOutDirPath");
-  connect(OptContOutDir_, &QCheckBox::clicked, this, [this] { ApplyRule(); });
-  connect(BtnContOutDirPath_, &QPushButton::clicked, this, [this] { Choose(); });
+      OptContOutDir(controls.Flag("OptContOutDir", "ContOutDir",
+                                  "出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘを常に固定する（最優先）")),
+      OptContOutDirPath(controls.Text("OptContOutDirPath", "ContOutDirPath")),
+      BtnContOutDirPath(Named(new QPushButton("参照..."), "BtnContOutDirPath")) {
+  connect(OptContOutDir, &QCheckBox::clicked, this, [this] { ApplyRule(); });
+  connect(BtnContOutDirPath, &QPushButton::clicked, this, [this] { Choose(); });
   auto* const path_row = new QHBoxLayout;
-  path_row->addWidget(OptContOutDirPath_, 1);
-  path_row->addWidget(BtnContOutDirPath_);
+  path_row->addWidget(OptContOutDirPath, 1);
+  path_row->addWidget(BtnContOutDirPath);
   auto* const layout = new QVBoxLayout(this);
-  layout->addWidget(OptContOutDir_);
+  layout->addWidget(OptContOutDir);
   layout->addLayout(path_row);
 }
 
@@ -38,31 +38,30 @@ bool OutputFolderBox::IsMissing() const {
 }
 
 bool OutputFolderBox::ApplyRule() {
-  const bool wanted = OptContOutDir_->isChecked();
-  BtnContOutDirPath_->setEnabled(wanted);
+  const bool wanted = OptContOutDir->isChecked();
+  BtnContOutDirPath->setEnabled(wanted);
   if (!wanted || !IsMissing()) return true;
   const std::string own = PathToUtf8(StripBackslash(ProgramFolder()));
   platform_.ShowMessage({"出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘが見つかりません" + own + " を仮定します"});
-  OptContOutDirPath_->setText(ToQString(own));
+  OptContOutDirPath->setText(ToQString(own));
   return false;
 }
 
 std::string OutputFolderBox::Folder() const {
   std::string folder = controls_.Value("ContOutDirPath");
-  return OptContOutDir_->isChecked() ? MakeAbsolute(NativePath(folder)).bytes() : folder;
+  return OptContOutDir->isChecked() ? MakeAbsolute(NativePath(folder)).bytes() : folder;
 }
 
 void OutputFolderBox::Choose() {
-  const auto folder = ChooseFolder(this, "結果ﾘｽﾄﾌｧｲﾙ出力先の選択", OptContOutDirPath_->text());
-  if (folder) OptContOutDirPath_->setText(*folder);
+  const auto folder = ChooseFolder(this, "結果ﾘｽﾄﾌｧｲﾙ出力先の選択", OptContOutDirPath->text());
+  if (folder) OptContOutDirPath->setText(*folder);
 }
 
 QWidget* MakeSupplementTab(OptionControls& controls, OutputFolderBox* folder_box,
                            PatternBox* pattern_box) {
   auto* const tab = new QWidget;
   QLineEdit* const types = controls.Text("TextNoPattern", "NoPattern");
-  auto* const defaults_button = new QPushButton("初期値");
-  defaults_button->setObjectName("BtnDefltNo");
+  auto* const defaults_button = Named(new QPushButton("初期値"), "BtnDefltNo");
   QObject::connect(defaults_button, &QPushButton::clicked, types,
                    [types] { types->setText(ToQString(OptionRecord().NoPattern)); });
 

@@ -28,9 +28,9 @@ class OutputFolderBox : public QGroupBox {
 
   OptionControls& controls_;
   PlatformServices& platform_;
-  QCheckBox* const OptContOutDir_;
-  QLineEdit* const OptContOutDirPath_;
-  QPushButton* const BtnContOutDirPath_;
+  QCheckBox* const OptContOutDir;
+  QLineEdit* const OptContOutDirPath;
+  QPushButton* const BtnContOutDirPath;
 };
 
 // The boxes become the tab's.

@@ -11,6 +11,7 @@
 
 #include "settings/twips.h"
 #include "ui/later.h"
+#include "ui/named.h"
 #include "ui/qt_text.h"
 
 namespace ledrix {
@@ -59,7 +60,14 @@ LedrixF1::LedrixF1(OptionRecord& options, JobRecord& job, WindowPlatform& platfo
       platform_(platform),
       surroundings_(surroundings),
       results_(results),
-      services_(options, job, platform, *this) {
+      services_(options, job, platform, *this),
+      LblMSG(Named(new MessageLabel, "LblMSG")),
+      LblBar(Named(new QLabel, "LblBar")),
+      bar_frame_(new QFrame),
+      PicStsValue(Named(new QWidget(bar_frame_), "PicStsValue")),
+      BtnYES(Named(new QPushButton("はい"), "BtnYES")),
+      BtnNO(Named(new QPushButton("いいえ"), "BtnNO")),
+      BtnStop(Named(new QPushButton("中止"), "BtnStop")) {
   Build();
   setWindowTitle(ToQString(JobCaption(job_.request)));
   const int title_width = fontMetrics().horizontalAdvance(windowTitle());
@@ -77,32 +85,13 @@ LedrixF1::~LedrixF1() {
 }
 
 void LedrixF1::Build() {
-  setObjectName("LedrixF1");
-  LblMSG = new MessageLabel;
-  LblMSG->setObjectName("LblMSG");
+  Named(this, "LedrixF1");
   LblMSG->setTextFormat(Qt::PlainText);
-
-  auto* const frame = new QFrame;
-  frame->setFrameShape(QFrame::StyledPanel);
-  frame->setFixedSize(kBarWidth, fontMetrics().height());
-  bar_frame_ = frame;
-  PicStsValue = new QWidget(bar_frame_);
-  PicStsValue->setObjectName("PicStsValue");
+  bar_frame_->setFrameShape(QFrame::StyledPanel);
+  bar_frame_->setFixedSize(kBarWidth, fontMetrics().height());
   PicStsValue->setAutoFillBackground(true);
   PicStsValue->setBackgroundRole(QPalette::Highlight);
   PicStsValue->resize(bar_frame_->size());
-  LblBar = new QLabel;
-  LblBar->setObjectName("LblBar");
-
-  const auto button = [this](const char* name, const char* caption) {
-    auto* const made = new QPushButton(caption);
-    made->setObjectName(name);
-    made->setAutoDefault(true);
-    return made;
-  };
-  BtnYES = button("BtnYES", "はい");
-  BtnNO = button("BtnNO", "いいえ");
-  BtnStop = button("BtnStop", "中止");
   connect(BtnYES, &QPushButton::clicked, this, [this] { Run(); });
   connect(BtnNO, &QPushButton::clicked, this, [this] {
     job_.StopRequested = true;
@@ -112,7 +101,10 @@ void LedrixF1::Build() {
 
   auto* const buttons = new QHBoxLayout;
   buttons->addStretch();
-  for (QPushButton* const each : {BtnYES, BtnNO, BtnStop}) buttons->addWidget(each);
+  for (QPushButton* const button : {BtnYES, BtnNO, BtnStop}) {
+    button->setAutoDefault(true);
+    buttons->addWidget(button);
+  }
   buttons->addStretch();
   auto* const bar = new QHBoxLayout;
   bar->addWidget(bar_frame_);

@@ -10,6 +10,7 @@
 #include "run/run_services.h"
 #include "ui/window_platform.h"
 
+class QFrame;
 class QLabel;
 class QPushButton;
 
@@ -62,13 +63,13 @@ class LedrixF1 : public QDialog, private RunFrontEnd {
   const ResultSink& results_;
   RunServices services_;
 
-  MessageLabel* LblMSG = nullptr;
-  QLabel* LblBar = nullptr;
-  QWidget* bar_frame_ = nullptr;   // the whole bar
-  QWidget* PicStsValue = nullptr;  // slides in from its left
-  QPushButton* BtnYES = nullptr;
-  QPushButton* BtnNO = nullptr;
-  QPushButton* BtnStop = nullptr;
+  MessageLabel* const LblMSG;
+  QLabel* const LblBar;
+  QFrame* const bar_frame_;    // the whole bar
+  QWidget* const PicStsValue;  // slides in from its left
+  QPushButton* const BtnYES;
+  QPushButton* const BtnNO;
+  QPushButton* const BtnStop;
 
   // What the job told last, shown at its next yield.
   std::string message_;

@@ -7,11 +7,12 @@
 #include <QVBoxLayout>
 
 #include "ui/desktop_actions.h"
+#include "ui/named.h"
 
 namespace ledrix {
 
 LedrixFv::LedrixFv(Use use, DesktopActions& actions, QWidget* parent) : QDialog(parent) {
-  setObjectName("LedrixFv");
+  Named(this, "LedrixFv");
   setWindowTitle("ﾊﾞｰｼﾞｮﾝ情報");
   auto* const name = new QLabel("Ledrix");
   QFont large = font();
@@ -19,10 +20,8 @@ LedrixFv::LedrixFv(Use use, DesktopActions& actions, QWidget* parent) : QDialog(
   large.setBold(true);
   name->setFont(large);
   auto* const about = new QLabel("ﾃｷｽﾄ･ﾃﾞｨﾚｸﾄﾘ ｺﾝﾍﾟｱﾂｰﾙ");
-  auto* const version = new QLabel("Version." LEDRIX_VERSION);
-  version->setObjectName("LblVersion");
-  auto* const address = new QLineEdit(kWebAddress);
-  address->setObjectName("TextURL");
+  auto* const version = Named(new QLabel("Version." LEDRIX_VERSION), "LblVersion");
+  auto* const address = Named(new QLineEdit(kWebAddress), "TextURL");
   address->setReadOnly(true);
   address->setMinimumWidth(address->fontMetrics().averageCharWidth() * 40);
 
@@ -37,10 +36,8 @@ LedrixFv::LedrixFv(Use use, DesktopActions& actions, QWidget* parent) : QDialog(
     setWindowFlags(Qt::SplashScreen);
     return;
   }
-  auto* const open = new QPushButton("ホームページを開く(&W)");
-  open->setObjectName("BtnURL");
-  auto* const end = new QPushButton("閉じる");
-  end->setObjectName("BtnEnd");
+  auto* const open = Named(new QPushButton("ホームページを開く(&W)"), "BtnURL");
+  auto* const end = Named(new QPushButton("閉じる"), "BtnEnd");
   end->setDefault(true);
   connect(open, &QPushButton::clicked, this,
           [&actions] { actions.OpenAddress(QString(kWebAddress)); });

@@ -55,14 +55,15 @@ TEST(MatchMenu, ShowsAndSetsTheNumberOfLines) {
   OptionRecord options;
   options.OptMatch = 7;
   const MatchMenu match(menu, options);
-  match.MenuMatchLine[4]->trigger();
+  menu.findChild<QAction*>("MenuMatchLine4")->trigger();
   EXPECT_EQ(options.OptMatch, 7);
   EXPECT_EQ(Entries(menu).back(), "MenuMatchLine4=Else(7行)*");
   for (const auto& [entry, lines] :
        std::vector<std::pair<size_t, int>>{{0, 3}, {0, 3}, {1, 5}, {2, 8}, {3, 10}}) {
-    match.MenuMatchLine[entry]->trigger();
+    auto& action = *menu.findChild<QAction*>("MenuMatchLine" + QString::number(entry));
+    action.trigger();
     EXPECT_EQ(options.OptMatch, lines);
-    EXPECT_TRUE(match.MenuMatchLine[entry]->isChecked());
+    EXPECT_TRUE(action.isChecked());
     EXPECT_EQ(Entries(menu).size(), 4u);
   }
 }
@@ -83,7 +84,7 @@ TEST(PatternMenu, AppliesNamedPatterns) {
   pattern_menu.Rebuild();
   EXPECT_TRUE(menu.menuAction()->isEnabled());
   EXPECT_EQ(Entries(menu), (Texts{"MenuPattern0=A&&B 表", "MenuPattern2=c"}));
-  pattern_menu.MenuPattern[2]->trigger();
+  menu.findChild<QAction*>("MenuPattern2")->trigger();
   EXPECT_EQ(applied, 1);
   EXPECT_EQ(options.OptMatch, 7);
   EXPECT_EQ(options.ComboLstLst, "*.x");

@@ -107,8 +107,9 @@ TEST(HistoryWindow, OpensFoldersAndClosesByDoubleClickAndEnter) {
   // The Enter key on a button is that button's.
   history.window.show();
   history.Select(0);
-  history.window.BtnDirOpen[0]->setFocus();
-  QTest::keyClick(history.window.BtnDirOpen[0], Qt::Key_Return);
+  auto& button = *Find<QPushButton>(history.window, "BtnDirOpen0");
+  button.setFocus();
+  QTest::keyClick(&button, Qt::Key_Return);
   EXPECT_EQ(history.opened.back(), "0/a/");
   EXPECT_TRUE(history.window.isVisible());
 }
