@@ -12,6 +12,7 @@
 #include "settings/settings_store.h"
 #include "ui/desktop_actions.h"
 #include "ui/main_window.h"
+#include "ui/window_platform.h"
 
 namespace {
 

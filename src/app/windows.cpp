@@ -19,6 +19,7 @@
 #include "ui/fonts.h"
 #include "ui/main_window.h"
 #include "ui/version_window.h"
+#include "ui/window_platform.h"
 
 namespace ledrix {
 namespace {

@@ -1,34 +1,31 @@
 #include "ui/file_frame.h"
 
-#include <QApplication>
 #include <QComboBox>
-#include <QDropEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QMimeData>
-#include <QSplitter>
+#include <QMenu>
 #include <QToolButton>
 #include <QTreeView>
-#include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
 
+#include "ui/drive_box.h"
 #include "ui/folder_list.h"
+#include "ui/named.h"
+#include "ui/pane_splitter.h"
+#include "ui/path_drops.h"
 #include "ui/qt_text.h"
 #include "ui/roomy_rows.h"
 
 namespace ledrix {
 namespace {
 
-// The first local path of what is dragged; empty when it is no list of files.
-NativePath FirstPath(const QMimeData& data) {
-  for (const QUrl& url : data.urls()) {
-    if (!url.isLocalFile()) continue;
-    const QByteArray bytes = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toUtf8());
-    return NativePath(bytes.toStdString());
-  }
-  return {};
+// A box that may be narrower than its entries. A layout keeps the least width that it finds first.
+void LetBeNarrow(QComboBox& box) {
+  box.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  box.setMinimumContentsLength(6);
 }
 
 }  // namespace
@@ -39,40 +36,28 @@ FileFrame::FileFrame(int side, const OptionRecord& options, PlatformServices& pl
       side_(side),
       options_(options),
       platform_(platform),
-      hooks_(std::move(hooks)) {
-  Build();
+      hooks_(std::move(hooks)),
+      inTextFile(Named(new QLineEdit, "inTextFile", side)),
+      BtnDirOpen(Named(new QToolButton, "BtnDirOpen", side)),
+      inDrive(Named(new DriveBox(platform, [this](const NativePath& drive) { OpenFolder(drive); }),
+                    "inDrive", side)),
+      inDirBox(Named(new FolderList, "inDirBox", side)),
+      inCombo(Named(new QComboBox, "inCombo", side)),
+      inListView(Named(new QTreeView, "inListView", side)),
+      splitter_(new PaneSplitter(BuildFolderPane(), BuildFilePane(),
+                                 side == 0 ? "imgSplitter0" : "imgSplitter2")) {
+  LayOut();
   Connect();
+  ConnectFileList();
   AcceptDrops();
-  FillDrives();
+  inDrive->Fill();
 }
 
 FileFrame::~FileFrame() = default;
 
-void FileFrame::Build() {
-  const auto named = [this](QWidget* widget, const char* name) {
-    widget->setObjectName(QString(name) + QString::number(side_));
-  };
-  named(this, "FileFrame");
-  named(inTextFile = new QLineEdit, "inTextFile");
-  named(BtnDirOpen = new QToolButton, "BtnDirOpen");
+void FileFrame::LayOut() {
   BtnDirOpen->setToolTip("ｶﾚﾝﾄﾃﾞｨﾚｸﾄﾘの変更");
   BtnDirOpen->setIcon(style()->standardIcon(QStyle::SP_DirOpenIcon));
-  named(inDrive = new QComboBox, "inDrive");
-  named(inDirBox = new FolderList, "inDirBox");
-  named(inCombo = new QComboBox, "inCombo");
-  named(inListView = new QTreeView, "inListView");
-  for (QComboBox* const box : {inDrive, inCombo}) {
-    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box->setMinimumContentsLength(6);
-  }
-  splitter_ = new QSplitter(Qt::Horizontal);
-  splitter_->setOpaqueResize(false);
-  splitter_->setChildrenCollapsible(false);
-  splitter_->addWidget(BuildFolderPane());
-  splitter_->addWidget(BuildFilePane());
-  splitter_->setStretchFactor(0, 0);
-  splitter_->setStretchFactor(1, 1);
-
   auto* const path_row = new QHBoxLayout;
   path_row->addWidget(inTextFile, 1);
   path_row->addWidget(BtnDirOpen);
@@ -82,6 +67,7 @@ void FileFrame::Build() {
 }
 
 QWidget* FileFrame::BuildFolderPane() {
+  LetBeNarrow(*inDrive);
   auto* const pane = new QWidget;
   auto* const rows = new QVBoxLayout(pane);
   rows->setContentsMargins(0, 0, 0, 0);
@@ -91,6 +77,7 @@ QWidget* FileFrame::BuildFolderPane() {
 }
 
 QWidget* FileFrame::BuildFilePane() {
+  LetBeNarrow(*inCombo);
   inListView->setModel(&table_);
   inListView->setItemDelegate(new RoomyRows(inListView));
   inListView->setRootIsDecorated(false);
@@ -118,7 +105,6 @@ void FileFrame::Connect() {
     OpenFolder(folder);
     hooks_.folder_followed(from, folder_, shift);
   });
-  connect(inDrive, &QComboBox::activated, this, [this](int index) { ChooseDrive(index); });
   connect(inCombo, &QComboBox::activated, this, [this] { FillFiles(ReadOpenFolder()); });
   connect(inTextFile, &QLineEdit::returnPressed, this, [this] {
     const NativePath path = MakeAbsolute(ToNativePath(inTextFile->text().trimmed()));
@@ -129,6 +115,19 @@ void FileFrame::Connect() {
     }
     UpdatePathText();
   });
+  connect(BtnDirOpen, &QToolButton::pressed, this, [this] { hooks_.folder_button_pressed(); });
+  connect(BtnDirOpen, &QToolButton::released, this, [this] { hooks_.folder_button_released(); });
+  connect(splitter_, &QSplitter::splitterMoved, this, [this] { hooks_.bar_moved(); });
+  for (QAbstractItemView* const view :
+       {static_cast<QAbstractItemView*>(inDirBox), static_cast<QAbstractItemView*>(inListView)}) {
+    const auto& popup = view == inDirBox ? hooks_.folder_popup : hooks_.file_popup;
+    view->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(view, &QWidget::customContextMenuRequested, this,
+            [view, &popup](const QPoint& at) { popup(view->viewport()->mapToGlobal(at)); });
+  }
+}
+
+void FileFrame::ConnectFileList() {
   connect(inListView->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
     if (!quiet_) UpdatePathText();
   });
@@ -142,59 +141,19 @@ void FileFrame::Connect() {
     inListView->header()->setSortIndicator(sort_column_, sort_order_);
     table_.sort(sort_column_, sort_order_);
   });
-  for (QAbstractItemView* const view :
-       {static_cast<QAbstractItemView*>(inDirBox), static_cast<QAbstractItemView*>(inListView)}) {
-    const auto& popup = view == inDirBox ? hooks_.folder_popup : hooks_.file_popup;
-    view->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(view, &QWidget::customContextMenuRequested, this,
-            [view, &popup](const QPoint& at) { popup(view->viewport()->mapToGlobal(at)); });
-  }
   inListView->installEventFilter(this);
 }
 
 void FileFrame::AcceptDrops() {
-  QList<QWidget*> targets = {this, inDrive, inTextFile};
-  for (QAbstractItemView* const view :
-       {static_cast<QAbstractItemView*>(inDirBox), static_cast<QAbstractItemView*>(inListView)}) {
-    targets << view << view->viewport();
-  }
-  targets << inCombo;
-  for (QWidget* const target : targets) {
-    target->setAcceptDrops(true);
-    if (target != inListView) target->installEventFilter(this);
-  }
+  auto* const drops = new PathDrops([this](const NativePath& path) { OpenDropped(path); }, this);
+  drops->Accept({this, inDrive, inTextFile, inDirBox, inDirBox->viewport(), inListView,
+                 inListView->viewport(), inCombo});
 }
 
 bool FileFrame::eventFilter(QObject* watched, QEvent* event) {
-  switch (event->type()) {
-    case QEvent::DragEnter:
-    case QEvent::DragMove: {
-      auto* const drag = static_cast<QDropEvent*>(event);
-      if (FirstPath(*drag->mimeData()).empty()) {
-        drag->ignore();
-      } else {
-        drag->setDropAction(Qt::CopyAction);
-        drag->accept();
-      }
-      return true;
-    }
-    case QEvent::Drop: {
-      auto* const drop = static_cast<QDropEvent*>(event);
-      const NativePath path = FirstPath(*drop->mimeData());
-      if (path.empty()) return true;
-      drop->setDropAction(Qt::CopyAction);
-      drop->accept();
-      OpenDropped(path);
-      return true;
-    }
-    case QEvent::KeyPress: {
-      auto* const key = static_cast<QKeyEvent*>(event);
-      if (watched != inListView) break;
-      if (HandleKey(key->key(), key->modifiers().testFlag(Qt::ControlModifier))) return true;
-      break;
-    }
-    default:
-      break;
+  if (watched == inListView && event->type() == QEvent::KeyPress) {
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    if (HandleKey(key.key(), key.modifiers().testFlag(Qt::ControlModifier))) return true;
   }
   return QGroupBox::eventFilter(watched, event);
 }
@@ -219,6 +178,38 @@ bool FileFrame::HandleKey(int key, bool control) {
     default:
       return false;
   }
+}
+
+void FileFrame::SetListFont(const QFont& font) {
+  inDirBox->setFont(font);
+  inListView->setFont(font);
+}
+
+void FileFrame::ShowBelowFolderButton(QMenu& menu) {
+  BtnDirOpen->setDown(false);
+  menu.popup(BtnDirOpen->mapToGlobal(QPoint(0, BtnDirOpen->height())));
+}
+
+int FileFrame::column_width(int column) const {
+  return inListView->header()->sectionSize(column);
+}
+
+void FileFrame::SetColumnWidth(int column, int width) {
+  QHeaderView& header = *inListView->header();
+  header.resizeSection(column, std::max(width, header.minimumSectionSize()));
+}
+
+int FileFrame::bar() const {
+  return splitter_->first_width();
+}
+
+void FileFrame::MoveBar(int place) {
+  layout()->activate();
+  splitter_->SetFirstWidth(place);
+}
+
+void FileFrame::LetBarMove(bool movable) {
+  splitter_->LetBarMove(movable);
 }
 
 }  // namespace ledrix

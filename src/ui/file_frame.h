@@ -3,7 +3,6 @@
 
 #include <QGroupBox>
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -13,13 +12,15 @@
 
 class QComboBox;
 class QLineEdit;
-class QSplitter;
+class QMenu;
 class QToolButton;
 class QTreeView;
 
 namespace ledrix {
 
+class DriveBox;
 class FolderList;
+class PaneSplitter;
 
 class FileFrame : public QGroupBox {
  public:
@@ -33,6 +34,9 @@ class FileFrame : public QGroupBox {
     std::function<void(const QPoint& place)> folder_popup;  // in global coordinates
     std::function<void()> file_activated;                   // a double click, or the Enter key
     std::function<void()> refresh_wanted;
+    std::function<void()> folder_button_pressed;
+    std::function<void()> folder_button_released;
+    std::function<void()> bar_moved;  // by the user
   };
 
   // `side` is 0 for old, 1 for new. `options` and `platform` must outlive the frame.
@@ -80,24 +84,28 @@ class FileFrame : public QGroupBox {
   void ForgetIfGone(const std::string& name);
 
   void SetListFont(const QFont& font);
-  QTreeView& files() { return *inListView; }
-  QSplitter& splitter() { return *splitter_; }
-  QToolButton& folder_button() { return *BtnDirOpen; }
+  // Takes the folder button back out and shows a menu below it.
+  void ShowBelowFolderButton(QMenu& menu);
+  // Columns of the file list, counted from 0, and the place of the bar between the two lists: all
+  // in device-independent pixels.
+  int column_width(int column) const;
+  void SetColumnWidth(int column, int width);
+  int bar() const;
+  void MoveBar(int place);
+  void LetBarMove(bool movable);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void Build();
+  void LayOut();
   void Connect();
+  void ConnectFileList();
   void AcceptDrops();
   QWidget* BuildFolderPane();
   QWidget* BuildFilePane();
   std::vector<FolderEntry> ReadOpenFolder();
   void FillFiles(std::vector<FolderEntry> entries);
-  void FillDrives();
-  void ShowDrive();
-  void ChooseDrive(int index);
   void UpdatePathText();
   bool HandleKey(int key, bool control);
   void InvertSelection();
@@ -108,19 +116,17 @@ class FileFrame : public QGroupBox {
   PlatformServices& platform_;
   const Hooks hooks_;
 
-  QComboBox* inDrive = nullptr;
-  FolderList* inDirBox = nullptr;
-  QComboBox* inCombo = nullptr;
-  QTreeView* inListView = nullptr;
-  QLineEdit* inTextFile = nullptr;
-  QToolButton* BtnDirOpen = nullptr;
-  QSplitter* splitter_ = nullptr;
-
   FileTable table_;
+  QLineEdit* const inTextFile;
+  QToolButton* const BtnDirOpen;
+  DriveBox* const inDrive;
+  FolderList* const inDirBox;
+  QComboBox* const inCombo;
+  QTreeView* const inListView;
+  PaneSplitter* const splitter_;
+
   NativePath folder_;
-  std::vector<NativePath> drives_;
-  std::map<std::string, NativePath> drive_folders_;  // the folder last open on each drive
-  int sort_column_ = -1;                             // none: in byte order of the names
+  int sort_column_ = -1;  // none: in byte order of the names
   Qt::SortOrder sort_order_ = Qt::AscendingOrder;
   bool quiet_ = false;  // selection changes are not told
 };

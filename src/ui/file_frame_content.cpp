@@ -8,7 +8,7 @@
 
 #include "text/ascii.h"
 #include "text/name_pattern.h"
-#include "ui/drives.h"
+#include "ui/drive_box.h"
 #include "ui/file_frame.h"
 #include "ui/folder_list.h"
 #include "ui/qt_text.h"
@@ -48,7 +48,7 @@ void FileFrame::OpenFolder(const NativePath& folder) {
     if (entry.info.kind == FileKind::kFolder) subfolders.push_back(entry.name);
   }
   inDirBox->SetFolders(folder_, subfolders);
-  ShowDrive();
+  inDrive->ShowDriveOf(folder_);
   FillFiles(std::move(entries));
 }
 
@@ -86,7 +86,7 @@ void FileFrame::Refresh() {
   for (const FileList::Entry& entry : Snapshot().files.entries) {
     if (entry.selected) selected.insert(entry.name);
   }
-  FillDrives();
+  inDrive->Fill();
   OpenFolder(folder_);
   std::vector<bool> flags(static_cast<size_t>(table_.rows()));
   for (int row = 0; row < table_.rows(); ++row) {
@@ -118,35 +118,6 @@ NativePath FileFrame::HighlightedFolder() const {
 
 void FileFrame::HighlightOpenFolder() {
   if (options_.DirBoxSClick == 1) inDirBox->HighlightOpen();
-}
-
-void FileFrame::FillDrives() {
-  drives_ = ListDrives();
-  const QSignalBlocker quiet(inDrive);
-  inDrive->clear();
-  for (const NativePath& drive : drives_) inDrive->addItem(ToQString(drive));
-  ShowDrive();
-}
-
-void FileFrame::ShowDrive() {
-  const int drive = DriveOf(drives_, folder_);
-  inDrive->setCurrentIndex(drive);
-  if (drive >= 0) drive_folders_[drives_[static_cast<size_t>(drive)].bytes()] = folder_;
-}
-
-void FileFrame::ChooseDrive(int index) {
-  if (index < 0 || index >= static_cast<int>(drives_.size())) return;
-  const NativePath drive = drives_[static_cast<size_t>(index)];
-  if (!ReadFolder(
-           drive, [] {}, BadEntry::kIsLeftOut)
-           .ok()) {
-    platform_.ShowMessage({PathToUtf8(StripBackslash(drive)) +
-                           " にアクセスできません  デバイスの準備ができていません"});
-    ShowDrive();
-    return;
-  }
-  const auto last = drive_folders_.find(drive.bytes());
-  OpenFolder(last == drive_folders_.end() ? drive : last->second);
 }
 
 void FileFrame::SetFilters(int selected) {
@@ -252,11 +223,6 @@ void FileFrame::UpdatePathText() {
   inTextFile->setText(
       ToQString(single ? folder_ + table_.NameAt(selection.first().top()) : folder_));
   hooks_.selection_changed();
-}
-
-void FileFrame::SetListFont(const QFont& font) {
-  inDirBox->setFont(font);
-  inListView->setFont(font);
 }
 
 }  // namespace ledrix

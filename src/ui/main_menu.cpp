@@ -2,49 +2,75 @@
 
 #include <QMenuBar>
 
+#include "ui/named.h"
+
 namespace ledrix {
 namespace {
 
-QAction* Entry(QMenu& menu, const char* name, const char* caption) {
-  QAction* const action = menu.addAction(caption);
-  action->setObjectName(name);
-  return action;
-}
-
-QMenu* Submenu(QMenu& menu, const char* name, const char* caption) {
-  QMenu* const submenu = menu.addMenu(caption);
-  submenu->setObjectName(name);
-  return submenu;
+void Entry(QMenu& menu, const char* name, const char* caption, std::function<void()> command) {
+  const QAction* const action = Named(menu.addAction(caption), name);
+  QObject::connect(action, &QAction::triggered, &menu,
+                   [command = std::move(command)] { command(); });
 }
 
 }  // namespace
 
-MainMenu::MainMenu(QMenuBar& bar) {
-  QMenu& operation = *bar.addMenu("操作(&M)");
-  MenuTextCompStart = Entry(operation, "MenuTextCompStart", "ﾃｷｽﾄｺﾝﾍﾟｱ開始(&S)");
-  MenuDirComp = Submenu(operation, "MenuDirComp", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ開始(&D)");
-  MenuDirCompFullPath = Entry(*MenuDirComp, "MenuDirCompFullPath", "フルパス(&F)");
-  MenuDirCompCurentPath = Entry(*MenuDirComp, "MenuDirCompCurentPath", "カレントパス(&C)");
-  MenuDirCompNoPath = Entry(*MenuDirComp, "MenuDirCompNoPath", "パスなし(&N)");
-  MenuDirDatEdit = Entry(operation, "MenuDirDatEdit", "ﾃﾞｨﾚｸﾄﾘ情報作成(&E)");
-  operation.addSeparator();
-  MenuEnd = Entry(operation, "MenuEnd", "Ledrix の終了(&X)");
+MainMenu::MainMenu(QMenuBar& bar, QWidget& window, OptionRecord& options, PatternSlots& patterns,
+                   PlatformServices& platform, const Commands& commands)
+    : operation_(*bar.addMenu("操作(&M)")),
+      option_(*bar.addMenu("ｵﾌﾟｼｮﾝ(&O)")),
+      help_(*bar.addMenu("ﾍﾙﾌﾟ(&H)")),
+      MenuMatchGrp(Named(new QMenu("一致条件(&M)", &option_), "MenuMatchGrp")),
+      MenuPatternGrp(Named(new QMenu("条件ﾊﾟﾀｰﾝ(&P)", &option_), "MenuPatternGrp")),
+      MenuCharsetGrp(Named(new QMenu("文字ｺｰﾄﾞ", &option_), "MenuCharsetGrp")),
+      match_(*MenuMatchGrp, options),
+      pattern_(*MenuPatternGrp, options, patterns, [this] { match_.Synchronise(); }),
+      charset_(*MenuCharsetGrp, options, platform, &window) {
+  FillOperation(commands);
+  FillOption(commands);
+  FillHelp(commands);
+}
 
-  QMenu& option = *bar.addMenu("ｵﾌﾟｼｮﾝ(&O)");
-  MenuListClear = Entry(option, "MenuListClear", "結果一覧ｸﾘｱ(&C)");
-  MenuMatchGrp = Submenu(option, "MenuMatchGrp", "一致条件(&M)");
-  MenuPatternGrp = Submenu(option, "MenuPatternGrp", "条件ﾊﾟﾀｰﾝ(&P)");
-  MenuCharsetGrp = Submenu(option, "MenuCharsetGrp", "文字ｺｰﾄﾞ");
-  MenuRefresh = Entry(option, "MenuRefresh", "最新の情報に更新(&R)");
-  option.addSeparator();
-  MenuOption = Entry(option, "MenuOption", "ｵﾌﾟｼｮﾝ設定(&O)");
+void MainMenu::FillOperation(const Commands& commands) {
+  Entry(operation_, "MenuTextCompStart", "ﾃｷｽﾄｺﾝﾍﾟｱ開始(&S)", commands.compare_texts);
+  QMenu& ranges = *Named(operation_.addMenu("ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ開始(&D)"), "MenuDirComp");
+  const auto compare = [&commands](CompareRange range) {
+    return [compare = commands.compare_directories, range] { compare(range); };
+  };
+  Entry(ranges, "MenuDirCompFullPath", "フルパス(&F)", compare(CompareRange::kFullPath));
+  Entry(ranges, "MenuDirCompCurentPath", "カレントパス(&C)", compare(CompareRange::kCurrentPath));
+  Entry(ranges, "MenuDirCompNoPath", "パスなし(&N)", compare(CompareRange::kNoPath));
+  Entry(operation_, "MenuDirDatEdit", "ﾃﾞｨﾚｸﾄﾘ情報作成(&E)", commands.make_directory_information);
+  operation_.addSeparator();
+  Entry(operation_, "MenuEnd", "Ledrix の終了(&X)", commands.end);
+}
 
-  QMenu& help = *bar.addMenu("ﾍﾙﾌﾟ(&H)");
-  MenuHelpContents = Entry(help, "MenuHelpContents", "目次(&C)");
-  menuReadme = Entry(help, "menuReadme", "Readme表示");
-  help.addSeparator();
-  MenuHelpVersion = Entry(help, "MenuHelpVersion", "ﾊﾞｰｼﾞｮﾝ情報(&A)");
-  MenuRegClear = Entry(help, "MenuRegClear", "ｱﾝｲﾝｽﾄｰﾙ(ﾚｼﾞｽﾄﾘｸﾘｱ)");
+void MainMenu::FillOption(const Commands& commands) {
+  Entry(option_, "MenuListClear", "結果一覧ｸﾘｱ(&C)", commands.clear_results);
+  option_.addMenu(MenuMatchGrp);
+  option_.addMenu(MenuPatternGrp);
+  option_.addMenu(MenuCharsetGrp);
+  Entry(option_, "MenuRefresh", "最新の情報に更新(&R)", commands.refresh);
+  option_.addSeparator();
+  Entry(option_, "MenuOption", "ｵﾌﾟｼｮﾝ設定(&O)", commands.edit_options);
+}
+
+void MainMenu::FillHelp(const Commands& commands) {
+  Entry(help_, "MenuHelpContents", "目次(&C)", commands.show_help);
+  Entry(help_, "menuReadme", "Readme表示", commands.show_readme);
+  help_.addSeparator();
+  Entry(help_, "MenuHelpVersion", "ﾊﾞｰｼﾞｮﾝ情報(&A)", commands.show_version);
+  Entry(help_, "MenuRegClear", "ｱﾝｲﾝｽﾄｰﾙ(ﾚｼﾞｽﾄﾘｸﾘｱ)", commands.clear_settings);
+}
+
+void MainMenu::FillConditions() {
+  FollowOptions();
+  charset_.BuildCharsetMenu();
+}
+
+void MainMenu::FollowOptions() {
+  match_.Synchronise();
+  pattern_.Rebuild();
 }
 
 }  // namespace ledrix

@@ -1,37 +1,56 @@
 // The main window's menu bar.
 #pragma once
 
-#include <QAction>
-#include <QMenu>
+#include <functional>
+
+#include "run/job_record.h"
+#include "ui/condition_menus.h"
 
 class QMenuBar;
 
 namespace ledrix {
 
-// Every entry, named as its object is. The menu bar owns them.
-struct MainMenu {
-  // Fills the bar.
-  explicit MainMenu(QMenuBar& bar);
+class MainMenu {
+ public:
+  // What the entries do; each is called from the event handler of its entry. What the compare
+  // conditions are set to goes straight into the option record.
+  struct Commands {
+    std::function<void()> compare_texts;
+    std::function<void(CompareRange)> compare_directories;
+    std::function<void()> make_directory_information;
+    std::function<void()> end;
+    std::function<void()> clear_results;
+    std::function<void()> refresh;
+    std::function<void()> edit_options;
+    std::function<void()> show_help;
+    std::function<void()> show_readme;
+    std::function<void()> show_version;
+    std::function<void()> clear_settings;
+  };
+  // Fills the bar, which owns the menus. All must outlive the menu; a charset is asked for above
+  // the window.
+  MainMenu(QMenuBar& bar, QWidget& window, OptionRecord& options, PatternSlots& patterns,
+           PlatformServices& platform, const Commands& commands);
 
-  QAction* MenuTextCompStart;
-  QMenu* MenuDirComp;
-  QAction* MenuDirCompFullPath;
-  QAction* MenuDirCompCurentPath;
-  QAction* MenuDirCompNoPath;
-  QAction* MenuDirDatEdit;
-  QAction* MenuEnd;
+  // Once the options and the patterns are loaded; may show a message.
+  void FillConditions();
+  // After a change of the options or the patterns.
+  void FollowOptions();
 
-  QAction* MenuListClear;
-  QMenu* MenuMatchGrp;
-  QMenu* MenuPatternGrp;
-  QMenu* MenuCharsetGrp;
-  QAction* MenuRefresh;
-  QAction* MenuOption;
+ private:
+  void FillOperation(const Commands& commands);
+  void FillOption(const Commands& commands);
+  void FillHelp(const Commands& commands);
 
-  QAction* MenuHelpContents;
-  QAction* menuReadme;
-  QAction* MenuHelpVersion;
-  QAction* MenuRegClear;
+  QMenu& operation_;
+  QMenu& option_;
+  QMenu& help_;
+  QMenu* const MenuMatchGrp;
+  QMenu* const MenuPatternGrp;
+  QMenu* const MenuCharsetGrp;
+  MatchMenu match_;
+  PatternMenu pattern_;
+  CharsetMenu charset_;
 };
 
 }  // namespace ledrix

@@ -7,6 +7,7 @@
 
 #include "platform/program_folder.h"
 #include "ui/choosers.h"
+#include "ui/named.h"
 #include "ui/qt_text.h"
 
 namespace ledrix {
@@ -17,23 +18,21 @@ OutputFrame::OutputFrame(OptionRecord& options, OutputChoices& choices, Platform
       options_(options),
       choices_(choices),
       platform_(platform),
-      changed_(std::move(changed)) {
-  setObjectName("ChkFrame");
+      changed_(std::move(changed)),
+      OptListDir{Named(new QRadioButton("Old Dir"), "OptListDir", 0),
+                 Named(new QRadioButton("New Dir"), "OptListDir", 1),
+                 Named(new QRadioButton("Else"), "OptListDir", 2)},
+      BtnListElse(Named(new QPushButton("..."), "BtnListElse")) {
   Build();
 }
 
 void OutputFrame::Build() {
   auto* const row = new QHBoxLayout(this);
-  const char* const captions[] = {"Old Dir", "New Dir", "Else"};
   for (size_t i = 0; i < OptListDir.size(); ++i) {
     const int index = static_cast<int>(i);
-    OptListDir[i] = new QRadioButton(captions[i]);
-    OptListDir[i]->setObjectName("OptListDir" + QString::number(index));
     connect(OptListDir[i], &QRadioButton::clicked, this, [this, index] { Choose(index); });
     row->addWidget(OptListDir[i]);
   }
-  BtnListElse = new QPushButton("...");
-  BtnListElse->setObjectName("BtnListElse");
   BtnListElse->setToolTip("結果ﾘｽﾄﾌｧｲﾙ出力先の選択");
   BtnListElse->setMaximumWidth(BtnListElse->fontMetrics().horizontalAdvance("......"));
   connect(BtnListElse, &QPushButton::clicked, this, [this] { ChooseElseFolder(); });
@@ -41,21 +40,17 @@ void OutputFrame::Build() {
   row->addSpacing(16);
 
   const auto box = [&](const char* name, const char* caption, const char* hint, bool& flag) {
-    auto* const made = new QCheckBox(caption);
-    made->setObjectName(name);
+    auto* const made = Named(new QCheckBox(caption), name);
     made->setToolTip(hint);
     connect(made, &QCheckBox::toggled, this, [this, &flag](bool on) {
       flag = on;
       changed_();
     });
     row->addWidget(made);
-    return made;
   };
-  OptSbnList =
-      box("OptSbnList", "Sbn List", "差分のみのﾌｧｲﾙを同時に出力します", choices_.OptSbnList);
-  OptCsvList =
-      box("OptCsvList", "Csv List", "一覧形式のﾌｧｲﾙを同時に出力します", choices_.OptCsvList);
-  OptMrgSrc = box("OptMrgSrc", "Mrg Src", "結合したｿｰｽを同時に出力します", choices_.OptMrgSrc);
+  box("OptSbnList", "Sbn List", "差分のみのﾌｧｲﾙを同時に出力します", choices_.OptSbnList);
+  box("OptCsvList", "Csv List", "一覧形式のﾌｧｲﾙを同時に出力します", choices_.OptCsvList);
+  box("OptMrgSrc", "Mrg Src", "結合したｿｰｽを同時に出力します", choices_.OptMrgSrc);
   row->addStretch();
 }
 

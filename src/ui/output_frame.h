@@ -7,7 +7,6 @@
 
 #include "run/run_services.h"
 
-class QCheckBox;
 class QPushButton;
 class QRadioButton;
 
@@ -35,11 +34,8 @@ class OutputFrame : public QGroupBox {
   OutputChoices& choices_;
   PlatformServices& platform_;
   const std::function<void()> changed_;
-  std::array<QRadioButton*, 3> OptListDir{};
-  QPushButton* BtnListElse = nullptr;
-  QCheckBox* OptSbnList = nullptr;
-  QCheckBox* OptCsvList = nullptr;
-  QCheckBox* OptMrgSrc = nullptr;
+  const std::array<QRadioButton*, 3> OptListDir;
+  QPushButton* const BtnListElse;
 };
 
 }  // namespace ledrix

@@ -1,41 +1,54 @@
 #include "ui/popup_menu.h"
 
+#include "ui/named.h"
+#include "ui/qt_text.h"
+
 namespace ledrix {
 
-PopupMenu::PopupMenu(QWidget* parent) : QMenu(parent) {
-  setObjectName("POPMenu");
-  MenuPopAPStart = Entry("MenuPopAPStart", "関連付けAPで開く(&O)");
-  MenuPopMatchSelect = Entry("MenuPopMatchSelect", "対Dir同名ﾌｧｲﾙ選択(&S)");
+PopupMenu::PopupMenu(Commands commands, QWidget* parent)
+    : QMenu(parent), commands_(std::move(commands)) {
+  const Commands& on = commands_;
+  MenuPopAPStart = Entry("MenuPopAPStart", "関連付けAPで開く(&O)", on.open);
+  MenuPopMatchSelect = Entry("MenuPopMatchSelect", "対Dir同名ﾌｧｲﾙ選択(&S)", on.select_namesakes);
   Line();
-  MenuPopSendTo = addMenu("送る(&T)");
-  MenuPopSendTo->setObjectName("MenuPopSendTo");
+  MenuPopSendTo = Named(addMenu("送る(&T)"), "MenuPopSendTo");
   Line();
-  MenuPopStepCnt = Entry("MenuPopStepCnt", "ｽﾃｯﾌﾟｶｳﾝﾄ(&S)");
-  MenuPopDirClip = Entry("MenuPopDirClip", "一覧ﾃｷｽﾄ作成");
-  MenuPopCompClip = Entry("MenuPopCompClip", "比較ﾃｷｽﾄ作成");
+  MenuPopStepCnt = Entry("MenuPopStepCnt", "ｽﾃｯﾌﾟｶｳﾝﾄ(&S)", on.count_steps);
+  MenuPopDirClip = Entry("MenuPopDirClip", "一覧ﾃｷｽﾄ作成", on.copy_folder_list);
+  MenuPopCompClip = Entry("MenuPopCompClip", "比較ﾃｷｽﾄ作成", on.copy_folder_compare);
   Line();
-  MenuPopDirDatEdit = Entry("MenuPopDirDatEdit", "ﾃﾞｨﾚｸﾄﾘ情報作成(&M)");
-  MenuPopCurentADD = Entry("MenuPopCurentADD", "ｶﾚﾝﾄﾃﾞｨﾚｸﾄﾘﾃﾞｰﾀ追加(&A)");
+  MenuPopDirDatEdit =
+      Entry("MenuPopDirDatEdit", "ﾃﾞｨﾚｸﾄﾘ情報作成(&M)", on.make_directory_information);
+  MenuPopCurentADD = Entry("MenuPopCurentADD", "ｶﾚﾝﾄﾃﾞｨﾚｸﾄﾘﾃﾞｰﾀ追加(&A)", on.add_folder_to_history);
   Line();
-  MenuPOPFileCopy = Entry("MenuPOPFileCopy", "逆ﾌｫﾙﾀﾞへﾌｧｲﾙｺﾋﾟｰ");
-  MenuPOPDeleteFile = Entry("MenuPOPDeleteFile", "ﾌｧｲﾙ削除");
+  MenuPOPFileCopy = Entry("MenuPOPFileCopy", "逆ﾌｫﾙﾀﾞへﾌｧｲﾙｺﾋﾟｰ", on.copy_file);
+  MenuPOPDeleteFile = Entry("MenuPOPDeleteFile", "ﾌｧｲﾙ削除", on.delete_file);
   Line();
-  MenuPopDirExp = Entry("MenuPopDirExp", "ｴｸｽﾌﾟﾛｰﾗを開く(&O)");
+  MenuPopDirExp = Entry("MenuPopDirExp", "ｴｸｽﾌﾟﾛｰﾗを開く(&O)", on.open_folder);
   Line();
-  MenuPopRefresh = Entry("MenuPopRefresh", "最新の情報に更新(&R)");
-  MenuPopListClear = Entry("MenuPopListClear", "結果一覧ｸﾘｱ(&C)");
+  Entry("MenuPopRefresh", "最新の情報に更新(&R)", on.refresh);
+  Entry("MenuPopListClear", "結果一覧ｸﾘｱ(&C)", on.clear_results);
 }
 
-QAction* PopupMenu::Entry(const char* name, const char* caption) {
-  QAction* const action = addAction(caption);
-  action->setObjectName(name);
+QAction* PopupMenu::Entry(const char* name, const char* caption,
+                          const std::function<void()>& command) {
+  QAction* const action = Named(addAction(caption), name);
+  connect(action, &QAction::triggered, this, [&command] { command(); });
   return action;
 }
 
 void PopupMenu::Line() {
-  QAction* const line = addSeparator();
-  POPMenuLine.at(lines_++) = line;
-  line->setObjectName("POPMenuLine" + QString::number(lines_));
+  Named(addSeparator(), "POPMenuLine", ++lines_);
+}
+
+void PopupMenu::OfferLaunchers(const std::vector<Launcher>& launchers) {
+  MenuPopSendTo->clear();
+  int number = 0;
+  for (const Launcher& launcher : launchers) {
+    const QString caption = ToCaption(ToQString(NativePath(launcher.name)));
+    QAction* const entry = Named(MenuPopSendTo->addAction(caption), "MenuPopSendAP", number++);
+    connect(entry, &QAction::triggered, this, [this, launcher] { commands_.send_to(launcher); });
+  }
 }
 
 void PopupMenu::Prepare(PopupSource source, const Look& look) {

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <QMenu>
-#include <array>
+#include <functional>
+#include <vector>
+
+#include "desktop/launcher.h"
 
 namespace ledrix {
 
@@ -11,7 +14,23 @@ enum class PopupSource { kFileBox, kDirBox, kListBox };
 
 class PopupMenu : public QMenu {
  public:
-  explicit PopupMenu(QWidget* parent = nullptr);
+  // What the entries do; each is called from the event handler of its entry.
+  struct Commands {
+    std::function<void()> open;
+    std::function<void()> select_namesakes;
+    std::function<void(const Launcher&)> send_to;
+    std::function<void()> count_steps;
+    std::function<void()> copy_folder_list;
+    std::function<void()> copy_folder_compare;
+    std::function<void()> make_directory_information;
+    std::function<void()> add_folder_to_history;
+    std::function<void()> copy_file;
+    std::function<void()> delete_file;
+    std::function<void()> open_folder;
+    std::function<void()> refresh;
+    std::function<void()> clear_results;
+  };
+  explicit PopupMenu(Commands commands, QWidget* parent = nullptr);
 
   // How the options change the menu.
   struct Look {
@@ -20,10 +39,19 @@ class PopupMenu : public QMenu {
   };
   // Shows the entries of a source and hides the others.
   void Prepare(PopupSource source, const Look& look);
+  // Makes the entries for sending anew.
+  void OfferLaunchers(const std::vector<Launcher>& launchers);
 
+ private:
+  QAction* Entry(const char* name, const char* caption, const std::function<void()>& command);
+  void Line();
+  void ShowLines();
+
+  const Commands commands_;
+  int lines_ = 0;
   QAction* MenuPopAPStart;
   QAction* MenuPopMatchSelect;
-  QMenu* MenuPopSendTo;  // its entries are made anew each time
+  QMenu* MenuPopSendTo;
   QAction* MenuPopStepCnt;
   QAction* MenuPopDirClip;
   QAction* MenuPopCompClip;
@@ -32,16 +60,6 @@ class PopupMenu : public QMenu {
   QAction* MenuPOPFileCopy;
   QAction* MenuPOPDeleteFile;
   QAction* MenuPopDirExp;
-  QAction* MenuPopRefresh;
-  QAction* MenuPopListClear;
-
- private:
-  QAction* Entry(const char* name, const char* caption);
-  void Line();
-  void ShowLines();
-
-  std::array<QAction*, 6> POPMenuLine{};
-  size_t lines_ = 0;
 };
 
 }  // namespace ledrix

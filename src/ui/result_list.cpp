@@ -60,7 +60,6 @@ QMimeData* ResultListModel::mimeData(const QModelIndexList& indexes) const {
 }
 
 ResultList::ResultList(QWidget* parent) : QListView(parent) {
-  setObjectName("OutList");
   setModel(&model_);
   setItemDelegate(new RoomyRows(this));
   setUniformItemSizes(true);

@@ -1,22 +1,15 @@
-// How the main window describes jobs and has them run.
-#include <QLabel>
-#include <QPushButton>
+#include "ui/job_starter.h"
 
+#include "jobs/run_log.h"
 #include "text/name_pattern.h"
-#include "ui/file_frame.h"
-#include "ui/main_window.h"
 #include "ui/qt_text.h"
 #include "ui/result_list.h"
 #include "ui/run_dialog.h"
 
 namespace ledrix {
 
-FileSides LedrixF0::Sides() const {
-  return {side(0).Snapshot(), side(1).Snapshot()};
-}
-
-void LedrixF0::StartTextCompare() {
-  const FileSides sides = Sides();
+void JobStarter::StartTextCompare() {
+  const FileSides sides = sides_.Snapshot();
   if (!CheckPairSelection(sides, program_.platform)) return;
   JobRequest request;
   request.OldPath = AddBackslash(sides[0].folder) + SelectedFileName(sides[0].files);
@@ -25,8 +18,8 @@ void LedrixF0::StartTextCompare() {
   RunJobOf(std::move(request), sides);
 }
 
-void LedrixF0::StartDirCompare(CompareRange range) {
-  const FileSides sides = Sides();
+void JobStarter::StartDirCompare(CompareRange range) {
+  const FileSides sides = sides_.Snapshot();
   const char* const refusals[] = {"旧ファイルが複数選択されています",
                                   "新ファイルが複数選択されています"};
   for (size_t i = 0; i < 2; ++i) {
@@ -34,12 +27,12 @@ void LedrixF0::StartDirCompare(CompareRange range) {
     program_.platform.ShowMessage({refusals[i]});
     return;
   }
-  const NativePath output = chooser_.Choose(
-      this, {"ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ結果ﾌｧｲﾙの指定",
-             {ChooserFilter("結果ﾌｧｲﾙ(*.lst)", "*.lst"), ChooserFilter("全てのﾌｧｲﾙ(*.*)", "*.*")},
-             "DIR_COMP.lst",
-             "",
-             true});
+  const NativePath output = chooser_.Choose(&window_, {"ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ結果ﾌｧｲﾙの指定",
+                                                       {ChooserFilter("結果ﾌｧｲﾙ(*.lst)", "*.lst"),
+                                                        ChooserFilter("全てのﾌｧｲﾙ(*.*)", "*.*")},
+                                                       "DIR_COMP.lst",
+                                                       "",
+                                                       true});
   if (output.empty()) return;
   const auto input = [&](const FileSide& side) {
     return DirCompareSide(AddBackslash(side.folder) + SelectedFileName(side.files),
@@ -54,13 +47,14 @@ void LedrixF0::StartDirCompare(CompareRange range) {
   RunJobOf(std::move(request), sides);
 }
 
-void LedrixF0::StartDirEdit(int index, const NativePath& folder) {
+void JobStarter::StartDirEdit(int side, const NativePath& folder) {
   const std::string& pattern = program_.options.ComboDLst;
   const QString shown = "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙ(" + ToQString(pattern) + ")";
   NativePath output;
   while (true) {
     output = chooser_.Choose(
-        this, {"ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの指定", {ChooserFilter(shown, ToQString(pattern))}, "", "", true});
+        &window_,
+        {"ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの指定", {ChooserFilter(shown, ToQString(pattern))}, "", "", true});
     if (output.empty()) return;
     if (MatchesPattern(FileNameOf(output), pattern, LetterCase::kIgnore)) break;
     program_.platform.ShowMessage(
@@ -68,64 +62,66 @@ void LedrixF0::StartDirEdit(int index, const NativePath& folder) {
   }
   JobRequest request;
   request.JobKind = JobKind::kDirEdit;
-  request.ActiveSide = static_cast<Side>(index);
+  request.ActiveSide = static_cast<Side>(side);
   request.OldPath = AddBackslash(folder);
   request.OutPath = output;
-  RunJobOf(std::move(request), Sides());
+  RunJobOf(std::move(request), sides_.Snapshot());
 }
 
-void LedrixF0::StartStepCount() {
-  const std::string name = side(popup_side_).CurrentName();
+void JobStarter::StartStepCount(int side) {
+  const std::string name = sides_[side].CurrentName();
   if (name.empty()) return;
   JobRequest request;
   request.JobKind = JobKind::kStepCnt;
-  request.OldPath = AddBackslash(side(popup_side_).folder()) + name;
+  request.OldPath = AddBackslash(sides_[side].folder()) + name;
   request.OutPath = DirOf(request.OldPath) +
                     FillPattern(program_.options.ComboStp, NameForPattern(request.OldPath));
-  RunJobOf(std::move(request), Sides());
+  RunJobOf(std::move(request), sides_.Snapshot());
 }
 
-void LedrixF0::StartStepCsv() {
+void JobStarter::StartStepCsv(int side) {
   // The files of the highlighted folder, as the list shows them when it is the open one.
-  FileSides sides = Sides();
-  FileSide& counted = sides[static_cast<size_t>(popup_side_)];
-  const NativePath folder = side(popup_side_).HighlightedFolder();
+  FileSides sides = sides_.Snapshot();
+  FileSide& counted = sides[static_cast<size_t>(side)];
+  const NativePath folder = sides_[side].HighlightedFolder();
   if (folder != counted.folder) {
-    counted.files = side(popup_side_).FilesOf(folder);
+    counted.files = sides_[side].FilesOf(folder);
     counted.folder = folder;
   }
   if (counted.files.entries.empty()) {
     program_.platform.ShowMessage({"ファイルボックスに対象ファイルが有りません"});
     return;
   }
-  const NativePath output = chooser_.Choose(this, {"出力CSVﾌｧｲﾙの指定",
-                                                   {ChooserFilter("ｶﾝﾏ編集ﾌｧｲﾙ(*.CSV)", "*.CSV"),
-                                                    ChooserFilter("全てのﾌｧｲﾙ(*.*)", "*.*")},
-                                                   "STEP.CSV",
-                                                   "csv",
-                                                   false});
+  const NativePath output = chooser_.Choose(
+      &window_,
+      {"出力CSVﾌｧｲﾙの指定",
+       {ChooserFilter("ｶﾝﾏ編集ﾌｧｲﾙ(*.CSV)", "*.CSV"), ChooserFilter("全てのﾌｧｲﾙ(*.*)", "*.*")},
+       "STEP.CSV",
+       "csv",
+       false});
   if (output.empty()) return;
   JobRequest request;
   request.JobKind = JobKind::kStepCsv;
   request.OldPath = AddBackslash(folder);
   request.OutPath = output;
-  request.ActiveSide = static_cast<Side>(popup_side_);
+  request.ActiveSide = static_cast<Side>(side);
   request.FileCount = static_cast<int64_t>(counted.files.entries.size());
   RunJobOf(std::move(request), sides);
 }
 
-void LedrixF0::RunJobOf(JobRequest request, const FileSides& sides) {
+void JobStarter::RunJobOf(JobRequest request, const FileSides& sides) {
   BeginJob(program_.job, std::move(request));
-  trouble_->hide();
+  hooks_.about_to_run();
   const ResultSink results{
-      [this](const std::vector<std::string>& lines) { OutList->Append(lines); },
-      [this] { OutList->Clear(); }};
+      [this](const std::vector<std::string>& lines) { results_.Append(lines); },
+      [this] { results_.Clear(); }};
   const JobSurroundings surroundings{sides, &log_};
-  busy_ = true;
-  LedrixF1(program_.options, program_.job, program_.platform, surroundings, results, this).exec();
-  busy_ = false;
-  OutList->viewport()->repaint();
-  UpdatePreview();
+  running_ = true;
+  LedrixF1(program_.options, program_.job, program_.platform, surroundings, results, &window_)
+      .exec();
+  running_ = false;
+  results_.viewport()->repaint();
+  hooks_.has_run();
 }
 
 }  // namespace ledrix

@@ -1,0 +1,40 @@
+// What the sides' folder buttons open: the history on a click, a menu of folders when held.
+#pragma once
+
+#include <QPoint>
+
+#include "ui/side_pair.h"
+#include "ui/window_program.h"
+
+class QMenu;
+class QTimer;
+
+namespace ledrix {
+
+class RunLog;
+
+class FolderButtonMenu {
+ public:
+  // `window` owns the menu; all must outlive this.
+  FolderButtonMenu(QWidget& window, const WindowProgram& program, const SidePair& sides,
+                   RunLog& log);
+
+  // The button of a side goes down and up again.
+  void Press(int side);
+  void Release(int side);
+
+ private:
+  void AddFolder(int index, const char* caption, std::function<NativePath()> folder);
+  void ShowMenu();
+  void ShowHistory(int side);
+
+  QWidget& window_;
+  const WindowProgram& program_;
+  const SidePair sides_;
+  RunLog& log_;
+  QMenu* const POP_ChangeDir;
+  QTimer* const Timer1;  // measures how long a button is held
+  int side_ = 0;         // whose button was pressed last
+};
+
+}  // namespace ledrix

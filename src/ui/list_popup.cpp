@@ -1,0 +1,156 @@
+#include "ui/list_popup.h"
+
+#include "dircomp/dir_compare.h"
+#include "jobs/run_log.h"
+#include "platform/program_folder.h"
+#include "settings/option_record.h"
+#include "ui/desktop_actions.h"
+#include "ui/job_starter.h"
+#include "ui/later.h"
+#include "ui/named.h"
+#include "ui/qt_text.h"
+#include "ui/result_list.h"
+#include "ui/wait_cursor.h"
+#include "ui/window_platform.h"
+
+namespace ledrix {
+namespace {
+
+// Without the separator at its end, as people write a folder.
+NativePath Shown(const NativePath& folder) {
+  return folder.bytes() == "/" ? folder : StripBackslash(folder);
+}
+
+}  // namespace
+
+ListPopup::ListPopup(QWidget& window, const WindowProgram& program, const SidePair& sides,
+                     ResultList& results, JobStarter& jobs, RunLog& log, Hooks hooks)
+    : program_(program),
+      sides_(sides),
+      results_(results),
+      jobs_(jobs),
+      log_(log),
+      hooks_(std::move(hooks)),
+      files_(program.platform, program.actions),
+      POPMenu(Named(new PopupMenu(Commands(), &window), "POPMenu")) {
+  ConnectResults();
+  // A folder is highlighted for the menu only.
+  QObject::connect(POPMenu, &QMenu::aboutToHide, POPMenu, [this] {
+    DoLater(*POPMenu, [this] {
+      for (FileFrame* const frame : sides_) frame->HighlightOpenFolder();
+    });
+  });
+}
+
+PopupMenu::Commands ListPopup::Commands() {
+  return {.open = [this] { files_.Open(TargetFile()); },
+          .select_namesakes = [this] { sides_.SelectNamesakesOf(side_); },
+          .send_to = [this](const Launcher& launcher) { SendTo(launcher); },
+          .count_steps = [this] { CountSteps(); },
+          .copy_folder_list = [this] { CopyFolderList(); },
+          .copy_folder_compare = [this] { CopyFolderCompare(); },
+          .make_directory_information = [this] { MakeDirectoryInformation(); },
+          .add_folder_to_history = [this] { AddFolderToHistory(); },
+          .copy_file = [this] { CopyToOtherSide(); },
+          .delete_file = [this] { DeleteFile(); },
+          .open_folder = [this] { OpenFolder(); },
+          .refresh = hooks_.refresh,
+          .clear_results = hooks_.clear_results};
+}
+
+void ListPopup::ConnectResults() {
+  results_.setContextMenuPolicy(Qt::CustomContextMenu);
+  QObject::connect(&results_, &QWidget::customContextMenuRequested, &results_,
+                   [this](const QPoint& place) {
+                     Show(PopupSource::kListBox, 0, results_.viewport()->mapToGlobal(place));
+                   });
+  QObject::connect(&results_, &QListView::doubleClicked, &results_,
+                   [this] { files_.Open(results_.CurrentOutput()); });
+}
+
+void ListPopup::Show(PopupSource source, int side, const QPoint& place) {
+  source_ = source;
+  side_ = side;
+  const OptionRecord& options = program_.options;
+  if (source != PopupSource::kDirBox) {
+    const bool own = options.SendToLDX == 1;
+    POPMenu->OfferLaunchers(
+        ListLaunchers(SendToFolder(own ? SendToOwner::kProgram : SendToOwner::kUser)));
+  }
+  POPMenu->Prepare(source, {options.DELMenuVisible == 1, options.OptDbClick == 1});
+  POPMenu->popup(place);
+}
+
+void ListPopup::ActivateFile(int side) {
+  if (program_.options.OptDbClick == 1) {
+    sides_.SelectNamesakesOf(side);
+  } else {
+    source_ = PopupSource::kFileBox;
+    side_ = side;
+    files_.Open(TargetFile());
+  }
+}
+
+NativePath ListPopup::TargetFile() const {
+  if (source_ == PopupSource::kListBox) return results_.CurrentOutput();
+  const std::string name = side().CurrentName();
+  return name.empty() ? NativePath() : side().folder() + name;
+}
+
+void ListPopup::SendTo(const Launcher& launcher) {
+  const NativePath file = TargetFile();
+  if (!file.empty()) program_.actions.StartLauncher(launcher, file);
+}
+
+void ListPopup::CountSteps() {
+  if (source_ == PopupSource::kDirBox) {
+    jobs_.StartStepCsv(side_);
+  } else {
+    jobs_.StartStepCount(side_);
+  }
+}
+
+void ListPopup::MakeDirectoryInformation() {
+  const NativePath folder = side().HighlightedFolder();
+  if (PathExists(folder)) jobs_.StartDirEdit(side_, folder);
+}
+
+void ListPopup::CopyFolderList() {
+  const WaitCursor wait;
+  program_.actions.SetClipboardText(
+      ToQString(modDComp::FolderListText(side().HighlightedFolder())));
+}
+
+void ListPopup::CopyFolderCompare() {
+  const WaitCursor wait;
+  program_.actions.SetClipboardText(ToQString(modDComp::FolderCompareText(
+      Shown(sides_[0].HighlightedFolder()), Shown(sides_[1].HighlightedFolder()))));
+}
+
+void ListPopup::AddFolderToHistory() {
+  const NativePath folder = side().HighlightedFolder();
+  if (!IsFolder(folder)) return;
+  log_.WriteRunRecord(folder);
+  log_.CompactHistory();
+}
+
+void ListPopup::CopyToOtherSide() {
+  const std::string name = side().CurrentName();
+  if (name.empty()) return;
+  FileFrame& other = sides_[1 - side_];
+  if (files_.Copy(side().folder() + name, other.folder() + name)) other.Refresh();
+}
+
+void ListPopup::DeleteFile() {
+  const NativePath path = TargetFile();
+  if (files_.Delete(path) && source_ == PopupSource::kFileBox) {
+    side().ForgetIfGone(FileNameOf(path));
+  }
+}
+
+void ListPopup::OpenFolder() {
+  const NativePath& folder = side().folder();
+  if (IsFolder(folder)) program_.actions.OpenFolder(folder);
+}
+
+}  // namespace ledrix

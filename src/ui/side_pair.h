@@ -1,0 +1,40 @@
+// The two sides of the main window, and what is done between them.
+#pragma once
+
+#include <array>
+
+#include "jobs/file_sides.h"
+#include "ui/file_frame.h"
+
+namespace ledrix {
+
+// A side is numbered as everywhere: 0 is the old one, 1 the new one.
+class SidePair {
+ public:
+  // Both must outlive the pair.
+  SidePair(FileFrame* old_side, FileFrame* new_side) : frames_{old_side, new_side} {}
+
+  FileFrame& operator[](int side) const { return *frames_[static_cast<size_t>(side)]; }
+  auto begin() const { return frames_.begin(); }
+  auto end() const { return frames_.end(); }
+
+  // Both sides as plain data.
+  FileSides Snapshot() const;
+  void Refresh() const;
+
+  // A folder that both sides show already is not opened anew.
+  void SwapFolders() const;
+  void AlignFolders(int to_side, int from_side) const;
+  // After one side went from one folder to another: the folder that corresponds on the other side
+  // is opened there, if there is one.
+  void FollowFolder(int side, const NativePath& from, const NativePath& to) const;
+
+  // Selects on the other side the namesakes of what is selected on this one, if anything is.
+  void SelectNamesakesOf(int side) const;
+  void SelectAllMatching() const;
+
+ private:
+  const std::array<FileFrame*, 2> frames_;
+};
+
+}  // namespace ledrix

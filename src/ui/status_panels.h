@@ -1,0 +1,32 @@
+// What the status bar of the main window shows.
+#pragma once
+
+#include <QString>
+#include <string>
+
+class QLabel;
+class QStatusBar;
+
+namespace ledrix {
+
+class StatusPanels {
+ public:
+  // The bar owns the panels.
+  explicit StatusPanels(QStatusBar& bar);
+
+  // Of the files of a side (0 old, 1 new).
+  void ShowCount(int side, size_t selected, int files);
+  // Where the outputs of the next compare go.
+  void ShowPreview(const QString& preview);
+  // Beside the preview, until it is hidden.
+  void ShowTrouble(const std::string& line);
+  void HideTrouble();
+
+ private:
+  QLabel* const PanelOld;
+  QLabel* const PanelNew;
+  QLabel* const PanelPreview;
+  QLabel* const PanelTrouble;
+};
+
+}  // namespace ledrix

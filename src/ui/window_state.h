@@ -1,0 +1,37 @@
+// What the main window keeps between runs: its place and size, the columns and bars of its lists,
+// the options, and each side's folder and filter.
+#pragma once
+
+#include "ui/side_pair.h"
+#include "ui/splitter_bars.h"
+#include "ui/window_program.h"
+
+namespace ledrix {
+
+class WindowState {
+ public:
+  // All must outlive this.
+  WindowState(QWidget& window, const WindowProgram& program, const SidePair& sides,
+              SplitterBars& bars)
+      : window_(window), program_(program), sides_(sides), bars_(bars) {}
+
+  // Puts the window where it was, as far as a screen is there, loads the options and opens the
+  // folders.
+  void Load();
+  // Writes the settings; trouble is told.
+  void Save();
+
+ private:
+  void LoadGeometry();
+  void LoadColumns();
+  void LoadSides();
+  void StoreGeometry();
+  void StoreVersion();
+
+  QWidget& window_;
+  const WindowProgram& program_;
+  const SidePair sides_;
+  SplitterBars& bars_;
+};
+
+}  // namespace ledrix
