@@ -1,10 +1,15 @@
 #include "app/console_compare.h"
 
 #include <algorithm>
+#include <optional>
+#include <set>
+#include <string>
 
 #include "app/console_options.h"
 #include "app/console_run.h"
+#include "jobs/output_names.h"
 #include "platform/files.h"
+#include "platform/folders.h"
 
 namespace ledrix {
 namespace {
@@ -22,27 +27,67 @@ void ChooseOutputs(const OptionRecord& options, const std::string& out, OutputCh
   if (!is_folder) listing = path;
 }
 
-// Names that only one side holds are a difference of their own.
-void ReportSingles(ConsoleRun& run, int side, const char* text) {
+// Every output that a pair of this job would have, asked for or not.
+std::set<std::string> PossibleOutputs(const ConsoleRun& run) {
+  OutputChoices choices = run.job.outputs;
+  choices.OptSbnList = choices.OptMrgSrc = true;
+  std::set<std::string> outputs;
+  for (const FileList::Entry& entry : run.sides[0].files.entries) {
+    if (!entry.selected) continue;
+    const OutputNames names = MakeOutputNames(
+        run.options, choices, run.sides[0].folder + entry.name, run.sides[1].folder + entry.name);
+    for (const NativePath& path : {names.OutPath, names.SbnPath, names.MrgPath,
+                                   DirOf(names.OutPath) + run.options.ComboCSVName}) {
+      outputs.insert(path.bytes());
+    }
+  }
+  return outputs;
+}
+
+// Names that only one side holds are a difference of their own, unless they are excluded or are
+// outputs of such a compare.
+void ReportSingles(ConsoleRun& run, int side, const std::set<std::string>& outputs,
+                   const char* text) {
   for (const FileList::Entry& entry : run.sides[side].files.entries) {
-    if (entry.selected) continue;
-    run.services().platform().ReportTrouble(PathToUtf8(run.sides[side].folder + entry.name) + text);
+    const NativePath path = run.sides[side].folder + entry.name;
+    if (entry.selected || outputs.count(path.bytes()) > 0) continue;
+    if (run.services().IsExcludedType(entry.name)) continue;
+    run.services().platform().ReportTrouble(PathToUtf8(path) + text);
     run.services().NoteEnd(JobEnd::kDifference);
   }
 }
 
+// Reads a folder's files into a side; its folders are only counted.
+std::optional<std::string> ReadSide(const NativePath& folder, FileSide& side, int64_t& folders) {
+  const Result<std::vector<FolderEntry>> entries = ReadFolder(folder);
+  if (!entries.ok()) return PathToUtf8(folder) + ": " + DescribeError(entries.error());
+  side.folder = folder;
+  for (const FolderEntry& entry : entries.value()) {
+    if (entry.info.kind == FileKind::kRegular) side.files.entries.push_back({entry.name, false});
+    if (entry.info.kind == FileKind::kFolder) ++folders;
+  }
+  return std::nullopt;
+}
+
 int CompareFolders(ConsoleRun& run) {
   JobRequest& request = run.request;
+  int64_t folders[2] = {0, 0};
   for (int side = 0; side < 2; ++side) {
     NativePath& path = side == 0 ? request.OldPath : request.NewPath;
     path = AddBackslash(path);
-    Result<FileList> files = ListFiles(path);
-    if (!files.ok()) return run.Refuse(PathToUtf8(path) + ": " + DescribeError(files.error()));
-    run.sides[side] = {path, "", std::move(files.value())};
+    if (const auto refused = ReadSide(path, run.sides[side], folders[side])) {
+      return run.Refuse(*refused);
+    }
   }
   SelectAllNamesakes(run.sides);
-  ReportSingles(run, 0, ": 旧フォルダだけに有ります");
-  ReportSingles(run, 1, ": 新フォルダだけに有ります");
+  const std::set<std::string> outputs = PossibleOutputs(run);
+  ReportSingles(run, 0, outputs, ": 旧フォルダだけに有ります");
+  ReportSingles(run, 1, outputs, ": 新フォルダだけに有ります");
+  if (folders[0] + folders[1] > 0) {
+    run.services().platform().ReportTrouble("サブフォルダは比較していません（旧 " +
+                                            std::to_string(folders[0]) + "、新 " +
+                                            std::to_string(folders[1]) + "）");
+  }
   request.FileCount = static_cast<int64_t>(SelectedCount(run.sides[0].files));
   request.IsMultiple = true;
   if (request.FileCount == 0) return static_cast<int>(run.services().end());

@@ -18,6 +18,7 @@ class ConsoleRun {
   explicit ConsoleRun(const CommonArguments& common)
       : common_(common), front_end_(common.quiet, common.progress) {
     job.GuiMode = true;
+    job.skip_rule = SkipRule::kSameContents;
   }
 
   // Loads the options. When it returns false the user was told why the run ends.

@@ -1,6 +1,7 @@
 #include "app/signals.h"
 
 #include <csignal>
+#include <initializer_list>
 
 namespace ledrix {
 namespace {

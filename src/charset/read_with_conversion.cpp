@@ -8,7 +8,7 @@
 #include "charset/line_converter.h"
 #include "charset/line_cutter.h"
 #include "platform/files.h"
-#include "platform/output_guard.h"
+#include "platform/nameless_file.h"
 #include "text/code_page_932.h"
 
 namespace ledrix {
@@ -44,24 +44,24 @@ bool IsUtf16Name(const std::string& charset) {
 // One file on its way through the conversion.
 class Conversion {
  public:
-  Conversion(RunServices& services, const std::vector<NativePath>& inputs, NativePath& path,
-             InputFile& file)
-      : services_(services), inputs_(inputs), path_(path), file_(file), cutter_(file) {}
+  Conversion(RunServices& services, const NativePath& path, InputFile& file)
+      : services_(services), path_(path), file_(file), cutter_(file) {}
 
-  Status Run() {
+  Result<ReadInput> Run() {
     Judge();
-    if (const Status unread = cutter_.failure(); !unread.ok()) return unread;
-    if (services_.job().StopRequested) return Status();
+    if (const Status unread = cutter_.failure(); !unread.ok()) return unread.error();
+    if (services_.job().StopRequested) return AsItIs();
     // A pipe can be read only once, so what was judged of it has to be kept in any case.
-    if (is_regular() && (empty_ || charset_ == kNoConversion)) return Status();
+    if (is_regular() && (empty_ || charset_ == kNoConversion)) return AsItIs();
     converter_ = LineConverter::Make(charset_);
     if (converter_ == nullptr) return Error{ErrorKind::kCharset};
     services_.SetBarText(charset_ + " 変換中");
-    if (services_.job().StopRequested) return Status();
+    if (services_.job().StopRequested) return AsItIs();
     return WriteCopy();
   }
 
  private:
+  ReadInput AsItIs() const { return {path_, std::nullopt}; }
   bool is_regular() const { return file_.info().kind == FileKind::kRegular; }
 
   void Judge() {
@@ -77,31 +77,22 @@ class Conversion {
     cutting_ = code == CodeName::kUnicode || by_name ? LineCutting::kUtf16 : LineCutting::kBytes;
   }
 
-  // The files of the pair must not be overwritten by a copy that happens to have their name.
-  Status RefuseCopy(const NativePath& copy) {
-    const JobFiles& files = services_.job().files;
-    std::vector<NativePath> outputs = {files.OutPath, files.SbnPath, files.MrgPath};
-    if (services_.csv().is_open()) outputs.push_back(services_.csv().path());
-    return RefuseOutput(copy, inputs_, outputs, services_.job().ProtectedFiles);
-  }
-
-  Status WriteCopy() {
-    const std::string suffix = "_" + charset_;
-    const NativePath copy_path = is_regular() ? path_ + suffix : UnusedTemporaryPath(suffix);
-    if (const Status refused = RefuseCopy(copy_path); !refused.ok()) return refused;
-    services_.temp_files().Add(copy_path);
-    Result<OutputFile> copy = OutputFile::CreateTemporary(copy_path);
+  Result<ReadInput> WriteCopy() {
+    const bool converts = charset_ != kNoConversion;
+    NativePath shown_path = converts ? path_ + ("_" + charset_) : path_;
+    Result<OutputFile> copy =
+        CreateNamelessFile(is_regular() ? DirOf(path_) : TemporaryFolder(), shown_path);
     if (!copy.ok()) return copy.error();
-    if (charset_ == kNoConversion) {
+    if (!converts) {
       CopyBytes(copy.value());
     } else if (!ConvertLines(copy.value())) {
-      return Status();
+      return AsItIs();
     }
-    if (const Status unread = cutter_.failure(); !unread.ok()) return unread;
-    if (const Status unwritten = copy.value().Close(); !unwritten.ok()) return unwritten;
-    path_ = copy_path;
+    if (const Status unread = cutter_.failure(); !unread.ok()) return unread.error();
+    Result<InputFile> readable = ReadBack(std::move(copy.value()));
+    if (!readable.ok()) return readable.error();
     services_.SetBarText("");
-    return Status();
+    return ReadInput{std::move(shown_path), std::move(readable.value())};
   }
 
   void CopyBytes(OutputFile& copy) {
@@ -135,8 +126,7 @@ class Conversion {
   }
 
   RunServices& services_;
-  const std::vector<NativePath>& inputs_;
-  NativePath& path_;
+  const NativePath& path_;
   InputFile& file_;
   LineCutter cutter_;
   std::unique_ptr<LineConverter> converter_;
@@ -147,13 +137,12 @@ class Conversion {
 
 }  // namespace
 
-Status ReadWithConversion(RunServices& services, const std::vector<NativePath>& inputs,
-                          NativePath& path) {
-  if (services.options().CharsetCode.empty()) return Status();
+Result<ReadInput> ReadWithConversion(RunServices& services, const NativePath& path) {
+  if (services.options().CharsetCode.empty()) return ReadInput{path, std::nullopt};
   Result<InputFile> file = InputFile::Open(path);
   if (!file.ok()) return file.error();
   services.platform().YieldBetweenBlocks(file.value());
-  return Conversion(services, inputs, path, file.value()).Run();
+  return Conversion(services, path, file.value()).Run();
 }
 
 }  // namespace ledrix

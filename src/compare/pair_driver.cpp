@@ -1,5 +1,6 @@
 #include "compare/pair_driver.h"
 
+#include <array>
 #include <optional>
 #include <utility>
 
@@ -61,21 +62,26 @@ class PairCompare {
         job_(services.job()),
         files_(job_.files),
         inputs_{files_.OldPath, files_.NewPath},
-        old_path_(files_.OldPath),
-        new_path_(files_.NewPath),
+        old_side_{files_.OldPath, std::nullopt},
+        new_side_{files_.NewPath, std::nullopt},
         options_(services.options()),
         format_(options_),
         sides_(options_, job_.outputs.MergeMarks ? MergeMarks::kWritten : MergeMarks::kNone) {}
 
   // Ends with `ended_early_` set unless the compare ran to its end.
   void CompareFiles();
-  void MakeResultLine();
+  // A listing or difference file of an earlier run must not pass for this pair's when it failed or
+  // was stopped before it opened its own.
+  void RemoveEarlierOutputs();
+  PairEnd MakeResultLine();
 
  private:
   bool OutputsAreSafe();
-  bool SkipsSameStamp();
-  bool ConvertInput(NativePath& path, const char* title);
-  std::optional<InputFile> OpenInput(const NativePath& path, const char* title);
+  bool HaveSameContents();
+  // The skip rule.
+  bool Skips();
+  bool ConvertInput(const NativePath& path, ReadInput& side, const char* title);
+  std::optional<InputFile> OpenInput(const NativePath& path, ReadInput& side, const char* title);
   bool CreateOutputs();
   bool CreateOutput(const NativePath& path, const char* title, std::optional<OutputFile>& file,
                     Result<OutputFile> (*create)(const NativePath&) = OutputFile::Create);
@@ -88,6 +94,9 @@ class PairCompare {
   // Closes every output; on a failure removes them all and tells which file it was.
   void CloseOutputs();
   void DiscardOutputs();
+  // True for an output that is no input, and that no other pair has written.
+  bool IsNobodyElses(const NativePath& output) const;
+  void RemoveOutput(const NativePath& path);
   void RemoveUnwantedOutputs();
   // Tells why a file cannot be opened and ends the pair; always false.
   bool FailToOpen(const char* title, const char* kind, const Error& error, const NativePath& path);
@@ -109,24 +118,28 @@ class PairCompare {
   JobRecord& job_;
   const JobFiles& files_;
   const std::vector<NativePath> inputs_;  // as they were named, before any conversion
-  NativePath old_path_;                   // what is read: an input, or its converted copy
-  NativePath new_path_;
+  ReadInput old_side_;                    // what is read
+  ReadInput new_side_;
   const CompareOptions options_;
   const ListingFormat format_;
   std::optional<OutputFile> listing_;
   SideOutputs sides_;
   CompareCounts counts_;
+  bool has_claimed_ = false;            // the outputs are claimed for this pair
   bool both_regular_ = false;           // the skip rule has looked at both inputs
   std::optional<PairEnd> ended_early_;  // how the pair ended unless the compare ran to its end
 };
 
 void PairCompare::CompareFiles() {
-  if (!OutputsAreSafe() || SkipsSameStamp()) return;
+  if (!OutputsAreSafe() || Skips()) return;
   if (job_.GuiMode) services_.UpdateProgress(0, 0);
-  if (!ConvertInput(old_path_, "OLD Error") || !ConvertInput(new_path_, "NEW Error")) return;
-  std::optional<InputFile> old_file = OpenInput(old_path_, "OLD Open Error");
+  if (!ConvertInput(files_.OldPath, old_side_, "OLD Error") ||
+      !ConvertInput(files_.NewPath, new_side_, "NEW Error")) {
+    return;
+  }
+  std::optional<InputFile> old_file = OpenInput(files_.OldPath, old_side_, "OLD Open Error");
   if (!old_file) return;
-  std::optional<InputFile> new_file = OpenInput(new_path_, "NEW Open Error");
+  std::optional<InputFile> new_file = OpenInput(files_.NewPath, new_side_, "NEW Open Error");
   if (!new_file || !CreateOutputs()) return;
   CompareOpened(std::move(*old_file), std::move(*new_file));
 }
@@ -137,11 +150,12 @@ bool PairCompare::OutputsAreSafe() {
     const NativePath& path;
     const char* title;
   };
+  const std::array<Output, 3> outputs = {{{files_.OutPath, "List Open Error"},
+                                          {files_.SbnPath, "Sbn List Open Error"},
+                                          {files_.MrgPath, "Merge Source Open Error"}}};
   std::vector<NativePath> others;
   if (services_.csv().is_open()) others.push_back(services_.csv().path());
-  for (const Output& output :
-       {Output{files_.OutPath, "List Open Error"}, Output{files_.SbnPath, "Sbn List Open Error"},
-        Output{files_.MrgPath, "Merge Source Open Error"}}) {
+  for (const Output& output : outputs) {
     if (output.path.empty()) continue;
     if (const Status refused = RefuseOutput(output.path, inputs_, others, job_.ProtectedFiles);
         !refused.ok()) {
@@ -149,10 +163,13 @@ bool PairCompare::OutputsAreSafe() {
     }
     others.push_back(output.path);
   }
-  return true;
+  const auto met = job_.claims.Claim({files_.OutPath, files_.SbnPath, files_.MrgPath});
+  has_claimed_ = !met;
+  return !met ||
+         FailToOpen(outputs[met->index].title, "OUTPUT:", met->error, outputs[met->index].path);
 }
 
-bool PairCompare::SkipsSameStamp() {
+bool PairCompare::Skips() {
   if (!options_.skip_same_stamp) return false;
   const Result<FileInfo> old_info = GetFileInfo(files_.OldPath);
   const Result<FileInfo> new_info = GetFileInfo(files_.NewPath);
@@ -163,26 +180,42 @@ bool PairCompare::SkipsSameStamp() {
   const bool same = both_regular_ && a.size == b.size && a.modified.tv_sec == b.modified.tv_sec &&
                     a.modified.tv_nsec == b.modified.tv_nsec;
   if (!same) return false;
+  if (job_.skip_rule == SkipRule::kSameContents && !HaveSameContents()) return false;
   ended_early_ = PairEnd::kSkipped;
-  if (const Status removed = RemoveFile(files_.OutPath); !removed.ok()) {
-    services_.ReportFileTrouble(files_.OutPath, removed.error());
-  }
+  RemoveOutput(files_.OutPath);
   return true;
 }
 
-bool PairCompare::ConvertInput(NativePath& path, const char* title) {
-  services_.platform().YieldToUi();
-  if (const Status failed = ReadWithConversion(services_, inputs_, path); !failed.ok()) {
-    if (services_.YieldAndAskStop()) return Stop();
-    services_.platform().ShowMessage({"Chrcode ERR:" + DescribeError(failed.error()) +
-                                          "\r\n文字コード標準(無変換)でリトライしてください",
-                                      title});
-    return Fail();
-  }
-  return !services_.YieldAndAskStop() || Stop();
+// A file that cannot be read is left to the compare, which tells why.
+bool PairCompare::HaveSameContents() {
+  Result<InputFile> old_file = InputFile::OpenRegular(files_.OldPath);
+  Result<InputFile> new_file = InputFile::OpenRegular(files_.NewPath);
+  if (!old_file.ok() || !new_file.ok()) return false;
+  services_.platform().YieldBetweenBlocks(old_file.value());
+  return SameContents(old_file.value(), new_file.value());
 }
 
-std::optional<InputFile> PairCompare::OpenInput(const NativePath& path, const char* title) {
+bool PairCompare::ConvertInput(const NativePath& path, ReadInput& side, const char* title) {
+  services_.platform().YieldToUi();
+  Result<ReadInput> read = ReadWithConversion(services_, path);
+  if (read.ok()) {
+    side = std::move(read.value());
+    return !services_.YieldAndAskStop() || Stop();
+  }
+  if (services_.YieldAndAskStop()) return Stop();
+  services_.platform().ShowMessage({"Chrcode ERR:" + DescribeError(read.error()) +
+                                        "\r\n文字コード標準(無変換)でリトライしてください\r\n" +
+                                        PathToUtf8(path),
+                                    title});
+  return Fail();
+}
+
+std::optional<InputFile> PairCompare::OpenInput(const NativePath& path, ReadInput& side,
+                                                const char* title) {
+  if (side.copy) {
+    services_.platform().YieldBetweenBlocks(*side.copy);
+    return std::exchange(side.copy, std::nullopt);
+  }
   Result<InputFile> file = both_regular_ ? InputFile::OpenRegular(path) : InputFile::Open(path);
   if (file.ok()) {
     services_.platform().YieldBetweenBlocks(file.value());
@@ -234,7 +267,7 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
   counts_.old_lines = old_ring.lines_read();
   counts_.new_lines = new_ring.lines_read();
   for (const auto& [ring, path] :
-       {std::pair(&old_ring, &old_path_), std::pair(&new_ring, &new_path_)}) {
+       {std::pair(&old_ring, &files_.OldPath), std::pair(&new_ring, &files_.NewPath)}) {
     if (ring->failure().ok() || ended_early_ == PairEnd::kStopped) continue;
     services_.ReportFileTrouble(*path, ring->failure().error());
     Fail();
@@ -252,8 +285,9 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
 }
 
 void PairCompare::WriteHeader(const LineRing& old_ring, const LineRing& new_ring) {
-  const HeaderData data{ToListedFile(old_path_, old_ring.info()),
-                        ToListedFile(new_path_, new_ring.info()), services_.platform().Now()};
+  const HeaderData data{ToListedFile(old_side_.shown_path, old_ring.info()),
+                        ToListedFile(new_side_.shown_path, new_ring.info()),
+                        services_.platform().Now()};
   const auto write = options_.simple ? WriteSimpleHeader : WriteHeaderBox;
   write(*listing_, options_, format_, data);
   sides_.WriteHeading(FormatStamp(data.run_time), data.old_file.path, data.new_file.path);
@@ -315,21 +349,43 @@ void PairCompare::RemoveUnwantedOutputs() {
 }
 
 // Puts the pair's end into the result list and the CSV summary.
-void PairCompare::MakeResultLine() {
+PairEnd PairCompare::MakeResultLine() {
   const PairEnd end =
       ended_early_.value_or(counts_.total() == 0 ? PairEnd::kUnchanged : PairEnd::kChanged);
-  const PairPaths paths{old_path_, new_path_};
+  const PairPaths paths{old_side_.shown_path, new_side_.shown_path};
   if (end == PairEnd::kChanged) {
     services_.NoteEnd(JobEnd::kDifference);
     services_.WriteCsvCounts(paths, counts_);
     services_.AddResultLines(files_.OutPath, CountsText());
-    return;
+    return end;
   }
   if (end == PairEnd::kFailed || end == PairEnd::kStopped) services_.NoteEnd(JobEnd::kTrouble);
   std::string status = PairEndText(end);
   if (end == PairEnd::kUnchanged) status += "   Old(New)=" + RightAlignedCount(counts_.old_lines);
   services_.WriteCsvStatus(paths, status);
   services_.AddResultLines(files_.OutPath, status);
+  return end;
+}
+
+void PairCompare::RemoveEarlierOutputs() {
+  if (ended_early_ != PairEnd::kFailed && ended_early_ != PairEnd::kStopped) return;
+  if (!listing_ && IsNobodyElses(files_.OutPath)) RemoveOutput(files_.OutPath);
+  const NativePath& difference = files_.SbnPath;
+  if (difference.empty() || sides_.difference_file) return;
+  if (IsNobodyElses(difference)) RemoveOutput(difference);
+}
+
+bool PairCompare::IsNobodyElses(const NativePath& output) const {
+  std::vector<NativePath> others;
+  if (services_.csv().is_open()) others.push_back(services_.csv().path());
+  return (has_claimed_ || !job_.claims.Holds(output)) &&
+         RefuseOutput(output, inputs_, others, job_.ProtectedFiles).ok();
+}
+
+void PairCompare::RemoveOutput(const NativePath& path) {
+  if (const Status failed = RemoveFile(path); !failed.ok()) {
+    services_.ReportFileTrouble(path, failed.error());
+  }
 }
 
 std::string PairCompare::CountsText() const {
@@ -342,11 +398,11 @@ std::string PairCompare::CountsText() const {
 
 }  // namespace
 
-void ComparePair(RunServices& services) {
+PairEnd ComparePair(RunServices& services) {
   PairCompare pair(services);
   pair.CompareFiles();
-  services.temp_files().DeleteAll();
-  pair.MakeResultLine();
+  pair.RemoveEarlierOutputs();
+  return pair.MakeResultLine();
 }
 
 }  // namespace ledrix::modComp

@@ -11,6 +11,6 @@ namespace ledrix::modComp {
 // The user is told of inputs that cannot be opened and of outputs that cannot be created; of
 // anything that fails later a trouble line tells, and the pair's outputs are removed then. How the
 // pair ended is noted in the services.
-void ComparePair(RunServices& services);
+PairEnd ComparePair(RunServices& services);
 
 }  // namespace ledrix::modComp

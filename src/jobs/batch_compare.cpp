@@ -97,7 +97,10 @@ void BatchCompare(const CommandLineArgs& args, const NativePath& program_folder,
     return;
   }
   services.platform().YieldToUi();
-  modComp::ComparePair(services);
+  if (modComp::ComparePair(services) == PairEnd::kSkipped) {
+    services.platform().ReportTrouble(PathToUtf8(services.job().files.OldPath) + ": " +
+                                      PairEndText(PairEnd::kSkipped));
+  }
 }
 
 }  // namespace ledrix

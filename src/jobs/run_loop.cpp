@@ -62,9 +62,11 @@ class MultipleCompare {
   void Run() {
     Pair();
     for (const auto& [old_name, new_name] : pairs_) {
+      if (services_.IsExcludedType(old_name)) continue;
       job_.ProtectedFiles.Add(old_folder_ + old_name);
       job_.ProtectedFiles.Add(new_folder_ + new_name);
     }
+    TellMeetingNames();
     size_t number = 0;
     bool ended = true;
     for (const auto& [old_name, new_name] : pairs_) {
@@ -87,6 +89,21 @@ class MultipleCompare {
       pairs_.emplace_back(entry.name,
                           found == std::string::npos ? entry.name : new_files.entries[found].name);
     }
+  }
+
+  // Two names can map to one listing; the later pair will fail.
+  void TellMeetingNames() {
+    OutputClaims claims;
+    size_t meeting = 0;
+    for (const auto& [old_name, new_name] : pairs_) {
+      if (services_.IsExcludedType(old_name)) continue;
+      const OutputNames names = MakeOutputNames(services_.options(), job_.outputs,
+                                                old_folder_ + old_name, new_folder_ + new_name);
+      if (claims.Claim({names.OutPath, names.SbnPath, names.MrgPath})) ++meeting;
+    }
+    if (meeting == 0) return;
+    services_.platform().ReportTrouble("出力ファイル名が " + std::to_string(meeting) +
+                                       " 組で重なります（後の組はエラーになります）");
   }
 
   // False when the job cannot go on.

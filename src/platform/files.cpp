@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -179,6 +180,27 @@ Result<size_t> InputFile::Read(char* buffer, size_t capacity) {
   const ssize_t count = read(descriptor_.number(), buffer, capacity);
   if (count < 0) return LastError();
   return static_cast<size_t>(count);
+}
+
+bool SameContents(InputFile& a, InputFile& b) {
+  constexpr size_t kBlockSize = size_t{1} << 18;
+  const auto block_a = std::make_unique_for_overwrite<char[]>(kBlockSize);
+  const auto block_b = std::make_unique_for_overwrite<char[]>(kBlockSize);
+  while (true) {
+    const Result<size_t> size = a.Read(block_a.get(), kBlockSize);
+    if (!size.ok()) return false;
+    size_t done = 0;
+    // One byte more than there should be, so that both end together.
+    const size_t wanted = std::max<size_t>(size.value(), 1);
+    while (done < wanted) {
+      const Result<size_t> more = b.Read(block_b.get() + done, wanted - done);
+      if (!more.ok()) return false;
+      if (more.value() == 0) break;
+      done += more.value();
+    }
+    if (done != size.value() || std::memcmp(block_a.get(), block_b.get(), done) != 0) return false;
+    if (done == 0) return true;
+  }
 }
 
 Result<FileDescriptor> OutputFile::Open(const NativePath& path, int flags, unsigned mode) {

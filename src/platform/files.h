@@ -77,6 +77,12 @@ Status ReplaceFile(const NativePath& path, std::string_view bytes);
 // The bytes of a regular file.
 Result<std::string> ReadWholeFile(const NativePath& path);
 
+class InputFile;
+
+// True when what is left to read of both files is the same, byte for byte, and both could be read
+// to their ends.
+bool SameContents(InputFile& a, InputFile& b);
+
 // An open file descriptor, closed with the object.
 class FileDescriptor {
  public:

@@ -280,16 +280,15 @@ TEST(ReadWithConversion, MakesACopyOnlyWhereOneIsNeeded) {
     const TempFolder folder;
     TestRun run;
     run.options.CharsetCode = c.charset_code;
-    run.request.OldPath = folder.Write("f.txt", c.bytes);
-    NativePath path = run.request.OldPath;
-    EXPECT_TRUE(ReadWithConversion(run.services, {run.request.OldPath}, path).ok())
-        << c.charset_code;
-    EXPECT_EQ(path, run.request.OldPath + (c.suffix == nullptr ? "" : c.suffix)) << c.charset_code;
-    if (c.suffix != nullptr) {
-      EXPECT_EQ(test::ReadFile(path), c.copy) << c.charset_code;
-    }
-    run.services.temp_files().DeleteAll();
-    EXPECT_EQ(FileExists(path), c.suffix == nullptr) << c.charset_code;
+    const NativePath path = folder.Write("f.txt", c.bytes);
+    Result<ReadInput> read = ReadWithConversion(run.services, path);
+    ASSERT_TRUE(read.ok()) << c.charset_code;
+    EXPECT_EQ(read.value().shown_path, path + (c.suffix == nullptr ? "" : c.suffix));
+    ASSERT_EQ(read.value().copy.has_value(), c.suffix != nullptr) << c.charset_code;
+    if (c.suffix == nullptr) continue;
+    std::string copy(100, '\0');
+    copy.resize(read.value().copy->Read(copy.data(), copy.size()).value());
+    EXPECT_EQ(copy, c.copy) << c.charset_code;
   }
 }
 
@@ -302,10 +301,8 @@ TEST(ReadWithConversion, TellsHowFarItIs) {
     bytes +=
         "\xE3\x81\x82"
         "4\n";
-  run.request.OldPath = folder.Write("f", bytes);
   run.services.SetBarText("before");
-  NativePath path = run.request.OldPath;
-  ASSERT_TRUE(ReadWithConversion(run.services, {run.request.OldPath}, path).ok());
+  ASSERT_TRUE(ReadWithConversion(run.services, folder.Write("f", bytes)).ok());
   EXPECT_EQ(run.front_end.bar_texts,
             (Texts{"before", "文字コード判定中", "before", "UTF-8 変換中", "UTF-8 変換中 ･･･ 50%",
                    "UTF-8 変換中 ･･･ 100%", "UTF-8 変換中 ･･･ 100%", ""}));
@@ -332,7 +329,7 @@ struct ConvertedPair : TestRun {
   }
 };
 
-TEST(ConvertedCompare, NamesTheCopiesAndRemovesThem) {
+TEST(ConvertedCompare, CallsTheCopiesByNamesThatNobodySees) {
   ConvertedPair run;
   run.job.outputs.OptCsvList = true;
   run.Run();
@@ -357,53 +354,51 @@ TEST(ConvertedCompare, AStopAtAnyYieldLeavesNoCopy) {
   }
 }
 
-TEST(ConvertedCompare, RefusesACopyThatCannotBeMade) {
+TEST(ConvertedCompare, RefusesAFileThatCannotBeConverted) {
   struct Case {
-    const char* name;
     void (*prepare)(ConvertedPair&);
     const char* message;
+    Side side;
   };
   const Case cases[] = {
-      {"missing old file", [](ConvertedPair& run) { run.request.OldPath = run.folder.At("none"); },
-       "OLD Error: Chrcode ERR:ファイルが見つかりません"},
-      {"new file is a folder", [](ConvertedPair& run) { run.request.NewPath = NativePath("/tmp"); },
-       "NEW Error: Chrcode ERR:ファイルではなくフォルダです"},
-      {"unknown charset", [](ConvertedPair& run) { run.options.CharsetCode = "no-such-code"; },
-       "OLD Error: Chrcode ERR:この文字コードは使用できません"},
-      {"a folder of the copy's name",
-       [](ConvertedPair& run) {
-         std::filesystem::create_directory(run.folder.At("old.txt_UTF-8").bytes());
-       },
-       "OLD Error: Chrcode ERR:フォルダです"},
-      {"the new file has the copy's name",
-       [](ConvertedPair& run) { run.request.NewPath = run.folder.Write("old.txt_UTF-8", "mine"); },
-       "OLD Error: Chrcode ERR:入力ファイルと同じファイルには出力できません"},
-      {"the old file has the name of the new one's copy",
-       [](ConvertedPair& run) {
-         run.request.OldPath = run.folder.Write("new.txt_UTF-8",
-                                                "\xE3\x81\x82"
-                                                "4\n");
-       },
-       "NEW Error: Chrcode ERR:入力ファイルと同じファイルには出力できません"},
-      {"the listing has the copy's name",
-       [](ConvertedPair& run) { run.request.OutPath = run.folder.At("old.txt_UTF-8"); },
-       "OLD Error: Chrcode ERR:他の出力ファイルと同じファイルには出力できません"},
+      {[](ConvertedPair& run) { run.request.OldPath = run.folder.At("none"); },
+       "OLD Error: Chrcode ERR:ファイルが見つかりません", Side::kOld},
+      {[](ConvertedPair& run) { run.request.NewPath = NativePath("/tmp"); },
+       "NEW Error: Chrcode ERR:ファイルではなくフォルダです", Side::kNew},
+      {[](ConvertedPair& run) { run.options.CharsetCode = "no-such-code"; },
+       "OLD Error: Chrcode ERR:この文字コードは使用できません", Side::kOld},
   };
   for (const Case& c : cases) {
     ConvertedPair run;
     c.prepare(run);
-    const NativePath old_path = run.request.OldPath;
-    const NativePath new_path = run.request.NewPath;
-    const std::string old_bytes = test::ReadFile(old_path);
-    const std::string new_bytes = test::ReadFile(new_path);
+    run.folder.Write("old_txt_COMP.TXT", "of an earlier run");
+    run.folder.Write("none_COMP.TXT", "of an earlier run");
     run.Run();
+    const NativePath& path = c.side == Side::kOld ? run.request.OldPath : run.request.NewPath;
     EXPECT_EQ(run.platform.messages,
-              (Texts{c.message + std::string("\r\n文字コード標準(無変換)でリトライしてください")}))
-        << c.name;
-    EXPECT_EQ(run.front_end.results.back(), "    エラー") << c.name;
-    EXPECT_EQ(test::ReadFile(new_path), new_bytes) << c.name;
-    EXPECT_EQ(test::ReadFile(old_path), old_bytes) << c.name;
-    EXPECT_FALSE(FileExists(run.folder.At("old_txt_COMP.TXT"))) << c.name;
+              (Texts{c.message +
+                     ("\r\n文字コード標準(無変換)でリトライしてください\r\n" + path.bytes())}));
+    EXPECT_EQ(run.front_end.results.back(), "    エラー") << c.message;
+    EXPECT_FALSE(FileExists(run.job.files.OutPath)) << c.message;
+  }
+}
+
+// Copies have no name, so nothing that is called like one is in their way or in danger.
+TEST(ConvertedCompare, WhatIsCalledLikeACopyStays) {
+  for (const char* const kind : {"file", "folder", "link", "new file"}) {
+    ConvertedPair run;
+    const NativePath place = run.folder.At("old.txt_UTF-8");
+    const NativePath precious = run.folder.Write("precious", "keep");
+    const std::string_view what = kind;
+    if (what == "file") run.folder.Write("old.txt_UTF-8", "keep");
+    if (what == "folder") std::filesystem::create_directory(place.bytes());
+    if (what == "link") ASSERT_EQ(symlink(precious.c_str(), place.c_str()), 0);
+    if (what == "new file") run.request.NewPath = run.folder.Write("old.txt_UTF-8", "keep");
+    run.Run();
+    EXPECT_EQ(run.platform.messages, Texts()) << kind;
+    EXPECT_EQ(run.services.end(), JobEnd::kDifference) << kind;
+    EXPECT_TRUE(what == "folder" || test::ReadFile(place) == "keep") << kind;
+    EXPECT_EQ(run.Names().size(), 5u) << kind;  // and the listing
   }
 }
 
@@ -414,15 +409,6 @@ TEST(ConvertedCompare, AFileIsEqualToItself) {
   run.Run();
   EXPECT_EQ(run.services.end(), JobEnd::kNoDifference);
   EXPECT_EQ(run.Names(), (Texts{"new.txt", "old.txt", "old_txt_COMP.TXT"}));
-}
-
-TEST(ConvertedCompare, ALinkAtTheCopysNameIsReplacedAndNotFollowed) {
-  ConvertedPair run;
-  const NativePath precious = run.folder.Write("precious", "keep");
-  ASSERT_EQ(symlink(precious.c_str(), run.folder.At("old.txt_UTF-8").c_str()), 0);
-  run.Run();
-  EXPECT_EQ(test::ReadFile(precious), "keep");
-  EXPECT_EQ(run.services.end(), JobEnd::kDifference);
 }
 
 // Any two codes of the sample pair give the same body and counts.
@@ -473,7 +459,6 @@ TEST(ConvertedCompare, PipesAreConvertedAsFilesAre) {
     writer.join();
     EXPECT_EQ(run.services.end(), JobEnd::kNoDifference);
     EXPECT_EQ(run.front_end.results.back().substr(0, 16), "    変更なし");
-    EXPECT_FALSE(FileExists(run.request.OldPath)) << "copy " << run.request.OldPath.bytes();
   }
 }
 

@@ -226,6 +226,7 @@ TEST(RunLog, TheDebugLogIsWrittenOnlyWithItsSwitch) {
   run.Run();
   EXPECT_FALSE(FileExists(run.program.At("ldxdebug.log")));
   run.job.DebugLog = true;
+  run.request.OldPath = run.folder.At("old/c.exe");
   run.Run();
   EXPECT_EQ(ReadLines(run.program.At("ldxdebug.log")),
             (Texts{"2024/03/09 14:05:07 >> c >> 50707 <- 0.00 -> 50707 ///// 0"}));
