@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -13,10 +12,6 @@
 
 namespace ledrix {
 namespace {
-
-Error LastError() {
-  return Error::System(errno);
-}
 
 Status CopyBytes(const FileDescriptor& from, const FileDescriptor& to,
                  const std::function<void()>& on_block) {

@@ -10,11 +10,12 @@
 #include <cstring>
 
 namespace ledrix {
-namespace {
 
 Error LastError() {
   return Error::System(errno);
 }
+
+namespace {
 
 Status WriteAll(const FileDescriptor& descriptor, std::string_view bytes) {
   while (!bytes.empty()) {

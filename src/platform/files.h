@@ -31,6 +31,9 @@ struct FileInfo {
   ino_t inode = 0;
 };
 
+// Why the call of the system before failed: its errno.
+Error LastError();
+
 Result<FileInfo> GetFileInfo(const NativePath& path);
 FileInfo ToFileInfo(const struct stat& status);
 

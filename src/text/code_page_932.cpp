@@ -34,7 +34,7 @@ constexpr std::array<Spelling, 9> kFurtherSpellings = {{{0x301C, 0x8160},
                                                         {0x203E, 0x7E}}};
 
 // What iconv_open returns when it fails.
-const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
+const iconv_t kNoCodePage = reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
 
 // Decodes one code of one or two bytes; 0 when the converter refuses it.
 char16_t DecodeOne(iconv_t converter, const char* bytes, size_t size) {
@@ -64,7 +64,7 @@ void CodePage932::LoadDecodeTable() {
   for (int b = 0; b < 0x80; ++b) decode_[b] = static_cast<char16_t>(b);
   for (const SingleByte& single : kWindowsSingleBytes) decode_[single.code] = single.character;
   const iconv_t converter = iconv_open("UTF-16LE", "CP932");
-  if (converter == kNoConverter) return;  // ASCII is all that is left then
+  if (converter == kNoCodePage) return;  // ASCII is all that is left then
   for (int b = 0xA1; b <= 0xDF; ++b) decode_[b] = static_cast<char16_t>(0xFF61 + (b - 0xA1));
   for (int lead = 0x81; lead <= 0xFC; ++lead) {
     if (!IsSjisLead(static_cast<unsigned char>(lead))) continue;

@@ -15,7 +15,7 @@
 namespace ledrix {
 namespace {
 
-constexpr QSize kDesignSize(520, 340);
+constexpr QSize kHistoryDesignSize(520, 340);
 constexpr const char* kWidthKey = "LViewWidth";
 constexpr const char* kHeightKey = "LViewHeight";
 
@@ -79,7 +79,7 @@ void LedrixFr::LayOut() {
 }
 
 void LedrixFr::TakeStoredSize() {
-  const QSize design = kDesignSize.expandedTo(minimumSizeHint());
+  const QSize design = kHistoryDesignSize.expandedTo(minimumSizeHint());
   setMinimumSize(design);
   const QSize stored(ReadPixels(store_, kWidthKey, design.width()),
                      ReadPixels(store_, kHeightKey, design.height()));

@@ -5,7 +5,7 @@
 namespace ledrix {
 namespace {
 
-struct Case {
+struct ArgumentsCase {
   const char* text;
   const char* old_path;
   const char* new_path;
@@ -15,7 +15,7 @@ struct Case {
   bool debug_log;
 };
 
-void ExpectArgs(const CommandLineArgs& args, const Case& c) {
+void ExpectArgs(const CommandLineArgs& args, const ArgumentsCase& c) {
   EXPECT_EQ(args.old_path, c.old_path) << c.text;
   EXPECT_EQ(args.new_path, c.new_path) << c.text;
   EXPECT_EQ(args.output_path, c.output_path) << c.text;
@@ -25,7 +25,7 @@ void ExpectArgs(const CommandLineArgs& args, const Case& c) {
 }
 
 TEST(CommandLine, IsReadFromOneText) {
-  const Case cases[] = {
+  const ArgumentsCase cases[] = {
       {"", "", "", "", "", false, false},
       {"/OLD a.txt /NEW b.txt", "a.txt", "b.txt", "", "", false, false},
       {"/old \"C:\\My Files\\a.txt\" /new \" b c \"", "C:\\My Files\\a.txt", "b c", "", "", false,
@@ -40,7 +40,7 @@ TEST(CommandLine, IsReadFromOneText) {
       {"/out \"/Dm\"", "", "", "/Dm", "", true, false},
       {"\"/old\" \"a", "a", "", "", "", false, false},
   };
-  for (const Case& c : cases) ExpectArgs(ParseCommandLine(std::string_view(c.text)), c);
+  for (const ArgumentsCase& c : cases) ExpectArgs(ParseCommandLine(std::string_view(c.text)), c);
 }
 
 TEST(CommandLine, IsReadFromArguments) {
