@@ -5,7 +5,7 @@
 namespace ledrix {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\n\r";
+constexpr std::string_view kWordEnds = " \t\n\r";
 constexpr std::string_view kCodes = "fFuUickdDnNvm";
 constexpr std::string_view kEscapedBetweenQuotes = "\"`$\\";
 
@@ -16,7 +16,7 @@ class Cutter {
 
   std::optional<std::vector<LauncherWord>> Cut() {
     while (true) {
-      at_ = std::min(line_.find_first_not_of(kBlanks, at_), line_.size());
+      at_ = std::min(line_.find_first_not_of(kWordEnds, at_), line_.size());
       if (at_ == line_.size()) break;
       LauncherWord word = Word();
       if (failed_) return std::nullopt;
@@ -34,7 +34,7 @@ class Cutter {
   LauncherWord Word() {
     pieces_.clear();
     is_quoted_ = false;
-    while (!failed_ && at_ < line_.size() && kBlanks.find(line_[at_]) == std::string_view::npos) {
+    while (!failed_ && at_ < line_.size() && kWordEnds.find(line_[at_]) == std::string_view::npos) {
       const char c = line_[at_++];
       if (c == '"' || c == '\'') {
         Quoted(c);
