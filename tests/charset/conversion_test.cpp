@@ -392,7 +392,9 @@ TEST(ConvertedCompare, WhatIsCalledLikeACopyStays) {
     const std::string_view what = kind;
     if (what == "file") run.folder.Write("old.txt_UTF-8", "keep");
     if (what == "folder") std::filesystem::create_directory(place.bytes());
-    if (what == "link") ASSERT_EQ(symlink(precious.c_str(), place.c_str()), 0);
+    if (what == "link") {
+      ASSERT_EQ(symlink(precious.c_str(), place.c_str()), 0);
+    }
     if (what == "new file") run.request.NewPath = run.folder.Write("old.txt_UTF-8", "keep");
     run.Run();
     EXPECT_EQ(run.platform.messages, Texts()) << kind;
