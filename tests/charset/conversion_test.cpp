@@ -2,7 +2,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <filesystem>
+#include <functional>
 #include <random>
 #include <thread>
 
@@ -100,68 +102,9 @@ TEST(LineConverter, WalksTheWholeCodePage) {
 }
 
 TEST(LineConverter, ReplacesWhatIsInvalidAndNothingElse) {
-  struct Case {
-    const char* charset;
-    std::string bytes;
-    const char* text;
-  };
-  const Case cases[] = {
-      {"UTF-8",
-       "a\xE3\x81"
-       "b",
-       "a?b"},
-      {"UTF-8", "\xE3\x81\x82\xE3\x81", "あ?"},
-      {"UTF-8", "\xF0\x9F\x98\x80x", "?x"},
-      {"UTF-8", "\x80\xBF", "??"},
-      {"UTF-8", "\xED\xA0\x80z", "???z"},
-      {"UTF-8", "\xC0\x80", "??"},
-      {"UTF-8", "〜‖−¢£¬—①髙", "～∥－￠￡￢―①髙"},
-      {"UNICODE", std::string("a\0b", 3), "a?"},
-      {"UNICODE",
-       std::string("\x3D\xD8\x00\xDE"
-                   "b\0",
-                   6),
-       "?b"},
-      {"UNICODE",
-       std::string("\x3D\xD8"
-                   "b\0\x00\xDC",
-                   6),
-       "?b?"},
-      {"EUC-JP", "a\xA4\xA2\xA4", "aあ?"},
-      {"EUC-JP", "\xA4z\x80\xFF", "?z??"},
-      {"EUC-JP", "\x8E\xB1\x8E\xE0", "ｱ??"},
-      {"EUC-JP", "\xAD\xA1\xF9\xA1", "①纊"},
-      {"EUC-JP",
-       "\x8F\xD4\xE3"
-       "x",
-       "纊x"},
-      {"EUC-JP", "\x8F\xA1", "??"},
-      {"ISO-2022-JP", "\x1B$B$\"$\x1B(Bz", "あ?z"},
-      {"ISO-2022-JP", "\x1B$B$\" \x1B(Jb\x1B(I1\x1B(B1", "あ bｱ1"},
-      {"ISO-2022-JP", "\x1B[0mx", "\x1B[0mx"},
-      {"ISO-2022-JP", "\x1B$@0!\x1B$(D!!", "亜?"},
-      {"UTF-7", "a+MEIwRA-b+-c", "aあいb+c"},
-      {"UTF-7", "+MEIwRA,x", "あい,x"},
-      {"UTF-7", "+MEI", "あ"},
-      {"UTF-7", "+!a\x80", "?!a?"},
-      {"UTF-7", "+MEJB-", "あ?"},
-      {"_autodetect", "ascii \x1B[m", "ascii \x1B[m"},
-      {"_autodetect", "\x1B$B$\"\x1B(B", "あ"},
-      {"_autodetect", "\x82\xA0\x82\xA2", "あい"},
-      {"_autodetect", "\xA4\xA2\xA4\xA4", "あい"},
-      {"_autodetect", "\xE3\x81\x82\xE3\x81\x84", "あい"},
-      {"_autodetect", "\xB1\xB2\xB3", "ｱｲｳ"},
-      {"_autodetect", "caf\xC3\xA9", "caf?"},
-      {"_autodetect", "\x82 \x82\xA0", "? あ"},
-      {"windows-1252",
-       "\x80"
-       "a",
-       "?a"},
-      {"UTF-16BE", std::string("\0a\x30\x42\x30", 5), "aあ?"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(DecodeSjis(SjisView::FromBytes(Convert(c.charset, c.bytes))), c.text)
-        << c.charset << " " << c.text;
+  for (const auto& row : test::ReadTable("converted_lines.tsv")) {
+    EXPECT_EQ(DecodeSjis(SjisView::FromBytes(Convert(row[0].c_str(), row[1]))), row[2])
+        << row[0] << " " << row[2];
   }
   EXPECT_EQ(Convert("UTF-8", std::string("a\0b", 3)), std::string("a\0b", 3));
   EXPECT_EQ(Convert("shift_jis", "\x83 \xEE\xEF\xFA\x4A\xFD"), "? \xFA\x40\x87\x54\xFD");

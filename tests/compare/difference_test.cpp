@@ -8,6 +8,7 @@
 #include <random>
 
 #include "compare/reference_difference.h"
+#include "support/test_files.h"
 
 namespace ledrix::modComp {
 namespace {
@@ -83,42 +84,14 @@ Texts Letters(std::string_view letters) {
 }
 
 TEST(Difference, DecidesAsTheTableSays) {
-  struct Case {
-    const char* name;
-    const char* old_lines;
-    const char* new_lines;
-    int window;
-    int match;
-    const char* decisions;
-  };
-  const Case cases[] = {
-      {"identical", "abcdef", "abcdef", 1000, 5, "======"},
-      {"both empty", "", "", 1000, 5, ""},
-      {"empty old", "", "abc", 1000, 5, "+++"},
-      {"empty new", "abc", "", 1000, 5, "---"},
-      {"inserted block", "abcdefgh", "abXYZcdefgh", 1000, 5, "==+++======"},
-      {"deleted block", "abWXYZcdefg", "abcdefg", 1000, 5, "==----====="},
-      {"changed line", "abcdefgh", "abXdefgh", 1000, 5, "==!====="},
-      {"completely different", "0123456789", "abcdefghij", 1000, 5, "!!!!!!!!!!"},
-      {"different, longer new", "0123456789", "abcdefghijkl", 1000, 5, "!!!!!!!!!!++"},
-      {"two lines become three", "ab12cdefg", "abXYZcdefg", 1000, 5, "==!!+====="},
-      {"unconfirmed insertion at the end", "12", "N12", 1000, 5, "!!+"},
-      {"changed line before a short tail", "X12", "Y12", 1000, 5, "!=="},
-      {"block longer than window less match", "abcdefghij", "1234abcdefghij", 8, 5,
-       "!!!!!!!!!!++++"},
-      {"block as long as window less match", "abcdefghij", "123abcdefghij", 8, 5, "+++=========="},
-      {"window of one line", "aXbc", "bYbcd", 1, 1, "!!==+"},
-      {"match of one line", "abc", "xxxa", 1000, 1, "+++=--"},
-      {"addition wins at equal distance", "ab", "ba", 1000, 1, "+=-"},
-      {"nearest place wins", "abcde", "xabzabcde", 1000, 2, "+==+++==="},
-      {"no deletion where the addition failed", "abaz", "bay", 1000, 2, "!!!-"},
-  };
-  for (const Case& c : cases) {
-    const Texts old_lines = Letters(c.old_lines);
-    const Texts new_lines = Letters(c.new_lines);
-    EXPECT_EQ(Decisions(old_lines, new_lines, c.window, c.match), c.decisions) << c.name;
-    EXPECT_EQ(test::ReferenceDecisions(old_lines, new_lines, c.window, c.match), c.decisions)
-        << c.name << " (reference)";
+  for (const auto& row : test::ReadTable("decisions.tsv")) {
+    const Texts old_lines = Letters(row[1]);
+    const Texts new_lines = Letters(row[2]);
+    const int window = std::stoi(row[3]);
+    const int match = std::stoi(row[4]);
+    EXPECT_EQ(Decisions(old_lines, new_lines, window, match), row[5]) << row[0];
+    EXPECT_EQ(test::ReferenceDecisions(old_lines, new_lines, window, match), row[5])
+        << row[0] << " (reference)";
   }
 }
 

@@ -25,84 +25,32 @@ CompareOptions Options(std::string_view settings) {
 }
 
 TEST(PrepareLine, RawTextAndKeyFollowTheOptions) {
-  struct Case {
-    const char* settings;
-    const char* line;
-    const char* raw;
-    const char* key;
-  };
-  const Case cases[] = {
-      {"OptSpData=0", " a b  ", " a b  ", " a b  "},
-      {"OptSpData=1", " a b　\t  ", " a b　\t", " a b　\t"},
-      {"OptSpData=1|OptEDCol=4", "abc  fgh ", "abc  fgh", "abc"},
-      {"OptSpData=0|OptEDCol=4", "abc  fgh ", "abc  fgh ", "abc "},
-      {"OptSpData=0|OptSTCol=7|OptEDCol=9", "123456ABCdef", "123456ABCdef", "ABC"},
-      {"OptSpData=0|OptSTCol=7", "12345", "12345", ""},
-      {"OptSpData=2", " a b c ", " a b c", "abc"},
-      {"OptSpData=2", "a　bc", "a　bc", "abc"},
-      {"OptSpData=2|OptSTCol=3|OptEDCol=6", "ab c　def", "ab c　def", "c"},
-      {"OptSpData=2", "メ@x", "メ@x", "メ@x"},
-      {"OptUpperCase=0", "Select ｓｅｌ", "Select ｓｅｌ", "SELECT ＳＥＬ"},
-      {"OptUpperCase=0", "αω абёя ⅰⅹ", "αω абёя ⅰⅹ", "ΑΩ АБЁЯ ⅠⅩ"},
-      {"OptUpperCase=0", "ヂアギ表ｱ", "ヂアギ表ｱ", "ヂアギ表ｱ"},
-      {"OptUpperCase=0|OptSpData=2", "a　b ", "a　b", "AB"},
-      {"OptUpperCase=0|OptSpData=0", "a ", "a ", "A "},
-  };
-  for (const Case& c : cases) {
+  for (const auto& row : test::ReadTable("prepared_lines.tsv")) {
     TextArena arena;
-    const std::string bytes = Sjis(c.line);
-    const Line line = PrepareLine(Options(c.settings), SjisView::FromBytes(bytes), arena);
-    EXPECT_EQ(Shown(line.raw), c.raw) << c.settings << " / " << c.line;
-    EXPECT_EQ(Shown(line.key), c.key) << c.settings << " / " << c.line;
+    const std::string bytes = Sjis(row[1]);
+    const Line line = PrepareLine(Options(row[0]), SjisView::FromBytes(bytes), arena);
+    EXPECT_EQ(Shown(line.raw), row[2]) << row[0] << " / " << row[1];
+    EXPECT_EQ(Shown(line.key), row[3]) << row[0] << " / " << row[1];
   }
 }
 
 TEST(PrepareLine, HalvesOfCutCharactersStayAsTheyAre) {
-  struct Case {
-    const char* settings;
-    std::string line;
-    std::string key;
-  };
   // メ@ is 83 81 40: cut behind its first byte it must not read as a full-width space. ヂ is 83 61:
   // its second byte is no small letter.
-  const Case cases[] = {
-      {"OptSpData=2|OptSTCol=2", "\x83\x81@ x", "\x81@x"},
-      {"OptSpData=2|OptEDCol=2", "a\x81\x40z", "a\x81"},
-      {"OptUpperCase=0|OptSTCol=2", "\x83\x61q", "\x61Q"},
-      {"OptUpperCase=0|OptEDCol=3", "aa\x82\x81", "AA\x82"},
-      {"OptUpperCase=0|OptSpData=2",
-       "\x81 a\xFF"
-       "b\x80",
-       "\x81"
-       "A\xFF"
-       "B\x80"},
-      {"OptSpData=1", std::string("\0a\0 ", 4), std::string("\0a\0", 3)},
-  };
-  for (const Case& c : cases) {
+  for (const auto& row : test::ReadTable("cut_characters.tsv")) {
     TextArena arena;
-    const Line line = PrepareLine(Options(c.settings), SjisView::FromBytes(c.line), arena);
-    EXPECT_EQ(line.key.bytes(), c.key) << c.settings;
+    const Line line = PrepareLine(Options(row[0]), SjisView::FromBytes(row[1]), arena);
+    EXPECT_EQ(line.key.bytes(), row[2]) << row[0];
   }
 }
 
 TEST(ExpandTabs, StopsCountBytes) {
-  struct Case {
-    int width;
-    const char* text;
-    const char* expanded;
-  };
-  const Case cases[] = {
-      {8, "\tx", "        x"},   {8, "1234567\tx", "1234567 x"},
-      {4, "a\tb", "a   b"},      {8, "a\tb", "a       b"},
-      {8, "あ\tb", "あ      b"}, {4, "あい\tb", "あい    b"},
-      {1, "\t\t", "  "},         {16, "a\t\tb", "a                               b"},
-      {8, "no tab", "no tab"},
-  };
-  for (const Case& c : cases) {
+  for (const auto& row : test::ReadTable("tabs.tsv")) {
     TextArena arena;
-    const std::string text = Sjis(c.text);
-    EXPECT_EQ(Shown(ExpandTabs(SjisView::FromBytes(text), c.width, arena)), c.expanded) << c.text;
-    EXPECT_EQ(ExpandedSize(SjisView::FromBytes(text), c.width), Sjis(c.expanded).size()) << c.text;
+    const std::string text = Sjis(row[1]);
+    const int width = std::stoi(row[0]);
+    EXPECT_EQ(Shown(ExpandTabs(SjisView::FromBytes(text), width, arena)), row[2]) << row[1];
+    EXPECT_EQ(ExpandedSize(SjisView::FromBytes(text), width), Sjis(row[2]).size()) << row[1];
   }
 }
 

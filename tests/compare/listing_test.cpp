@@ -82,34 +82,13 @@ TEST(Numbers, AreWrittenInTheirFixedForms) {
 }
 
 TEST(FormatFileCell, LaysPathsOfEveryLengthIntoTwoLines) {
-  struct Case {
-    const char* name;
-    const char* path;
-    const char* first;
-    const char* second;
-  };
-  // A cell of 30 bytes: 13 bytes of path fit before the stamp on its second line.
-  const Case cases[] = {
-      {"shorter", "/a/b", "/a/b                          ", "              2024/03/09 14:05"},
-      {"exactly", "/23456789012345678901234567890", "/23456789012345678901234567890",
-       "              2024/03/09 14:05"},
-      {"one more", "/234567890123456789012345678901", "/23456789012345678901234567890",
-       "1             2024/03/09 14:05"},
-      {"full", "/23456789012345678901234567890ABCDEFGHIJKLM", "/23456789012345678901234567890",
-       "ABCDEFGHIJKLM 2024/03/09 14:05"},
-      {"too long", "/23456789012345678901234567890ABCDEFGHIJKLMN", "/23456789012345678901234567890",
-       "ABCDEFGHIJKLM 2024/03/09 14:05"},
-      {"character at the first cut", "/2345678901234567890123456789表x",
-       "/2345678901234567890123456789 ", "表x           2024/03/09 14:05"},
-      {"character at the second cut", "/23456789012345678901234567890ABCDEFGHIJKL表",
-       "/23456789012345678901234567890", "ABCDEFGHIJKL  2024/03/09 14:05"},
-  };
-  for (const Case& c : cases) {
-    const FileCell cell = FormatFileCell({EncodeSjis(c.path), "2024/03/09 14:05"_sjis}, 30);
-    EXPECT_EQ(DecodeSjis(cell.first), c.first) << c.name;
-    EXPECT_EQ(DecodeSjis(cell.second), c.second) << c.name;
-    EXPECT_EQ(cell.first.size(), 30u) << c.name;
-    EXPECT_EQ(cell.second.size(), 30u) << c.name;
+  // 13 bytes of path fit before the stamp on the second line.
+  for (const auto& row : test::ReadTable("file_cells.tsv")) {
+    const FileCell cell = FormatFileCell({EncodeSjis(row[1]), "2024/03/09 14:05"_sjis}, 30);
+    EXPECT_EQ(DecodeSjis(cell.first), row[2]) << row[0];
+    EXPECT_EQ(DecodeSjis(cell.second), row[3]) << row[0];
+    EXPECT_EQ(cell.first.size(), 30u) << row[0];
+    EXPECT_EQ(cell.second.size(), 30u) << row[0];
   }
 }
 

@@ -4,6 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <map>
+#include <regex>
+
 #include "support/test_run.h"
 #include "text/code_page_932.h"
 
@@ -91,55 +94,16 @@ Texts Summary(const Texts& body) {
 }
 
 TEST(ListingBody, ShowsBlocksWithTheirContext) {
-  struct Case {
-    const char* name;
-    Texts old_lines;
-    Texts new_lines;
-    const char* settings;
-    Texts body;
+  const auto bytes = [](const std::string& lines) {
+    return std::regex_replace(lines, std::regex(" / "), "\n") + "\n";
   };
-  const Texts tail = Numbered(20, 30);
-  const Case cases[] = {
-      {"no difference", tail, tail, "OptLstout=2", {"..."}},
-      {"context before and after, rest omitted",
-       Numbered(1, 5) + Texts{"old"} + tail,
-       Numbered(1, 5) + Texts{"new"} + tail,
-       "OptLstout=2",
-       {"...", "= line 4", "= line 5", "(S001)", "! old|new", "(E001)", "= line 20", "= line 21",
-        "..."}},
-      {"as many lines before as are shown",
-       Numbered(1, 2) + Texts{"old"} + Numbered(20, 21),
-       Numbered(1, 2) + Texts{"new"} + Numbered(20, 21),
-       "OptLstout=2",
-       {"= line 1", "= line 2", "(S001)", "! old|new", "(E001)", "= line 20", "= line 21"}},
-      {"few lines between two blocks",
-       Texts{"a"} + Numbered(1, 3) + Texts{"b"},
-       Texts{"x"} + Numbered(1, 3) + Texts{"y"},
-       "OptLstout=2|OptMatch=3",
-       {"(S001)", "! a|x", "(E001)", "= line 1", "= line 2", "= line 3", "(S002)", "! b|y",
-        "(E002)"}},
-      {"added and deleted at the end",
-       Texts{"a", "only old"},
-       Texts{"a"},
-       "",
-       {"= a", "(S001)", "- only old", "(E001)"}},
-      {"empty lines have a row",
-       Texts{"a", "b"},
-       Texts{"a", "", "b"},
-       "OptMatch=1",
-       {"= a", "(S001)", "+ ", "(E001)", "= b"}},
-      {"every line",
-       Numbered(1, 3) + Texts{"old"} + Numbered(4, 6),
-       Numbered(1, 3) + Texts{"new"} + Numbered(4, 6),
-       "OptLstout=1|OptOutLineCnt=1",
-       {"= line 1", "= line 2", "= line 3", "(S001)", "! old|new", "(E001)", "= line 4", "= line 5",
-        "= line 6"}},
-  };
-  for (const Case& c : cases) {
-    PairRun run(File(c.old_lines), File(c.new_lines));
-    run.SetAll(c.settings);
+  for (const auto& row : test::ReadTable("listing_blocks.tsv")) {
+    PairRun run(bytes(row[1]), bytes(row[2]));
+    run.SetAll(row[3]);
     run.Compare();
-    EXPECT_EQ(Summary(run.Body()), c.body) << c.name;
+    std::string body;
+    for (const std::string& line : Summary(run.Body())) body += (body.empty() ? "" : " / ") + line;
+    EXPECT_EQ(body, row[4]) << row[0];
   }
 }
 
@@ -157,46 +121,35 @@ TEST(ListingBody, HoldsBackAnyNumberOfLines) {
   EXPECT_EQ(rows[99], "= 1499");
 }
 
-struct GoldenCase {
-  const char* name;
-  const char* settings;
-
-  friend void PrintTo(const GoldenCase& c, std::ostream* out) { *out << c.settings; }
-};
-
-class Golden : public ::testing::TestWithParam<GoldenCase> {};
-
 // Inputs with every kind of difference, long lines, characters at the wrap column and tabs.
-TEST_P(Golden, ListingAndSideOutputs) {
+TEST(Golden, ListingsAndSideOutputs) {
+  const std::pair<std::string, const char*> cases[] = {
+      {"box", "OptLstout=3"},
+      {"box_odd_numbers", "PrintCompLen=71|LineNoAdd=1|OptLstout=3|MergeOld=1"},
+      {"box_vertical", "OptOutLineVar=1|PrintCompLen=81|OptLstout=3"},
+      {"box_vertical_numbers", "OptOutLineVar=1|LineNoAdd=1|PrintCompLen=70|OptLstout=3"},
+      {"simple", "OptSimple=1|OptLstout=3|OptSpData=2|OptTABtoSPACE=1"},
+      {"simple_odd", "OptSimple=1|PrintCompLen=73|OptLstout=3|OptSpData=0|MergeOld=1"},
+      {"simple_vertical", "OptSimple=1|OptOutLineVar=1|OptLstout=3|PrintCompLen=72"},
+      {"cut_all_lines", "NTypeNextLine=0|OptOutLineCnt=1|OptTABtoSPACE=1|PrintCompLen=72"},
+      {"no_case_columns",
+       "OptUpperCase=0|OptSTCol=7|OptEDCol=72|OptLstout=3|OptMatch=2|OptBuff=20"},
+  };
   const std::string source = LEDRIX_GOLDEN_FOLDER "/compare/";
-  PairRun run(test::ReadFile(NativePath(source + "old.txt")),
-              test::ReadFile(NativePath(source + "new.txt")));
-  run.SetAll(GetParam().settings);
-  run.WantSideOutputs();
-  run.job.outputs.MergeMarks = run.options.MergeOld == 1;
-  run.Compare();
-  const std::string stem = "compare/" + std::string(GetParam().name);
-  test::ExpectGolden(stem + ".lst", test::ReadFile(run.job.files.OutPath), run.folder);
-  test::ExpectGolden(stem + ".sbn", test::ReadFile(run.job.files.SbnPath), run.folder);
-  test::ExpectGolden(stem + ".mrg", test::ReadFile(run.job.files.MrgPath), run.folder);
+  for (const auto& [name, settings] : cases) {
+    PairRun run(test::ReadFile(NativePath(source + "old.txt")),
+                test::ReadFile(NativePath(source + "new.txt")));
+    run.SetAll(settings);
+    run.WantSideOutputs();
+    run.job.outputs.MergeMarks = run.options.MergeOld == 1;
+    run.Compare();
+    for (const NativePath& output :
+         {run.job.files.OutPath, run.job.files.SbnPath, run.job.files.MrgPath}) {
+      test::ExpectGolden("compare/" + name + ExtensionOf(output), test::ReadFile(output),
+                         run.folder);
+    }
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Layouts, Golden,
-    ::testing::Values(
-        GoldenCase{"box", "OptLstout=3"},
-        GoldenCase{"box_odd_numbers", "PrintCompLen=71|LineNoAdd=1|OptLstout=3|MergeOld=1"},
-        GoldenCase{"box_vertical", "OptOutLineVar=1|PrintCompLen=81|OptLstout=3"},
-        GoldenCase{"box_vertical_numbers",
-                   "OptOutLineVar=1|LineNoAdd=1|PrintCompLen=70|OptLstout=3"},
-        GoldenCase{"simple", "OptSimple=1|OptLstout=3|OptSpData=2|OptTABtoSPACE=1"},
-        GoldenCase{"simple_odd", "OptSimple=1|PrintCompLen=73|OptLstout=3|OptSpData=0|MergeOld=1"},
-        GoldenCase{"simple_vertical", "OptSimple=1|OptOutLineVar=1|OptLstout=3|PrintCompLen=72"},
-        GoldenCase{"cut_all_lines",
-                   "NTypeNextLine=0|OptOutLineCnt=1|OptTABtoSPACE=1|PrintCompLen=72"},
-        GoldenCase{"no_case_columns",
-                   "OptUpperCase=0|OptSTCol=7|OptEDCol=72|OptLstout=3|OptMatch=2|OptBuff=20"}),
-    [](const auto& param_info) { return std::string(param_info.param.name); });
 
 TEST(ListingBody, AFifthMarkedRowOfALongLine) {
   // 950 bytes at 90 a row are ten rows; what is behind them is not shown.
@@ -211,51 +164,22 @@ TEST(ListingBody, AFifthMarkedRowOfALongLine) {
 }
 
 TEST(PairDriver, EndsEachPairAsTheTableSays) {
-  struct Case {
-    const char* name;
-    const char* old_bytes;
-    const char* new_bytes;
-    const char* settings;
-    bool same_time;
-    const char* result;
-    JobEnd end;
-    bool listing;
-    bool difference_file;
-    bool merge_source;
-  };
-  const Case cases[] = {
-      {"different", "a\nb\n", "a\nc\nd\n", "", false,
-       "    UnMatch=    2 OLD=    2 NEW=    3 Rep=    1 Add=    1 Del=    0", JobEnd::kDifference,
-       true, true, true},
-      {"equal", "a\nb\n", "a\r\nb", "", false, "    変更なし   Old(New)=    2",
-       JobEnd::kNoDifference, true, true, true},
-      {"equal, no listing wanted", "a  \n", "a\n", "NoCompList=1", false,
-       "    変更なし   Old(New)=    1", JobEnd::kNoDifference, false, false, true},
-      {"different, no unchanged listing wanted", "a\n", "b\n", "NoCompList=1", false,
-       "    UnMatch=    1 OLD=    1 NEW=    1 Rep=    1 Add=    0 Del=    0", JobEnd::kDifference,
-       true, true, true},
-      {"skipped although different", "ab\n", "cd\n", "", true, "    ﾌｧｲﾙ日時ｻｲｽﾞ変更なし(SKIP)",
-       JobEnd::kNoDifference, false, false, false},
-      {"same time, other size", "ab\n", "abc\n", "", true,
-       "    UnMatch=    1 OLD=    1 NEW=    1 Rep=    1 Add=    0 Del=    0", JobEnd::kDifference,
-       true, true, true},
-      {"skip rule off", "ab\n", "cd\n", "OptNoCngNoOut=0", true,
-       "    UnMatch=    1 OLD=    1 NEW=    1 Rep=    1 Add=    0 Del=    0", JobEnd::kDifference,
-       true, true, true},
-      {"both empty", "", "", "", false, "    変更なし   Old(New)=    0", JobEnd::kNoDifference,
-       true, true, true},
-  };
-  for (const Case& c : cases) {
-    PairRun run(c.old_bytes, c.new_bytes);
-    if (c.same_time) SetModified(run.job.files.NewPath, test::kTestTime);
-    run.SetAll(c.settings);
+  for (const auto& row : test::ReadTable("ended_pairs.tsv")) {
+    PairRun run(row[0], row[1]);
+    run.SetAll(row[2]);
+    if (row[3] == "yes") SetModified(run.job.files.NewPath, test::kTestTime);
     run.folder.Write("out.lst", "an older listing");
     run.WantSideOutputs();
-    EXPECT_EQ(run.Compare(), c.result) << c.name;
-    EXPECT_EQ(run.services.end(), c.end) << c.name;
-    EXPECT_EQ(FileExists(run.job.files.OutPath), c.listing) << c.name;
-    EXPECT_EQ(FileExists(run.job.files.SbnPath), c.difference_file) << c.name;
-    EXPECT_EQ(FileExists(run.job.files.MrgPath), c.merge_source) << c.name;
+    EXPECT_EQ(run.Compare(), row[4]);
+    const bool differs = row[4].find("UnMatch") != std::string::npos;
+    EXPECT_EQ(run.services.end(), differs ? JobEnd::kDifference : JobEnd::kNoDifference) << row[4];
+    std::string made;
+    for (const std::string extension : {"lst", "sbn", "mrg"}) {
+      if (FileExists(run.folder.At("out." + extension))) {
+        made += (made.empty() ? "" : " ") + extension;
+      }
+    }
+    EXPECT_EQ(made, row[5]) << row[4];
   }
 }
 
@@ -266,71 +190,28 @@ TEST(PairDriver, OneNanosecondIsAnotherTime) {
   EXPECT_EQ(run.Compare().substr(0, 12), "    UnMatch=");
 }
 
+// Why a pair cannot be compared; inputs stay as they are.
 TEST(PairDriver, TellsWhatCannotBeOpened) {
-  struct Case {
-    const char* name;
-    NativePath JobFiles::*path;
-    const char* value;  // below the test's folder unless it begins with "/"
-    const char* message;
-    bool listing;
-  };
-  const Case cases[] = {
-      {"missing old", &JobFiles::OldPath, "none",
-       "OLD Open Error: INFILE:ファイルが見つかりません\r\n", false},
-      {"missing new", &JobFiles::NewPath, "none",
-       "NEW Open Error: INFILE:ファイルが見つかりません\r\n", false},
-      {"device", &JobFiles::NewPath, "/dev/zero",
-       "NEW Open Error: INFILE:ファイルではなくデバイスまたはソケットです\r\n", false},
-      {"folder", &JobFiles::OldPath, "/tmp",
-       "OLD Open Error: INFILE:ファイルではなくフォルダです\r\n", false},
-      {"listing", &JobFiles::OutPath, "no/out.lst",
-       "List Open Error: OUTPUT:ファイルが見つかりません\r\n", false},
-      {"difference file", &JobFiles::SbnPath, "no/out.sbn",
-       "Sbn List Open Error: OUTPUT:ファイルが見つかりません\r\n", true},
-      {"merge source", &JobFiles::MrgPath, "/tmp",
-       "Merge Source Open Error: OUTPUT:フォルダです\r\n", true},
-  };
-  for (const Case& c : cases) {
+  const std::map<std::string, NativePath JobFiles::*> paths = {{"OldPath", &JobFiles::OldPath},
+                                                               {"NewPath", &JobFiles::NewPath},
+                                                               {"OutPath", &JobFiles::OutPath},
+                                                               {"SbnPath", &JobFiles::SbnPath},
+                                                               {"MrgPath", &JobFiles::MrgPath}};
+  for (const auto& row : test::ReadTable("unusable_files.tsv")) {
     PairRun run("a\n", "b\n");
-    run.WantSideOutputs();
-    NativePath& path = run.job.files.*c.path;
-    path = c.value[0] == '/' ? NativePath(c.value) : run.folder.At(c.value);
-    EXPECT_EQ(run.Compare(), "    エラー") << c.name;
-    EXPECT_EQ(run.platform.messages, (Texts{c.message + path.bytes()})) << c.name;
-    EXPECT_EQ(run.services.end(), JobEnd::kTrouble) << c.name;
-    EXPECT_EQ(FileExists(run.folder.At("out.lst")), c.listing) << c.name;
-    EXPECT_EQ(test::ReadFile(run.folder.At("out.lst")), "") << c.name;
-  }
-}
-
-TEST(PairDriver, RefusesAnOutputThatIsAnInputOrAnotherOutput) {
-  struct Case {
-    const char* name;
-    NativePath JobFiles::*path;
-    const char* value;
-    const char* title;
-  };
-  const Case cases[] = {
-      {"listing is the old file", &JobFiles::OutPath, "old.txt", "List Open Error"},
-      {"listing is a link to the new file", &JobFiles::OutPath, "link", "List Open Error"},
-      {"merge source is a hard link to the old file", &JobFiles::MrgPath, "hard",
-       "Merge Source Open Error"},
-      {"difference file is the listing", &JobFiles::SbnPath, "out.lst", "Sbn List Open Error"},
-      {"merge source is the listing by another path", &JobFiles::MrgPath, "./out.lst",
-       "Merge Source Open Error"},
-  };
-  for (const Case& c : cases) {
-    PairRun run("a\n", "a\n");
-    SetModified(run.job.files.NewPath, test::kTestTime);  // the skip rule would remove the listing
     ASSERT_EQ(symlink(run.job.files.NewPath.c_str(), run.folder.At("link").c_str()), 0);
+    ASSERT_EQ(symlink("out.lst", run.folder.At("to-listing").c_str()), 0);
     ASSERT_EQ(link(run.job.files.OldPath.c_str(), run.folder.At("hard").c_str()), 0);
     run.WantSideOutputs();
-    run.job.files.*c.path = run.folder.At(c.value);
-    EXPECT_EQ(run.Compare(), "    エラー") << c.name;
-    ASSERT_EQ(run.platform.messages.size(), 1u) << c.name;
-    EXPECT_EQ(run.platform.messages[0].find(std::string(c.title) + ": OUTPUT:"), 0u) << c.name;
-    EXPECT_EQ(test::ReadFile(run.job.files.OldPath), "a\n") << c.name;
-    EXPECT_EQ(test::ReadFile(run.job.files.NewPath), "a\n") << c.name;
+    NativePath& path = run.job.files.*paths.at(row[0]);
+    path = row[1][0] == '/' ? NativePath(row[1]) : run.folder.At(row[1]);
+    EXPECT_EQ(run.Compare(), "    エラー") << row[1];
+    EXPECT_EQ(run.platform.messages, Texts{row[2] + "\r\n" + path.bytes()});
+    EXPECT_EQ(run.services.end(), JobEnd::kTrouble) << row[1];
+    EXPECT_EQ(FileExists(run.folder.At("out.lst")), row[3] == "yes") << row[1];
+    EXPECT_EQ(test::ReadFile(run.folder.At("out.lst")), "") << row[1];
+    EXPECT_EQ(test::ReadFile(run.folder.At("old.txt")), "a\n") << row[1];
+    EXPECT_EQ(test::ReadFile(run.folder.At("new.txt")), "b\n") << row[1];
   }
 }
 
@@ -408,33 +289,6 @@ TEST(SideOutputs, HoldWhatThePairDecided) {
   run.job.outputs.MergeMarks = false;
   run.Compare();
   EXPECT_EQ(ReadLines(run.job.files.MrgPath), (Texts{"a", "b", "c", "d", "e"}));
-}
-
-TEST(RunJob, WritesTheCsvSummaryOfASinglePair) {
-  PairRun run("a\nb\n", "a\nc\n");
-  run.job.outputs.OptCsvList = true;
-  run.Run();
-  const std::string listing = run.folder.At("old_txt_COMP.TXT").bytes();
-  const std::string csv = run.folder.At("Ledrix.CSV").bytes();
-  EXPECT_EQ(run.front_end.results,
-            (Texts{"( 1 Compare ) " + listing,
-                   "    UnMatch=    1 OLD=    2 NEW=    2 Rep=    1 Add=    0 Del=    0",
-                   "( 2 Compare ) " + csv, "     Total File Count=    1"}));
-  EXPECT_EQ(ReadLines(run.folder.At("Ledrix.CSV")),
-            (Texts{"No.,OldFileName,OldStep,NewFileName,NewStep,Rep,Add,Del,Total",
-                   "1," + run.job.files.OldPath.bytes() + ",2," + run.job.files.NewPath.bytes() +
-                       ",2,1,0,0,1"}));
-}
-
-TEST(RunJob, RefusesACsvSummaryThatIsAnInput) {
-  PairRun run("a\n", "b\n");
-  run.job.outputs.OptCsvList = true;
-  run.Set("ComboCSVName", "new.txt");
-  run.Run();
-  EXPECT_EQ(run.platform.messages.size(), 1u);
-  EXPECT_TRUE(run.front_end.results.empty());
-  EXPECT_EQ(run.services.end(), JobEnd::kTrouble);
-  EXPECT_EQ(test::ReadFile(run.job.files.NewPath), "b\n");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 
 #include "jobs/file_sides.h"
 #include "support/test_run.h"
@@ -26,36 +27,12 @@ FileList List(std::string_view names) {  // "+a b": a selected, b not
 }
 
 TEST(CheckPairSelection, TellsWhatIsMissing) {
-  struct Case {
-    const char* old_files;
-    const char* new_files;
-    const char* new_folder;
-    const char* message;  // nullptr: accepted
-  };
-  const Case cases[] = {
-      {"a", "+a", "/n/", "旧ファイルが未設定です"},
-      {"+a", "a", "/n/", "新ファイルが未設定です"},
-      {"+a", "+a", "/o/", "旧ファイルと新ファイルが重複しています\r\n[ /o/a ]"},
-      {"+a", "+b", "/o/", nullptr},
-      {"+a", "+A", "/O/", "旧ファイルと新ファイルが重複しています\r\n[ /o/a ]"},
-      {"+a.txt +b.txt", "+A.TXT +b.txt", "/n/", nullptr},
-      {"+a +b", "+A +b", "/o/", "旧ファイルと新ファイルが重複しています\r\n[ /o/ ]"},
-      {"+a +b", "+a b", "/n/",
-       "旧ファイルと新ファイルが一致していません\r（旧） [ b ]　　（新） [ No Select ]"},
-      {"+a c", "+a +c", "/n/",
-       "旧ファイルと新ファイルが一致していません\r（旧） [ No Select ]　　（新） [ c ]"},
-      {"+a", "+a +c", "/n/",
-       "旧ファイルと新ファイルが一致していません\r（旧） [ Nothing ]　　（新） [ c ]"},
-      {"+a +x", "+a", "/n/",
-       "旧ファイルと新ファイルが一致していません\r（旧） [ x ]　　（新） [ Nothing ]"},
-  };
-  for (const Case& c : cases) {
+  for (const auto& row : test::ReadTable("pair_selections.tsv")) {
     TestRun run;
-    run.sides[0] = {NativePath("/o/"), "", List(c.old_files)};
-    run.sides[1] = {NativePath(c.new_folder), "", List(c.new_files)};
-    EXPECT_EQ(CheckPairSelection(run.sides, run.platform), c.message == nullptr);
-    EXPECT_EQ(run.platform.messages,
-              c.message == nullptr ? Texts{} : Texts{std::string("Ledrix: ") + c.message});
+    run.sides[0] = {NativePath("/o/"), "", List(row[0])};
+    run.sides[1] = {NativePath(row[2]), "", List(row[1])};
+    EXPECT_EQ(CheckPairSelection(run.sides, run.platform), row[3].empty());
+    EXPECT_EQ(run.platform.messages, row[3].empty() ? Texts{} : Texts{"Ledrix: " + row[3]});
   }
 }
 
@@ -165,23 +142,6 @@ TEST(MultipleCompare, NoOutputOverwritesAFileOfALaterPair) {
   EXPECT_EQ(run.platform.messages.size(), 1u);
   EXPECT_EQ(run.front_end.results.size(), 0u);
   EXPECT_EQ(test::ReadFile(run.folder.At("old/c.exe")), "same");
-
-  FolderRun listing;
-  listing.Set("ComboLstLst", "old/b.CBL*");
-  listing.sides[0].files.entries[0].name = "";  // its listing would be the second old file
-  listing.sides[0].files.entries.erase(listing.sides[0].files.entries.begin());
-  listing.request.FileCount = 2;
-  listing.Run();
-  EXPECT_EQ(test::ReadFile(listing.folder.At("old/b.CBL")), "old");
-}
-
-TEST(RunJob, ClearsTheResultListWhenTold) {
-  FolderRun run;
-  run.Set("OutListClear", "1");
-  run.Run();
-  run.Run();
-  EXPECT_EQ(run.front_end.results.at(0).substr(0, 14), "( 1 Compare ) ");
-  EXPECT_EQ(run.front_end.results.size(), 8u);
 }
 
 TEST(RunLog, KeepsTheNewestUseOfExistingFolders) {
@@ -201,7 +161,7 @@ TEST(RunLog, KeepsTheNewestUseOfExistingFolders) {
   lines += folder.path() + "/D100/,2024/03/09 14:00:00\r\n" + folder.path() +
            "/with,comma/,2024/02/08 23:59:59\r\n" + names[5] + ",2024/02/07 00:00:00\r\n" +
            folder.path() + "/gone/,2024/03/09 10:00:00\r\nnonsense\r\n" + names[3] +
-           ",2024/13/01 10:00:00\r\n";
+           ",2024/13/01 10:00:00\r\n\x81" + folder.path() + '\0' + "x/,2024/03/09 10:00:00\r\n";
   folder.Write("Ledrixr.Log", lines);
   const std::vector<HistoryEntry> history = log.LoadHistory();
   EXPECT_EQ(history.size(), 62u);
@@ -221,54 +181,37 @@ TEST(RunLog, KeepsTheNewestUseOfExistingFolders) {
   EXPECT_EQ(test::ReadFile(folder.At("Ledrixr.Log")), "");
 }
 
-TEST(RunLog, TheDebugLogIsWrittenOnlyWithItsSwitch) {
+TEST(RunJob, ClearsTheResultsAndWritesTheDebugLogWhenTold) {
   FolderRun run;
+  run.Set("OutListClear", "1");
   run.Run();
   EXPECT_FALSE(FileExists(run.program.At("ldxdebug.log")));
   run.job.DebugLog = true;
   run.request.OldPath = run.folder.At("old/c.exe");
   run.Run();
+  EXPECT_EQ(run.front_end.results.at(0).substr(0, 14), "( 1 Compare ) ");
+  EXPECT_EQ(run.front_end.results.size(), 8u);
   EXPECT_EQ(ReadLines(run.program.At("ldxdebug.log")),
             (Texts{"2024/03/09 14:05:07 >> c >> 50707 <- 0.00 -> 50707 ///// 0"}));
 }
 
 TEST(JobMessage, TellsWhatWillBeDone) {
-  struct Case {
-    JobKind kind;
-    int64_t count;
-    const char* old_path;
-    const char* new_path;
-    const char* caption;
-    const char* message;
-  };
-  const Case cases[] = {
-      {JobKind::kComp, 1, "/o/a.c", "/n/b.c", "Ledrix  < Compare >",
-       "a.c と b.c を判定し\ra_c_COMP.TXT に出力します"},
-      {JobKind::kComp, 12, "/o/a.c", "/n/a.c", "Ledrix  < MultiSelect Compare >",
-       "複数コンペア （ 12 ファイル ） を開始します"},
-      {JobKind::kStepCnt, 0, "/o/a.c", "", "Ledrix  < StepCount >",
-       "ステップカウントを開始実行します\r( /o/a.c )"},
-      {JobKind::kStepCsv, 3, "/o/", "", "Ledrix  < StepCount CSV Mode >",
-       "ステップカウント(CSV)を行い x.lst に出力します\r(/o/)\r3 File"},
-      {JobKind::kDirEdit, 0, "/o/", "", "Ledrix  < Directory Compare Edit > ",
-       "/o/ の情報を\r/out/x.lst に出力します"},
-      {JobKind::kDirComp, 0, "/o/LIST.DDF", "/n/",
-       "Ledrix  < Directory Compare 比較範囲=パスなし > ",
-       "LIST.DDF ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙと /n/ を比較し\rx.lst に出力します"},
-      {JobKind::kDirComp, 0, "/o/", "/n/l.ddf", "Ledrix  < Directory Compare 比較範囲=パスなし > ",
-       "/o/ とl.ddf ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを比較し\rx.lst に出力します"},
-  };
-  for (const Case& c : cases) {
+  const std::map<std::string, JobKind> kinds = {{"compare", JobKind::kComp},
+                                                {"steps", JobKind::kStepCnt},
+                                                {"steps csv", JobKind::kStepCsv},
+                                                {"snapshot", JobKind::kDirEdit},
+                                                {"dircomp", JobKind::kDirComp}};
+  for (const auto& row : test::ReadTable("job_messages.tsv")) {
     TestRun run;
-    run.request.JobKind = c.kind;
-    run.request.FileCount = c.count;
-    run.request.OldPath = NativePath(c.old_path);
-    run.request.NewPath = NativePath(c.new_path);
-    if (c.kind != JobKind::kComp) run.request.OutPath = NativePath("/out/x.lst");
+    run.request.JobKind = kinds.at(row[0]);
+    run.request.FileCount = std::stoi(row[1]);
+    run.request.OldPath = NativePath(row[2]);
+    run.request.NewPath = NativePath(row[3]);
+    if (row[0] != "compare") run.request.OutPath = NativePath("/out/x.lst");
     run.request.CompareRange = CompareRange::kNoPath;
-    EXPECT_EQ(JobCaption(run.request), c.caption);
+    EXPECT_EQ(JobCaption(run.request), row[4]);
     BeginJob(run.job, run.request);
-    EXPECT_EQ(JobMessage(run.options, run.job), c.message);
+    EXPECT_EQ(JobMessage(run.options, run.job), row[5]);
   }
 }
 

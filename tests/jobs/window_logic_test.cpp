@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "jobs/command_line.h"
 #include "jobs/folder_sync.h"
 #include "jobs/output_preview.h"
 #include "platform/file_copy.h"
@@ -16,65 +15,34 @@ namespace {
 using Texts = std::vector<std::string>;
 
 TEST(FolderSync, GoesTheSameWayOnTheOtherSide) {
-  struct Case {
-    const char* from;
-    const char* to;
-    const char* other;
-    const char* expected;  // nullptr: nowhere
-  };
-  const Case cases[] = {
-      {"/p/a/", "/p/a/x/", "/q/b/", "/q/b/x/"}, {"/p/a/", "/p/a/x/y/", "/q/b/", "/q/b/x/y/"},
-      {"/p/a/x/", "/p/a/", "/q/b/X/", "/q/b/"}, {"/p/a/x/", "/p/a/y/", "/q/b/x/", "/q/b/y/"},
-      {"/p/a/x/", "/p/a/", "/q/b/", nullptr},   {"/p/a/", "/", "/p/a/", "/"},
-      {"/p/a/", "/", "/a/", nullptr},           {"/", "/usr/", "/", "/usr/"},
-      {"/p/a/", "/p/a/", "/q/", "/q/"},         {"/p/ab/", "/p/a/", "/q/ab/", "/q/a/"},
-  };
-  for (const Case& c : cases) {
+  for (const auto& row : test::ReadTable("folder_sync.tsv")) {
     const auto found =
-        CorrespondingFolder(NativePath(c.from), NativePath(c.to), NativePath(c.other));
-    EXPECT_EQ(found ? found->bytes() : "nowhere", c.expected ? c.expected : "nowhere")
-        << c.from << " > " << c.to << " beside " << c.other;
+        CorrespondingFolder(NativePath(row[0]), NativePath(row[1]), NativePath(row[2]));
+    EXPECT_EQ(found ? found->bytes() : "nowhere", row[3]) << row[0] << " > " << row[1];
   }
 }
 
 TEST(OutputPreview, TellsWhereTheNextListingGoes) {
-  struct Case {
-    OutputDirMode mode;
-    const char* old_selected;
-    const char* new_selected;
-    const char* expected;
-    const char* else_folder;
+  const auto list = [](const std::string& names) {
+    FileList files;
+    for (const std::string& name : SplitAt(names, ' ')) {
+      if (!name.empty()) files.entries.push_back({name, true});
+    }
+    return files;
   };
-  const Case cases[] = {
-      {OutputDirMode::kOldDir, "a.b", "c", "/o/a_b_COMP.TXT", "/o/"},
-      {OutputDirMode::kOldDir, "", "c", "/o/ <Old File Name> _COMP.TXT", "/o/"},
-      {OutputDirMode::kNewDir, "a", "c", "/n/c_COMP.TXT", "/n/"},
-      {OutputDirMode::kNewDir, "a", "c d", "/n/ <New File Name> _COMP.TXT", "/n/"},
-      {OutputDirMode::kElse, "a", "c", "/e/a_COMP.TXT", "/e/"},
-      {OutputDirMode::kElse, "a b", "c", "/e/ <Old File Name> _COMP.TXT", "/e/"},
-      {OutputDirMode::kConstant, "a", "", "/fix/a_COMP.TXT", "/e/"},
-  };
-  for (const Case& c : cases) {
+  for (const auto& row : test::ReadTable("output_previews.tsv")) {
     test::TestRun run;
     run.Set("ContOutDirPath", "/fix");
-    run.job.outputs.OutputDirMode = c.mode;
+    run.job.outputs.OutputDirMode = static_cast<OutputDirMode>(std::stoi(row[0]));
     run.job.outputs.ElseOutputDir = NativePath("/e/");
-    const auto list = [](const char* names) {
-      FileList files;
-      for (const std::string& name : SplitAt(names, ' ')) {
-        if (!name.empty()) files.entries.push_back({name, true});
-      }
-      return files;
-    };
-    const FileSides sides = {FileSide{NativePath("/o/"), "", list(c.old_selected)},
-                             FileSide{NativePath("/n/"), "", list(c.new_selected)}};
-    EXPECT_EQ(OutputPreview(run.options, run.job.outputs, sides),
-              std::string(" LIST=") + c.expected);
+    const FileSides sides = {FileSide{NativePath("/o/"), "", list(row[1])},
+                             FileSide{NativePath("/n/"), "", list(row[2])}};
+    EXPECT_EQ(OutputPreview(run.options, run.job.outputs, sides), " LIST=" + row[3]);
     FollowOutputSide(run.job.outputs, sides);
-    EXPECT_EQ(run.job.outputs.ElseOutputDir.bytes(), c.else_folder);
+    EXPECT_EQ(run.job.outputs.ElseOutputDir.bytes(), row[4]);
     run.job.outputs.OptSbnList = run.job.outputs.OptCsvList = run.job.outputs.OptMrgSrc = true;
     EXPECT_EQ(OutputPreview(run.options, run.job.outputs, sides),
-              std::string(" LIST=") + c.expected + " / Sbn List / Csv List / Mrg Src");
+              " LIST=" + row[3] + " / Sbn List / Csv List / Mrg Src");
   }
 }
 
@@ -85,12 +53,6 @@ TEST(ResultEntries, TellOfTheirOutput) {
   EXPECT_EQ(OutputOfEntry(entries, 2).bytes(), "/y");
   EXPECT_TRUE(OutputOfEntry(entries, 3).empty());
   EXPECT_TRUE(OutputOfEntry({"    text"}, 0).empty());
-}
-
-TEST(CommandLine, KeepsWhatIsNoKeyword) {
-  const auto others = [](const Texts& arguments) { return ParseCommandLine(arguments).others; };
-  EXPECT_EQ(others({"/a", "b c"}), (Texts{"/a", "b c"}));
-  EXPECT_EQ(others({"/old", "x", "y", "/Dm", "/dg", "z", "/new"}), (Texts{"y", "z"}));
 }
 
 TEST(CopyFile, KeepsTimeAndPermissionsAndTheOldFileOnFailure) {

@@ -14,7 +14,7 @@ using test::TempFolder;
 TEST(OutputFile, KeepsTheFirstFailureAndSparesADevice) {
   Result<OutputFile> full = OutputFile::Create(NativePath("/dev/full"));
   ASSERT_TRUE(full.ok());
-  full.value().Write("lost");
+  full.value().Write(std::string(300000, 'x'));
   const Status closed = full.value().Close();
   ASSERT_FALSE(closed.ok());
   EXPECT_EQ(closed.error().system_number, ENOSPC);

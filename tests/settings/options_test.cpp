@@ -6,6 +6,7 @@
 #include "settings/compare_options.h"
 #include "settings/option_draft.h"
 #include "settings/option_record.h"
+#include "support/test_files.h"
 #include "text/ascii.h"
 #include "text/leading_number.h"
 
@@ -13,37 +14,9 @@ namespace ledrix {
 namespace {
 
 TEST(LeadingNumber, ReadsWhatATextBeginsWith) {
-  struct Case {
-    const char* text;
-    int16_t number;
-  };
-  const Case cases[] = {
-      {"80 (A4横:8ﾎﾟ)", 80},
-      {"", 0},
-      {"abc", 0},
-      {"80 1", 801},
-      {" \t\n-1 2", -12},
-      {"12.5", 12},
-      {"13.5", 14},
-      {"-0.5", 0},
-      {"1.5e1x", 15},
-      {"1e", 1},
-      {"2e+", 2},
-      {".5.5", 0},
-      {"1.9.9", 2},
-      {"+7", 7},
-      {"--7", 0},
-      {"1 e 2", 100},
-      {".", 0},
-      {"32768", 32767},
-      {"-99999", -32768},
-      {"1e999999", 32767},
-      {"-1e999", -32768},
-      {"1e-999999", 0},
-      {"0x10", 0},
-      {"１２", 0},
-  };
-  for (const Case& c : cases) EXPECT_EQ(LeadingInteger(c.text), c.number) << c.text;
+  for (const auto& row : test::ReadTable("leading_numbers.tsv")) {
+    EXPECT_EQ(std::to_string(LeadingInteger(row[0])), row[1]) << row[0];
+  }
   EXPECT_EQ(LeadingInteger(std::string(10000, '9')), 32767);
   EXPECT_EQ(LeadingInteger("0." + std::string(10000, '0') + "1"), 0);
 }
@@ -95,50 +68,15 @@ TEST(CompareOptions, ClampsWhateverIsStored) {
 }
 
 TEST(OptionDraft, RefusesWithTheMessageOfTheFirstFailedCheck) {
-  struct Case {
-    const char* settings;  // KEY=VALUE joined by "|"
-    const char* message;   // nullptr: accepted
-  };
-  const Case cases[] = {
-      {"OptSTCol=0", "ﾃｷｽﾄｺﾝﾍﾟｱ：比較範囲（開始）に誤りが有ります（1～9999桁）"},
-      {"OptSTCol=0.6", "ﾃｷｽﾄｺﾝﾍﾟｱ：比較範囲（開始）に誤りが有ります（1～9999桁）"},
-      {"OptSTCol=99999", "ﾃｷｽﾄｺﾝﾍﾟｱ：比較範囲（開始）に誤りが有ります（1～9999桁）"},
-      {"OptEDCol=10000", "ﾃｷｽﾄｺﾝﾍﾟｱ：比較範囲（終了）に誤りが有ります（1～9999桁）"},
-      {"OptEDCol=", "ﾃｷｽﾄｺﾝﾍﾟｱ：比較範囲（終了）に誤りが有ります（1～9999桁）"},
-      {"OptSTCol=10|OptEDCol=5", "ﾃｷｽﾄｺﾝﾍﾟｱ：比較範囲（開始／終了）に誤りが有ります"},
-      {"OptMatch=100", "ﾃｷｽﾄｺﾝﾍﾟｱ：一致条件に誤りが有ります（1～99行）"},
-      {"OptBuff=4001|OptLstout=0", "ﾃｷｽﾄｺﾝﾍﾟｱ：先読み行数に誤りが有ります（1～4000行）"},
-      {"NoPattern= *.* ", "ﾃｷｽﾄｺﾝﾍﾟｱ：対象外ﾌｧｲﾙﾀｲﾌﾟに全て(*.*)は指定できません"},
-      {"OptLstout=0", "ﾃｷｽﾄｺﾝﾍﾟｱ：出力幅（縦）に誤りが有ります（1～99行）"},
-      {"PrintCompLen=abc", "ﾃｷｽﾄｺﾝﾍﾟｱ：出力幅（横）に誤りが有ります（70～300桁）"},
-      {"OptTABtoKETA=17", "ﾃｷｽﾄｺﾝﾍﾟｱ：TAB桁数に誤りが有ります（1～16桁）"},
-      {"ComboLstLst=x", "ﾃｷｽﾄｺﾝﾍﾟｱ：結果ﾌｧｲﾙ拡張子に誤りが有ります（*文字がありません）"},
-      {"ComboCSVName=  ", "同時出力：CSVﾌｧｲﾙ名称が未設定です"},
-      {"ComboLstSbn=", "同時出力：差分ﾌｧｲﾙ拡張子に誤りが有ります（*文字がありません）"},
-      {"PrintDCompLen=69", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ：出力幅に誤りが有ります（70～300桁）"},
-      {"DCompOut0=0|DCompOut1=0|DCompOut2=0", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ：出力内容制限の設定に誤りが有ります"},
-      {"ComboDLst=a", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ：ﾌｧｲﾙ拡張子に誤りが有ります（*文字がありません）"},
-      {"ComboStp=a", "ｽﾃｯﾌﾟｶｳﾝﾄ：出力ﾌｧｲﾙ拡張子に誤りが有ります（*文字がありません）"},
-      {"FPatternTtl2= x ",
-       "画面制御：ﾕｰｻﾞ設定 ﾌｧｲﾙﾀｲﾌﾟ ｵﾌﾟｼｮﾝ に誤りが有ります\r（ﾊﾟﾀｰﾝ未設定)  3 番目"},
-      {"FPatternTtl0=",
-       "画面制御：ﾕｰｻﾞ設定 ﾌｧｲﾙﾀｲﾌﾟ ｵﾌﾟｼｮﾝ に誤りが有ります\r（ﾀｲﾄﾙ未設定)  1 番目"},
-      {"NoSuchKey=1", "ｵﾌﾟｼｮﾝ NoSuchKey は有りません"},
-      {"OptSimple=2", "ｵﾌﾟｼｮﾝ OptSimple の値に誤りが有ります（2）"},
-      {"OptSpData=-1", "ｵﾌﾟｼｮﾝ OptSpData の値に誤りが有ります（-1）"},
-      {"FontSize=", "ｵﾌﾟｼｮﾝ FontSize の値に誤りが有ります（）"},
-      {"PrintCompLen=80 (A4横:8ﾎﾟ)|OptTABtoKETA=16|OptSTCol=9999", nullptr},
-  };
-  for (const Case& c : cases) {
+  for (const auto& row : test::ReadTable("option_refusals.tsv")) {
     OptionDraft draft{OptionRecord()};
     std::optional<std::string> refused;
-    for (const std::string& setting : SplitAt(c.settings, '|')) {
+    for (const std::string& setting : SplitAt(row[0], '|')) {
       const size_t equals = setting.find('=');
       if (!refused) refused = draft.Set(setting.substr(0, equals), setting.substr(equals + 1));
     }
     if (!refused) refused = draft.Check();
-    EXPECT_EQ(refused.value_or("accepted"), c.message == nullptr ? "accepted" : c.message)
-        << c.settings;
+    EXPECT_EQ(refused.value_or("accepted"), row[1]) << row[0];
   }
 }
 

@@ -22,21 +22,19 @@ TEST(CountFileLines, LinesEndAtCarriageReturns) {
   };
   std::string long_text;  // CR LF across the blocks of the reader
   for (int i = 0; i < 100000; ++i) long_text += "ab\r\n";
-  const Case cases[] = {
-      {"", 0},
-      {"\r\n", 1},
-      {"\r", 1},
-      {"\n", 1},
-      {"a\nb\nc", 1},
-      {"a\rb", 2},
-      {"a\r\n\r\n", 2},
-      {"a\r\r\nb\r\n", 3},
-      {"\r\n\n", 2},
-      {"x\r\ny", 2},
-      {long_text, 100000},
-      {"x" + long_text, 100000},
-      {"xyz" + long_text + "w", 100001},
-  };
+  const Case cases[] = {{"", 0},
+                        {"\r\n", 1},
+                        {"\r", 1},
+                        {"\n", 1},
+                        {"a\nb\nc", 1},
+                        {"a\rb", 2},
+                        {"a\r\n\r\n", 2},
+                        {"a\r\r\nb\r\n", 3},
+                        {"\r\n\n", 2},
+                        {"x\r\ny", 2},
+                        {long_text, 100000},
+                        {"x" + long_text, 100000},
+                        {"xyz" + long_text + "w", 100001}};
   const TempFolder folder;
   for (const Case& c : cases) {
     TestRun run;

@@ -12,6 +12,7 @@
 #include <sstream>
 #include <thread>
 
+#include "text/ascii.h"
 #include "text/code_page_932.h"
 
 namespace ledrix::test {
@@ -41,6 +42,20 @@ std::vector<std::string> SplitLines(const std::string& text) {
   std::istringstream stream(text);
   for (std::string line; std::getline(stream, line);) lines.push_back(line);
   return lines;
+}
+
+std::string Unescaped(const std::string& field) {
+  std::string bytes;
+  for (size_t i = 0; i < field.size(); ++i) {
+    const char letter = field[i] == '\\' ? field.at(++i) : '\0';
+    if (letter == 'x') {
+      bytes += static_cast<char>(std::stoi(field.substr(i + 1, 2), nullptr, 16));
+      i += 2;
+    } else {
+      bytes += letter == 'n' ? '\n' : letter == 'r' ? '\r' : letter == 't' ? '\t' : field[i];
+    }
+  }
+  return bytes;
 }
 
 }  // namespace
@@ -101,6 +116,18 @@ std::string Lines(const std::vector<std::string>& lines) {
   return text;
 }
 
+std::vector<std::vector<std::string>> ReadTable(std::string_view name) {
+  std::vector<std::vector<std::string>> rows;
+  const std::string path = LEDRIX_DATA_FOLDER "/tables/" + std::string(name);
+  for (const std::string& line : SplitLines(ReadFile(NativePath(path)))) {
+    if (line.starts_with('#')) continue;
+    rows.emplace_back();
+    for (const std::string& field : SplitAt(line, '\t')) rows.back().push_back(Unescaped(field));
+  }
+  EXPECT_FALSE(rows.empty()) << path;
+  return rows;
+}
+
 std::string Sjis(std::string_view utf8) {
   return EncodeSjis(utf8).bytes();
 }
@@ -120,9 +147,11 @@ void ExpectGolden(std::string_view name, std::string bytes, const TempFolder& fo
     const std::string g = i < got.size() ? got[i] : "(no line)";
     const std::string w = i < want.size() ? want[i] : "(no line)";
     if (g == w) continue;
-    ADD_FAILURE() << name << ", line " << i + 1
-                  << "\n  recorded: " << DecodeSjis(SjisView::FromBytes(w))
-                  << "\n  now:      " << DecodeSjis(SjisView::FromBytes(g));
+    const auto shown = [&](const std::string& line) {
+      return name.ends_with(".txt") ? line : DecodeSjis(SjisView::FromBytes(line));
+    };
+    ADD_FAILURE() << name << ", line " << i + 1 << "\n  recorded: " << shown(w)
+                  << "\n  now:      " << shown(g);
     return;
   }
   ADD_FAILURE() << name << " differs";

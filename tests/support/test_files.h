@@ -43,11 +43,16 @@ std::vector<std::string> ReadLines(const NativePath& path);
 // Joins lines with CR LF behind each.
 std::string Lines(const std::vector<std::string>& lines);
 
+// The rows of tests/data/tables/`name`: fields between tabs, in which \r, \n, \t, \\ and \xHH
+// stand for bytes. Lines that begin with "#" are comments.
+std::vector<std::vector<std::string>> ReadTable(std::string_view name);
+
 // UTF-8 to Shift_JIS bytes.
 std::string Sjis(std::string_view utf8);
 
 // Fails the test unless the bytes are those of tests/golden/`name`, in which the folder's path
-// reads "/tmp/ledrix.######". With LEDRIX_APPROVE=1 in the environment records them instead.
+// reads "/tmp/ledrix.######". With LEDRIX_APPROVE=1 in the environment records them instead. A name
+// that ends in ".txt" is one of a UTF-8 text, any other one of Shift_JIS.
 void ExpectGolden(std::string_view name, std::string bytes, const TempFolder& folder);
 
 }  // namespace ledrix::test

@@ -170,12 +170,16 @@ TEST_F(OptionsDialogActions, PatternsActAtOnceAndSurviveClose) {
   EXPECT_EQ(Refusal(), "");
   EXPECT_EQ(options_.OptMatch, 7);
 
-  Open();
-  Find<QComboBox>(*dialog_, "cmbMatchPatternNum")->setCurrentIndex(1);
-  Press("BtnMPtnDEL");
-  EXPECT_EQ(platform_.messages.back(), "Ledrix: ﾊﾟﾀｰﾝ番号2[ 表 用 ]を削除します。よろしいですか？");
-  EXPECT_EQ(Shown("txtMatchPattern1"), "");
-  EXPECT_FALSE(test::FileExists(file));
+  WindowPlatform boxes;
+  LedrixFo dialog(options_, patterns_, boxes, last_tab_);
+  Find<QComboBox>(dialog, "cmbMatchPatternNum")->setCurrentIndex(1);
+  script.Answer("いいえ").Answer("はい");
+  for (const bool gone : {false, true}) {
+    Find<QAbstractButton>(dialog, "BtnMPtnDEL")->click();
+    EXPECT_EQ(script.texts.back(), "Ledrix: ﾊﾟﾀｰﾝ番号2[ 表 用 ]を削除します。よろしいですか？");
+    EXPECT_EQ(patterns_[1].name, gone ? "" : "表 用");
+    EXPECT_EQ(test::FileExists(file), !gone);
+  }
 }
 
 TEST_F(OptionsDialogActions, BadPatternFilesAndFoldersAreBorne) {
@@ -194,17 +198,6 @@ TEST_F(OptionsDialogActions, BadPatternFilesAndFoldersAreBorne) {
   EXPECT_EQ(Shown("txtMatchPattern0"), "名");
   Press("BtnMPtnDEL");
   EXPECT_EQ(Shown("txtMatchPattern0"), "");
-}
-
-TEST_F(OptionsDialogActions, NothingIsDeletedAfterNo) {
-  WindowPlatform boxes;
-  patterns_[0].name = "名";
-  const LedrixFo dialog(options_, patterns_, boxes, last_tab_);
-  test::ModalScript script;
-  script.Answer("いいえ");
-  Find<QPushButton>(dialog, "BtnMPtnDEL")->click();
-  EXPECT_EQ(script.texts, (Texts{"Ledrix: ﾊﾟﾀｰﾝ番号1[ 名 ]を削除します。よろしいですか？"}));
-  EXPECT_EQ(patterns_[0].name, "名");
 }
 
 TEST_F(OptionsDialogActions, EveryWayOfClosingRemembersTheTab) {

@@ -8,12 +8,12 @@
 #include <filesystem>
 
 #include "ui/window_platform.h"
-#include "ui/window_test.h"
+#include "ui/window_run.h"
 
 namespace ledrix {
 namespace {
 
-using Texts = std::vector<std::string>;
+using test::Texts;
 using OpenResult = DesktopActions::OpenResult;
 
 constexpr const char* kQuestion =
@@ -51,24 +51,8 @@ TEST(ProgramCommands, ClearTheSettingsWhenAllowed) {
   script.Answer("はい").Answer("OK");
   EXPECT_TRUE(ClearSettings(store, platform));
   EXPECT_EQ(script.texts, (Texts{kQuestion, kDone}));
-  SettingsStore next(path);
-  EXPECT_TRUE(next.Load().ok());
-  for (const char* section : {"Option", "Settings", "Other"}) {
-    for (const char* key : {"OptMatch", "VerDisp", "x"}) {
-      EXPECT_EQ(next.ReadSetting(section, key, "none"), "none");
-    }
-  }
+  EXPECT_EQ(test::ReadFile(path), "");
 }
-
-class RecordingActions : public DesktopActions {
- public:
-  OpenResult OpenFile(const NativePath& path) override {
-    opened.push_back(path.bytes());
-    return result;
-  }
-  OpenResult result = OpenResult::kOpened;
-  Texts opened;
-};
 
 TEST(ProgramCommands, OpenHelpAndReadme) {
   const test::TempFolder folder;
@@ -80,18 +64,18 @@ TEST(ProgramCommands, OpenHelpAndReadme) {
   WindowPlatform platform;
   for (const Case& c : {Case{ShowHelp, "Ledrix.chm"}, Case{ShowReadme, "Readme.txt"}}) {
     const std::string path = folder.At(c.name).bytes();
-    RecordingActions actions;
+    test::RecordingActions actions;
     test::ModalScript script;
     script.Answer("OK").Answer("OK");
     c.show(actions, platform);
-    EXPECT_EQ(actions.opened, Texts());
+    EXPECT_EQ(actions.asked, Texts());
     folder.Write(c.name, "x");
     c.show(actions, platform);
-    actions.result = OpenResult::kFailed;
+    actions.open_result = OpenResult::kFailed;
     c.show(actions, platform);
-    actions.result = OpenResult::kNoAssociation;
+    actions.open_result = OpenResult::kNoAssociation;
     c.show(actions, platform);
-    EXPECT_EQ(actions.opened, (Texts{path, path, path}));
+    EXPECT_EQ(actions.asked, Texts(3, "open " + path));
     EXPECT_EQ(script.texts,
               (Texts{"Ledrix: " + path + "が見つかりません",
                      "Ledrix: " + path + "の拡張子に ｱﾌﾟﾘｹｰｼｮﾝが関連付けされていません"}));

@@ -35,59 +35,31 @@ std::string Told(const QWidget& dialog) {
          Find<QLabel>(dialog, "LblMSG")->text().toStdString();
 }
 
-// Expects the dialog's caption and message, and starts the job.
+// Expects a part of the dialog's message, and starts the job.
 ModalScript::Step Confirm(std::string text) {
   return [text = std::move(text)](QWidget& dialog) {
-    EXPECT_EQ(Told(dialog), text);
-    EXPECT_TRUE(Find<QWidget>(dialog, "BtnYES")->isVisible());
-    EXPECT_EQ(Find<QAbstractButton>(dialog, "BtnYES")->text(), "はい");
-    EXPECT_EQ(Find<QAbstractButton>(dialog, "BtnNO")->text(), "いいえ");
-    EXPECT_EQ(Find<QAbstractButton>(dialog, "BtnStop")->text(), "中止");
-    EXPECT_FALSE(Find<QWidget>(dialog, "BtnStop")->isVisible());
+    EXPECT_NE(Told(dialog).find(text), std::string::npos) << Told(dialog);
     Press(dialog, "BtnYES");
   };
 }
 
-TEST(TextCompare, RefusesSelectionsThatDoNotPair) {
-  struct Case {
-    const char* old_selected;
-    const char* new_selected;
-    const char* message;
-  };
-  const Case cases[] = {
-      {"", "a", "旧ファイルが未設定です"},
-      {"a", "", "新ファイルが未設定です"},
-      {"a o", "a", "旧ファイルと新ファイルが一致していません\n（旧） [ o ]　　（新） [ Nothing ]"},
-      {"a b", "a",
-       "旧ファイルと新ファイルが一致していません\n（旧） [ b ]　　（新） [ No Select ]"},
-      {"a", "a n", "旧ファイルと新ファイルが一致していません\n（旧） [ Nothing ]　　（新） [ n ]"},
-      {"a", "a b",
-       "旧ファイルと新ファイルが一致していません\n（旧） [ No Select ]　　（新） [ b ]"},
-  };
+TEST(TextCompare, RefusesASelectionThatDoesNotPair) {
   WindowRun run;
-  for (const char* name : {"old/a", "old/b", "old/o", "new/a", "new/b", "new/n"})
-    run.File(name, "");
+  for (const char* name : {"old/a", "old/o", "new/a"}) run.File(name, "");
   run.Open();
-  for (const Case& c : cases) {
-    run.Select(0, c.old_selected);
-    run.Select(1, c.new_selected);
-    ModalScript script;
-    script.Answer("OK");
-    run.Click("BtnRun");
-    EXPECT_EQ(script.texts, Texts{std::string("Ledrix: ") + c.message});
-  }
-  run.Click("BtnEQ1");
-  run.Select(0, "a");
+  run.Select(0, "a o");
   run.Select(1, "a");
   ModalScript script;
   script.Answer("OK");
   run.Trigger("MenuTextCompStart");
-  EXPECT_EQ(script.texts,
-            Texts{"Ledrix: 旧ファイルと新ファイルが重複しています\n[ " + run.Path("old/a") + " ]"});
+  EXPECT_EQ(
+      script.texts,
+      Texts{
+          "Ledrix: 旧ファイルと新ファイルが一致していません\n（旧） [ o ]　　（新） [ Nothing ]"});
   EXPECT_EQ(run.Results(), Texts{});
 }
 
-TEST(RunDialog, NamesAndRunsEveryKindOfJob) {
+TEST(RunDialog, RunsEveryKindOfJob) {
   WindowRun run;
   for (const char* name : {"old/a", "new/a", "old/b", "new/b"}) {
     run.File(name, std::string(name).substr(0, 1), name[0] == 'n' ? 60 : 0);
@@ -97,15 +69,12 @@ TEST(RunDialog, NamesAndRunsEveryKindOfJob) {
   run.Select(0, "a");
   run.Select(1, "b");
   ModalScript script;
-  script.Then(Confirm("Ledrix  < Compare >\na と b を判定し\na_COMP.TXT に出力します"));
+  script.Then(Confirm("a と b を判定し\na_COMP.TXT に出力"));
   run.Click("BtnRun");
-  EXPECT_EQ(run.Results(), (Texts{"( 1 Compare ) " + run.Path("old/a_COMP.TXT"),
-                                  "    UnMatch=    1 OLD=    1 NEW=    1 Rep=    1 Add=    0 "
-                                  "Del=    0"}));
+  EXPECT_EQ(run.Results().at(0), "( 1 Compare ) " + run.Path("old/a_COMP.TXT"));
   run.Select(0, "b a");
   run.Select(1, "a b");
-  script.Then(
-      Confirm("Ledrix  < MultiSelect Compare >\n複数コンペア （ 2 ファイル ） を開始します"));
+  script.Then(Confirm("（ 2 ファイル ）"));
   run.Click("OptCsvList");
   run.Click("BtnRun");
   EXPECT_EQ(run.Results().size(), 8u);
@@ -114,8 +83,7 @@ TEST(RunDialog, NamesAndRunsEveryKindOfJob) {
   run.Trigger("MenuListClear");
   EXPECT_EQ(run.Results(), Texts{});
   run.Select(0, "a");
-  script.Then(Confirm("Ledrix  < StepCount >\nステップカウントを開始実行します\n( " +
-                      run.Path("old/a") + " )"));
+  script.Then(Confirm("( " + run.Path("old/a") + " )"));
   run.Popup("inListView0", "MenuPopStepCnt");
   EXPECT_EQ(run.Results().at(0), "( 1 StepCnt ) " + run.Path("old/a_STP.TXT"));
 
@@ -123,61 +91,52 @@ TEST(RunDialog, NamesAndRunsEveryKindOfJob) {
     script.Then([&run, name, title](QWidget& window) { Name(window, run.Path(name), title); });
   };
   choose("out/steps", "出力CSVﾌｧｲﾙの指定");
-  script.Then(Confirm(
-      "Ledrix  < StepCount CSV Mode >\nステップカウント(CSV)を行い steps.csv に出力します\n(" +
-      run.Path("new/") + ")\n2 File"));
+  script.Then(Confirm("(" + run.Path("new/") + ")\n2 File"));
   run.Popup("inDirBox1", "MenuPopStepCnt");
   EXPECT_EQ(run.Results().at(3), "    FILE COUNT :  2");
 
   choose("out/tree.txt", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの指定");
   script.Answer("OK");
   choose("out/tree.DDF", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの指定");
-  script.Then(Confirm("Ledrix  < Directory Compare Edit > \n" + run.Path("old/") + " の情報を\n" +
-                      run.Path("out/tree.DDF") + " に出力します"));
+  script.Then(Confirm(run.Path("old/") + " の情報を\n" + run.Path("out/tree.DDF")));
   run.Trigger("MenuDirDatEdit");
   EXPECT_EQ(script.texts,
             Texts{"Ledrix: ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの拡張子が違います\n拡張子は *.ddf のみ有功です"});
   EXPECT_EQ(run.Results().at(4), "( 3 DirEdit ) " + run.Path("out/tree.DDF"));
 
-  const char* const ranges[] = {"フルパス", "カレントパス", "パスなし"};
-  const char* const commands[] = {"MenuDirCompFullPath", "MenuDirCompCurentPath",
-                                  "MenuDirCompNoPath"};
-  for (size_t i = 0; i < 3; ++i) {
+  for (const auto& [command, range] : {std::pair("MenuDirCompFullPath", "=フルパス"),
+                                       std::pair("MenuDirCompCurentPath", "=カレントパス"),
+                                       std::pair("MenuDirCompNoPath", "=パスなし")}) {
     choose("out/new.lst", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ結果ﾌｧｲﾙの指定");
-    if (i > 0) {  // it exists by now
+    if (test::FileExists(NativePath(run.Path("out/new.lst")))) {
       script.Then([](QWidget& box) { test::PressBoxButton(box, "Yes"); });
     }
-    script.Then(Confirm(std::string("Ledrix  < Directory Compare 比較範囲=") + ranges[i] + " > \n" +
-                        run.Path("old/") + " と" + run.Path("new/") +
-                        " を比較し\nnew.lst に出力します"));
+    script.Then(Confirm(range));
     run.Select(0, "");
     run.Select(1, "");
-    run.Trigger(commands[i]);
+    run.Trigger(command);
   }
   EXPECT_EQ(run.Results().at(10), "( 6 DirComp ) " + run.Path("out/new.lst"));
 }
 
-TEST(DirCompare, RefusesSeveralSelectedFiles) {
+TEST(RunDialog, DoesNotOpenForWhatCannotRun) {
   WindowRun run;
-  for (const char* name : {"old/a", "new/a", "old/b", "new/b"}) run.File(name, "");
+  for (const char* name : {"old/a", "new/a", "old/b", "new/b", "new/empty/x"}) run.File(name, "");
+  std::filesystem::remove(run.Path("new/empty/x"));
   run.Open();
   ModalScript script;
-  script.Answer("OK").Answer("OK");
+  script.Answer("OK").Answer("OK").Answer("OK");
   run.Select(1, "a b");
   run.Click("BtnDirRun");
   run.Select(0, "a b");
   run.Click("BtnDirRun");
+  Find<QLineEdit>(*run.window, "inTextFile1")
+      ->setText(QString::fromStdString(run.Path("new/empty")));
+  emit Find<QLineEdit>(*run.window, "inTextFile1")->returnPressed();
+  run.Popup("inDirBox1", "MenuPopStepCnt");
   EXPECT_EQ(script.texts, (Texts{"Ledrix: 新ファイルが複数選択されています",
-                                 "Ledrix: 旧ファイルが複数選択されています"}));
-}
-
-TEST(StepCsv, RefusesAnEmptyList) {
-  WindowRun run;
-  run.Open();
-  ModalScript script;
-  script.Answer("OK");
-  run.Popup("inDirBox0", "MenuPopStepCnt");
-  EXPECT_EQ(script.texts, Texts{"Ledrix: ファイルボックスに対象ファイルが有りません"});
+                                 "Ledrix: 旧ファイルが複数選択されています",
+                                 "Ledrix: ファイルボックスに対象ファイルが有りません"}));
 }
 
 TEST(RunDialog, DoesNothingWhenItIsNotConfirmed) {
@@ -244,11 +203,11 @@ struct LongRun : WindowRun {
 
 TEST(RunDialog, AsksBeforeItStops) {
   LongRun run;
+  QWidget* asking = nullptr;
   ModalScript script;
   script
       .Then([&](QWidget& dialog) {
-        EXPECT_TRUE(Find<QWidget>(dialog, "BtnStop")->isVisible());
-        EXPECT_FALSE(Find<QWidget>(dialog, "BtnYES")->isVisible());
+        asking = &dialog;
         Press(dialog, "BtnStop");
         EXPECT_TRUE(dialog.isVisible());
         EXPECT_FALSE(run.window->close());
@@ -260,8 +219,8 @@ TEST(RunDialog, AsksBeforeItStops) {
         EXPECT_EQ(dynamic_cast<QMessageBox&>(box).text(), "処理を中断します  よろしいですか？");
         EXPECT_EQ(test::DefaultButton(box), "いいえ");
         // A second question cannot open above the first.
-        Press(*box.parentWidget(), "BtnStop");
-        box.parentWidget()->close();
+        Press(*asking, "BtnStop");
+        asking->close();
         test::PressBoxButton(box, "いいえ");
       })
       .Then([](QWidget& box) {
