@@ -187,6 +187,9 @@ TEST(PairDriver, OneNanosecondIsAnotherTime) {
   PairRun run("ab\n", "cd\n");
   SetModified(run.job.files.OldPath, test::kTestTime, 1);
   SetModified(run.job.files.NewPath, test::kTestTime, 2);
+  ASSERT_EQ(mkdir(run.folder.At("sub").c_str(), 0777), 0);
+  run.WantSideOutputs();
+  run.job.files.SbnPath = run.folder.At("sub/out.lst");  // another file of the listing's name
   EXPECT_EQ(run.Compare().substr(0, 12), "    UnMatch=");
 }
 

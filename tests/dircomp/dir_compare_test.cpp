@@ -238,6 +238,9 @@ TEST(DirComp, ReadsWhatAFileMayHold) {
     run.request.OldPath = run.folder.Write("S.DDF", row[0]);
     EXPECT_NE(run.Result().find(row[1]), std::string::npos)
         << row[0] << run.front_end.results.back();
+    for (const std::string& line : ReadLines(run.request.OutPath)) {
+      EXPECT_EQ(line.find('\r'), std::string::npos) << line;
+    }
     ASSERT_EQ(run.platform.troubles.size(), row[2].empty() ? 0u : 1u) << row[0];
     if (row[2].empty()) continue;
     EXPECT_NE(run.platform.troubles[0].find(":" + row[2] + ": "), std::string::npos) << row[0];

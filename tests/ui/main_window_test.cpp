@@ -346,7 +346,10 @@ TEST(PopupCommands, ActOnTheListTheyWereOpenedOn) {
 
   ModalScript script;
   script.Answer("OK")
-      .Answer("いいえ")
+      .Then([](QWidget& box) {
+        EXPECT_EQ(test::DefaultButton(box), "いいえ");
+        test::PressBoxButton(box, "いいえ");
+      })
       .Answer("はい")
       .Answer("いいえ")
       .Answer("はい")
@@ -367,7 +370,7 @@ TEST(PopupCommands, ActOnTheListTheyWereOpenedOn) {
   run.Popup("inListView0", "MenuPOPDeleteFile");
   EXPECT_EQ(run.Names(0), Texts{"b"});
   EXPECT_EQ(script.texts.at(0), "Ledrix: ｱﾌﾟﾘｹｰｼｮﾝが関連付けされていません\n 拡張子( .xyz )");
-  EXPECT_EQ(script.texts.at(6), "Ledrix: ごみ箱に移動できません\n" + run.Path("old/b"));
+  EXPECT_EQ(script.texts.at(5), "Ledrix: ごみ箱に移動できません\n" + run.Path("old/b"));
   // A file that is new on the other side needs no question.
   run.Popup("inListView0", "MenuPOPFileCopy");
   EXPECT_EQ(run.Names(1), (Texts{"a.xyz", "b"}));
