@@ -382,7 +382,9 @@ bool PairCompare::IsNobodyElses(const NativePath& output) const {
          RefuseOutput(output, inputs_, others, job_.ProtectedFiles).ok();
 }
 
+// A file that may not be written is not removed in its stead.
 void PairCompare::RemoveOutput(const NativePath& path) {
+  if (!MayWrite(path)) return;
   if (const Status failed = RemoveFile(path); !failed.ok()) {
     services_.ReportFileTrouble(path, failed.error());
   }

@@ -83,9 +83,13 @@ bool PathExists(const NativePath& path) {
   return access(trimmed.c_str(), R_OK) == 0 && !IsFolder(trimmed);
 }
 
+bool MayWrite(const NativePath& path) {
+  return access(path.c_str(), W_OK) == 0;
+}
+
 Status RemoveFile(const NativePath& path) {
   const Result<FileInfo> info = GetFileInfo(path);
-  if (!info.ok()) return info.error().system_number == ENOENT ? Status() : Status(info.error());
+  if (!info.ok()) return info.error().IsMissing() ? Status() : info.status();
   if (info.value().kind != FileKind::kRegular) return Status();
   if (unlink(path.c_str()) != 0) return LastError();
   return Status();

@@ -63,6 +63,9 @@ bool IsFolder(const NativePath& path);
 // ends in a separator, IsFolder; otherwise true when the file can be opened for reading.
 bool PathExists(const NativePath& path);
 
+// True when this user may write the file that stands at the path.
+bool MayWrite(const NativePath& path);
+
 // Removes a regular file (or a link to one); anything else, such as /dev/null, stays. A file that
 // does not exist is no error.
 Status RemoveFile(const NativePath& path);

@@ -137,11 +137,11 @@ TEST(MultipleCompare, AStopAtAnyYieldAddsNoTotal) {
 
 TEST(MultipleCompare, NoOutputOverwritesAFileOfALaterPair) {
   FolderRun run;
-  run.Set("ComboCSVName", "old/c.exe");
+  run.Set("ComboCSVName", "old/b.CBL");
   run.Run();
   EXPECT_EQ(run.platform.messages.size(), 1u);
   EXPECT_EQ(run.front_end.results.size(), 0u);
-  EXPECT_EQ(test::ReadFile(run.folder.At("old/c.exe")), "same");
+  EXPECT_EQ(test::ReadFile(run.folder.At("old/b.CBL")), "old");
 }
 
 TEST(RunLog, KeepsTheNewestUseOfExistingFolders) {
