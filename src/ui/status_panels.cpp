@@ -1,8 +1,15 @@
 #include "ui/status_panels.h"
 
+#include <QDialog>
+#include <QEvent>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QStatusBar>
+#include <QVBoxLayout>
+#include <functional>
+#include <utility>
 
+#include "platform/services.h"
 #include "ui/named.h"
 #include "ui/qt_text.h"
 
@@ -22,6 +29,38 @@ QLabel* LongPanel(const char* name) {
   return label;
 }
 
+// Every line that was told, to be read and copied.
+void ShowLines(const QStringList& lines, QWidget* parent) {
+  QDialog dialog(parent);
+  Named(&dialog, "Troubles");
+  dialog.setWindowTitle(kProgramTitle);
+  auto* const text = Named(new QPlainTextEdit(lines.join("\n")), "TroubleLines");
+  text->setReadOnly(true);
+  text->setLineWrapMode(QPlainTextEdit::NoWrap);
+  auto* const rows = new QVBoxLayout(&dialog);
+  rows->addWidget(text);
+  dialog.resize(800, 300);
+  dialog.exec();
+}
+
+// Calls back when its label is clicked.
+class ClickFilter : public QObject {
+ public:
+  ClickFilter(QLabel* label, std::function<void()> clicked)
+      : QObject(label), clicked_(std::move(clicked)) {
+    label->installEventFilter(this);
+    label->setCursor(Qt::PointingHandCursor);
+  }
+  bool eventFilter(QObject* /*label*/, QEvent* event) override {
+    if (event->type() != QEvent::MouseButtonRelease) return false;
+    clicked_();
+    return true;
+  }
+
+ private:
+  std::function<void()> clicked_;
+};
+
 }  // namespace
 
 StatusPanels::StatusPanels(QStatusBar& bar)
@@ -34,6 +73,7 @@ StatusPanels::StatusPanels(QStatusBar& bar)
   bar.addWidget(PanelPreview, 1);
   PanelTrouble->hide();
   bar.addWidget(PanelTrouble, 1);
+  new ClickFilter(PanelTrouble, [this] { ShowLines(troubles_, PanelTrouble->window()); });
 }
 
 void StatusPanels::ShowCount(int side, size_t selected, int files) {
@@ -48,12 +88,17 @@ void StatusPanels::ShowPreview(const QString& preview) {
 }
 
 void StatusPanels::ShowTrouble(const std::string& line) {
-  PanelTrouble->setText("⚠ " + ToQString(line));
-  PanelTrouble->setToolTip(ToQString(line));
+  constexpr qsizetype kLinesInToolTip = 20;
+  troubles_.append(ToQString(line));
+  const qsizetype more = troubles_.size() - 1;
+  PanelTrouble->setText("⚠ " + troubles_.first() +
+                        (more > 0 ? QString("（ほか %1 件）").arg(more) : QString()));
+  PanelTrouble->setToolTip(troubles_.mid(0, kLinesInToolTip).join("\n"));
   PanelTrouble->show();
 }
 
 void StatusPanels::HideTrouble() {
+  troubles_.clear();
   PanelTrouble->hide();
 }
 

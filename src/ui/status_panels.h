@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <string>
 
 class QLabel;
@@ -18,7 +19,8 @@ class StatusPanels {
   void ShowCount(int side, size_t selected, int files);
   // Where the outputs of the next compare go.
   void ShowPreview(const QString& preview);
-  // Beside the preview, until it is hidden.
+  // Beside the preview, until it is hidden: the first line and how many follow. A click on it
+  // shows them all.
   void ShowTrouble(const std::string& line);
   void HideTrouble();
 
@@ -27,6 +29,7 @@ class StatusPanels {
   QLabel* const PanelNew;
   QLabel* const PanelPreview;
   QLabel* const PanelTrouble;
+  QStringList troubles_;
 };
 
 }  // namespace ledrix
