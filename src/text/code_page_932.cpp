@@ -1,16 +1,26 @@
 #include "text/code_page_932.h"
 
-#include <iconv.h>
-
 #include <array>
-#include <memory>
 
 #include "text/utf8.h"
 
 namespace ledrix {
 namespace {
 
-// The single bytes that Windows maps to characters of their own and the C library refuses.
+// The lead bytes whose characters stand in the table; F0-F9, the user-defined ones, do not.
+struct LeadRange {
+  int first;
+  int last;
+};
+constexpr std::array<LeadRange, 3> kTableLeads = {{{0x81, 0x9F}, {0xE0, 0xEF}, {0xFA, 0xFC}}};
+constexpr size_t kTrails = 188;
+
+constexpr char16_t kDoubleBytes[] = {
+#include "text/code_page_932_table.inc"
+};
+static_assert(std::size(kDoubleBytes) == 50 * kTrails);
+
+// The single bytes beside ASCII and half-width katakana.
 struct SingleByte {
   uint8_t code;
   char16_t character;
@@ -33,65 +43,57 @@ constexpr std::array<Spelling, 9> kFurtherSpellings = {{{0x301C, 0x8160},
                                                         {0x00A5, 0x5C},
                                                         {0x203E, 0x7E}}};
 
-// What iconv_open returns when it fails.
-const iconv_t kNoCodePage = reinterpret_cast<iconv_t>(-1);  // NOLINT(performance-no-int-to-ptr)
-
-// Decodes one code of one or two bytes; 0 when the converter refuses it.
-char16_t DecodeOne(iconv_t converter, const char* bytes, size_t size) {
-  iconv(converter, nullptr, nullptr, nullptr, nullptr);
-  char* in = const_cast<char*>(bytes);
-  size_t in_left = size;
-  char16_t character = 0;
-  char* out = reinterpret_cast<char*>(&character);
-  size_t out_left = sizeof character;
-  const size_t result = iconv(converter, &in, &in_left, &out, &out_left);
-  return result == static_cast<size_t>(-1) || out_left != 0 ? char16_t{0} : character;
+// The code of a lead byte and a trail byte counted from 0.
+constexpr int CodeAt(int lead, size_t trail) {
+  return lead * 256 + 0x40 + static_cast<int>(trail) + (trail >= 0x3F ? 1 : 0);
 }
 
 }  // namespace
 
-const CodePage932& CodePage932::Get() {
-  static const std::unique_ptr<const CodePage932> kTable(new CodePage932());
-  return *kTable;
+constexpr CodePage932::CodePage932() {
+  FillDecodeTable();
+  FillEncodeTable();
 }
 
-CodePage932::CodePage932() {
-  LoadDecodeTable();
-  LoadEncodeTable();
-}
-
-void CodePage932::LoadDecodeTable() {
+constexpr void CodePage932::FillDecodeTable() {
   for (int b = 0; b < 0x80; ++b) decode_[b] = static_cast<char16_t>(b);
-  for (const SingleByte& single : kWindowsSingleBytes) decode_[single.code] = single.character;
-  const iconv_t converter = iconv_open("UTF-16LE", "CP932");
-  if (converter == kNoCodePage) return;  // ASCII is all that is left then
   for (int b = 0xA1; b <= 0xDF; ++b) decode_[b] = static_cast<char16_t>(0xFF61 + (b - 0xA1));
-  for (int lead = 0x81; lead <= 0xFC; ++lead) {
-    if (!IsSjisLead(static_cast<unsigned char>(lead))) continue;
-    for (int trail = 0x40; trail <= 0xFC; ++trail) {
-      if (!IsSjisTrail(static_cast<unsigned char>(trail))) continue;
-      const char bytes[2] = {static_cast<char>(lead), static_cast<char>(trail)};
-      decode_[lead * 256 + trail] = DecodeOne(converter, bytes, 2);
+  for (const SingleByte& single : kWindowsSingleBytes) decode_[single.code] = single.character;
+  size_t place = 0;
+  for (const LeadRange& leads : kTableLeads) {
+    for (int lead = leads.first; lead <= leads.last; ++lead) {
+      for (size_t i = 0; i < kTrails; ++i) decode_[CodeAt(lead, i)] = kDoubleBytes[place++];
     }
   }
-  iconv_close(converter);
+  char16_t user_defined = 0xE000;
+  for (int lead = 0xF0; lead <= 0xF9; ++lead) {
+    for (size_t i = 0; i < kTrails; ++i) decode_[CodeAt(lead, i)] = user_defined++;
+  }
 }
 
-void CodePage932::LoadEncodeTable() {
-  const auto add = [this](int first_lead, int last_lead) {
-    for (int code = first_lead * 256; code < (last_lead + 1) * 256; ++code) {
-      const char16_t character = decode_[code];
-      if (character != 0 && encode_[character] == 0) {
-        encode_[character] = static_cast<uint16_t>(code);
-      }
-    }
+constexpr void CodePage932::FillEncodeTable() {
+  const auto add = [this](int code) {
+    const char16_t character = decode_[code];
+    if (character != 0 && encode_[character] == 0) encode_[character] = static_cast<uint16_t>(code);
   };
-  add(0x00, 0xEC);  // single bytes, JIS X 0208 and NEC row 13
-  add(0xEF, 0xFC);  // user-defined characters and the IBM extension
-  add(0xED, 0xEE);  // the NEC-selected duplicates of that extension
+  for (int b = 0; b < 0x100; ++b) add(b);
+  // JIS X 0208 and NEC row 13; user-defined characters and the IBM extension; the NEC-selected
+  // duplicates of that extension.
+  constexpr std::array<LeadRange, 4> kByChoice = {
+      {{0x81, 0x9F}, {0xE0, 0xEC}, {0xEF, 0xFC}, {0xED, 0xEE}}};
+  for (const LeadRange& leads : kByChoice) {
+    for (int lead = leads.first; lead <= leads.last; ++lead) {
+      for (size_t i = 0; i < kTrails; ++i) add(CodeAt(lead, i));
+    }
+  }
   for (const Spelling& spelling : kFurtherSpellings) {
     if (encode_[spelling.character] == 0) encode_[spelling.character] = spelling.code;
   }
+}
+
+const CodePage932& CodePage932::Get() {
+  static constexpr CodePage932 kTable;
+  return kTable;
 }
 
 SjisText EncodeSjis(std::string_view utf8) {

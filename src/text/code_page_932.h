@@ -5,6 +5,8 @@
 // (FAxx-FCxx), the NEC-selected duplicates (EDxx, EExx) last. Both Unicode spellings of the wave
 // dash, the double vertical line, the full-width minus, cent, pound and not sign and the dash
 // reach the one Shift_JIS code.
+//
+// The table is a part of the program, written by scripts/make_code_page_932.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +17,7 @@
 
 namespace ledrix {
 
-// Code page 932 by table, built once in a few milliseconds at the first use. Read-only after that.
+// Code page 932 by table, made by the compiler.
 class CodePage932 {
  public:
   static const CodePage932& Get();
@@ -31,9 +33,9 @@ class CodePage932 {
   char16_t Decode(uint16_t code) const { return decode_[code]; }
 
  private:
-  CodePage932();
-  void LoadDecodeTable();
-  void LoadEncodeTable();
+  constexpr CodePage932();
+  constexpr void FillDecodeTable();
+  constexpr void FillEncodeTable();
 
   char16_t decode_[0x10000] = {};
   uint16_t encode_[0x10000] = {};

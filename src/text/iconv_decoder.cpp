@@ -6,7 +6,6 @@
 #include <cerrno>
 
 #include "text/ascii.h"
-#include "text/utf8.h"
 
 namespace ledrix {
 namespace {
@@ -38,8 +37,11 @@ IconvDecoder::~IconvDecoder() {
   iconv_close(converter_);
 }
 
-void IconvDecoder::Decode(std::string_view bytes, std::u32string& characters) {
+void IconvDecoder::Begin() {
   iconv(converter_, nullptr, nullptr, nullptr, nullptr);
+}
+
+IconvDecoder::Step IconvDecoder::Decode(std::string_view bytes, std::u32string& characters) {
   char* in = const_cast<char*>(bytes.data());
   size_t in_left = bytes.size();
   while (in_left > 0) {
@@ -51,11 +53,9 @@ void IconvDecoder::Decode(std::string_view bytes, std::u32string& characters) {
     const int error = errno;
     characters.append(buffer, (sizeof buffer - out_left) / sizeof(char32_t));
     if (!failed || error == E2BIG) continue;
-    characters += kReplacementCharacter;
-    if (error == EINVAL) return;  // the bytes end inside a character
-    ++in;
-    --in_left;
+    return {bytes.size() - in_left, error == EINVAL ? in_left : 1};
   }
+  return {bytes.size(), 0};
 }
 
 }  // namespace ledrix

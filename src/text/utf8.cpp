@@ -1,7 +1,7 @@
 #include "text/utf8.h"
 
-#include <locale.h>
-#include <wctype.h>
+#include <algorithm>
+#include <iterator>
 
 namespace ledrix {
 namespace {
@@ -20,10 +20,30 @@ bool IsScalarValue(char32_t c, size_t size) {
   return c >= kSmallest[size] && c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
 }
 
-// The C.UTF-8 locale is part of the C library, so this does not depend on installed locales.
-locale_t UnicodeLocale() {
-  static const locale_t kUnicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-  return kUnicode;
+// Every `step`-th character from `first` to `last` has another case, `distance` away from it.
+struct CaseRun {
+  char32_t first;
+  char32_t last;
+  char32_t step;
+  int distance;
+};
+
+constexpr CaseRun kUpperCase[] = {
+#include "text/upper_case_table.inc"
+};
+constexpr CaseRun kLowerCase[] = {
+#include "text/lower_case_table.inc"
+};
+
+// The runs stand in order and do not overlap.
+template <size_t kSize>
+char32_t InOtherCase(const CaseRun (&runs)[kSize], char32_t character) {
+  const CaseRun* const run =
+      std::lower_bound(std::begin(runs), std::end(runs), character,
+                       [](const CaseRun& r, char32_t c) { return r.last < c; });
+  if (run == std::end(runs) || character < run->first) return character;
+  if ((character - run->first) % run->step != 0) return character;
+  return character + static_cast<char32_t>(run->distance);
 }
 
 }  // namespace
@@ -82,17 +102,15 @@ std::u32string Utf8Characters(std::string_view text) {
 }
 
 char32_t ToUpper(char32_t character) {
-  if (character < 0x80 || UnicodeLocale() == nullptr) {
+  if (character < 0x80)
     return character >= 'a' && character <= 'z' ? character - ('a' - 'A') : character;
-  }
-  return static_cast<char32_t>(towupper_l(static_cast<wint_t>(character), UnicodeLocale()));
+  return InOtherCase(kUpperCase, character);
 }
 
 char32_t ToLower(char32_t character) {
-  if (character < 0x80 || UnicodeLocale() == nullptr) {
+  if (character < 0x80)
     return character >= 'A' && character <= 'Z' ? character + ('a' - 'A') : character;
-  }
-  return static_cast<char32_t>(towlower_l(static_cast<wint_t>(character), UnicodeLocale()));
+  return InOtherCase(kLowerCase, character);
 }
 
 }  // namespace ledrix
