@@ -4,8 +4,8 @@
 
 #include "app/console_front_end.h"
 #include "app/console_platform.h"
-#include "charset/judge_code.h"
 #include "charset/line_cutter.h"
+#include "charset/refute_judgement.h"
 #include "platform/files.h"
 
 namespace ledrix {
@@ -33,7 +33,8 @@ int RunJudgeCommand(const CommonArguments& common, const JudgeArguments& argumen
                    PathToUtf8(NativePath(path)) + ": " + DescribeError(head.error()));
       status = 2;
     } else if (!common.quiet) {
-      const std::string_view code = modJudgeCode::ToText(modJudgeCode::JudgeCode(head.value()));
+      const std::string_view code =
+          modJudgeCode::ToText(modJudgeCode::FollowedVerdict(head.value()));
       std::printf("%s\t%s\n", std::string(code).c_str(), path.c_str());
     }
   }

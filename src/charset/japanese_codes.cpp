@@ -1,20 +1,18 @@
 #include "charset/japanese_codes.h"
 
-#include <array>
-#include <memory>
-#include <string>
+#include <iterator>
 
 #include "text/code_page_932.h"
-#include "text/iconv_decoder.h"
 
 namespace ledrix {
 namespace {
 
-using RowCellTable = std::array<uint16_t, static_cast<size_t>(kRows) * kCells>;
+constexpr int kTableRows = 84;
 
-size_t Place(int row, int cell) {
-  return size_t{kCells} * static_cast<size_t>(row - 1) + static_cast<size_t>(cell - 1);
-}
+constexpr char16_t kSupplementarySet[] = {
+#include "charset/jis_x_0212_table.inc"
+};
+static_assert(std::size(kSupplementarySet) == size_t{kTableRows} * kCells);
 
 // By arithmetic: two rows share a lead byte, and the lead bytes leave out the half-width katakana.
 int CodeByArithmetic(int row, int cell) {
@@ -24,39 +22,17 @@ int CodeByArithmetic(int row, int cell) {
   return lead * 256 + trail;
 }
 
-template <class CodeOf>
-std::unique_ptr<const RowCellTable> MakeTable(CodeOf code_of) {
-  auto table = std::make_unique<RowCellTable>();
-  for (int row = 1; row <= kRows; ++row) {
-    for (int cell = 1; cell <= kCells; ++cell) (*table)[Place(row, cell)] = code_of(row, cell);
-  }
-  return table;
-}
-
-uint16_t MainCode(int row, int cell) {
-  const CodePage932& code_page = CodePage932::Get();
-  return code_page.Encode(code_page.Decode(static_cast<uint16_t>(CodeByArithmetic(row, cell))));
-}
-
-uint16_t SupplementaryCode(int row, int cell) {
-  static const std::unique_ptr<IconvDecoder> kDecoder = IconvDecoder::Open("EUC-JP-MS");
-  if (kDecoder == nullptr) return 0;
-  const char bytes[] = {'\x8F', static_cast<char>(row + 0xA0), static_cast<char>(cell + 0xA0)};
-  std::u32string characters;
-  kDecoder->Decode({bytes, sizeof bytes}, characters);
-  return characters.size() == 1 ? CodePage932::Get().Encode(characters[0]) : uint16_t{0};
-}
-
 }  // namespace
 
-uint16_t SjisOfRowCell(int row, int cell) {
-  static const std::unique_ptr<const RowCellTable> kTable = MakeTable(MainCode);
-  return (*kTable)[Place(row, cell)];
+char16_t CharacterOfRowCell(int row, int cell) {
+  return CodePage932::Get().Decode(static_cast<uint16_t>(CodeByArithmetic(row, cell)));
 }
 
-uint16_t SjisOfSupplementaryRowCell(int row, int cell) {
-  static const std::unique_ptr<const RowCellTable> kTable = MakeTable(SupplementaryCode);
-  return (*kTable)[Place(row, cell)];
+char16_t CharacterOfSupplementaryRowCell(int row, int cell) {
+  const int place = (row - 1) * kCells + (cell - 1);
+  // The second half of the user-defined characters, from U+E3AC on.
+  if (row > kTableRows) return static_cast<char16_t>(0xE3AC + place - kTableRows * kCells);
+  return kSupplementarySet[place];
 }
 
 }  // namespace ledrix

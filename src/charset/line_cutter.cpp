@@ -41,7 +41,9 @@ bool LineCutter::Take(size_t end, size_t next, std::string_view& line) {
 }
 
 size_t LineCutter::FindEnd(LineCutting cutting) {
-  const size_t end = cutting == LineCutting::kBytes ? FindByteEnd() : FindUtf16End();
+  const size_t end = cutting == LineCutting::kBytes     ? FindByteEnd()
+                     : cutting == LineCutting::kUtf16Le ? FindUtf16LeEnd()
+                                                        : FindUtf16BeEnd();
   scanned_ = end != kNone ? end : std::max(scanned_, used_ > 0 ? used_ - 1 : 0);
   return end;
 }
@@ -61,9 +63,16 @@ size_t LineCutter::FindByteEnd() {
   return carriage_return != kNone ? carriage_return : line_feed_;
 }
 
-size_t LineCutter::FindUtf16End() {
+size_t LineCutter::FindUtf16LeEnd() {
   for (size_t j = scanned_; j + 1 < used_; ++j) {
     if ((buffer_[j] == '\r' || buffer_[j] == '\n') && buffer_[j + 1] == '\0') return j;
+  }
+  return kNone;
+}
+
+size_t LineCutter::FindUtf16BeEnd() {
+  for (size_t j = scanned_ - (scanned_ - start_) % 2; j + 1 < used_; j += 2) {
+    if (buffer_[j] == '\0' && (buffer_[j + 1] == '\r' || buffer_[j + 1] == '\n')) return j;
   }
   return kNone;
 }
@@ -72,8 +81,9 @@ size_t LineCutter::EndSize(LineCutting cutting, size_t end) const {
   if (cutting == LineCutting::kBytes) {
     return buffer_[end] == '\r' && end + 1 < used_ && buffer_[end + 1] == '\n' ? 2 : 1;
   }
-  const bool pair = used_ - end >= kLongestEnd && buffer_[end] == '\r' &&
-                    buffer_[end + 2] == '\n' && buffer_[end + 3] == '\0';
+  const size_t letter = cutting == LineCutting::kUtf16Be ? 1 : 0;  // of a unit's two bytes
+  const bool pair = used_ - end >= kLongestEnd && buffer_[end + letter] == '\r' &&
+                    buffer_[end + 2 + letter] == '\n' && buffer_[end + 3 - letter] == '\0';
   return pair ? 4 : 2;
 }
 

@@ -1,7 +1,8 @@
 // Cuts a file of any character code into the bytes of its lines.
 //
 // Byte mode: a line ends at CR LF, CR or LF. UTF-16 mode: at the byte pairs of those units, found
-// by stepping one byte at a time. What follows the last line end is a line when it is not empty.
+// by stepping one byte at a time in little-endian text and unit by unit from the line's start in
+// big-endian text. What follows the last line end is a line when it is not empty.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +14,7 @@
 
 namespace ledrix {
 
-enum class LineCutting { kBytes, kUtf16 };
+enum class LineCutting { kBytes, kUtf16Le, kUtf16Be };
 
 class LineCutter {
  public:
@@ -41,7 +42,8 @@ class LineCutter {
 
   size_t FindEnd(LineCutting cutting);
   size_t FindByteEnd();
-  size_t FindUtf16End();
+  size_t FindUtf16LeEnd();
+  size_t FindUtf16BeEnd();
   size_t EndSize(LineCutting cutting, size_t end) const;
   void ReadMore();
   bool Take(size_t end, size_t next, std::string_view& line);

@@ -5,41 +5,13 @@
 #include <memory>
 
 #include "charset/judge_code.h"
-#include "charset/line_converter.h"
-#include "charset/line_cutter.h"
 #include "platform/files.h"
 #include "platform/nameless_file.h"
-#include "text/code_page_932.h"
 
 namespace ledrix {
 namespace {
 
-using modJudgeCode::CodeName;
-
-constexpr const char* kNoConversion = "Shift_JIS";
 constexpr int64_t kLinesPerReport = 10000;
-
-const char* CharsetOf(CodeName code) {
-  switch (code) {
-    case CodeName::kSjis:
-      return kNoConversion;
-    case CodeName::kJis:
-      return "ISO-2022-JP";
-    case CodeName::kEuc:
-      return "EUC-JP";
-    case CodeName::kUnicode:
-      return "UNICODE";
-    case CodeName::kUtf7:
-      return "UTF-7";
-    case CodeName::kUtf8:
-      return "UTF-8";
-  }
-  return "_autodetect";
-}
-
-bool IsUtf16Name(const std::string& charset) {
-  return charset.rfind("UTF16", 0) == 0 || charset.rfind("UTF-16", 0) == 0;
-}
 
 // One file on its way through the conversion.
 class Conversion {
@@ -52,16 +24,16 @@ class Conversion {
     if (const Status unread = cutter_.failure(); !unread.ok()) return unread.error();
     if (services_.job().StopRequested) return AsItIs();
     // A pipe can be read only once, so what was judged of it has to be kept in any case.
-    if (is_regular() && (empty_ || charset_ == kNoConversion)) return AsItIs();
-    converter_ = LineConverter::Make(charset_);
+    if (is_regular() && (empty_ || choice_.NeedsNoConversion())) return AsItIs();
+    converter_ = choice_.MakeConverter();
     if (converter_ == nullptr) return Error{ErrorKind::kCharset};
-    services_.SetBarText(charset_ + " 変換中");
+    services_.SetBarText(choice_.charset + " 変換中");
     if (services_.job().StopRequested) return AsItIs();
     return WriteCopy();
   }
 
  private:
-  ReadInput AsItIs() const { return {path_, std::nullopt}; }
+  ReadInput AsItIs() const { return {path_, std::nullopt, {}}; }
   bool is_regular() const { return file_.info().kind == FileKind::kRegular; }
 
   void Judge() {
@@ -69,17 +41,13 @@ class Conversion {
     services_.SetBarText("文字コード判定中");
     const std::string_view head = cutter_.Peek(modJudgeCode::kDecidingBytes);
     empty_ = head.empty();
-    const CodeName code = modJudgeCode::JudgeCode(head);
+    choice_ = ChooseCharset(services_.options().CharsetCode, head);
     services_.SetBarText(before);
-    const std::string& chosen = services_.options().CharsetCode;
-    charset_ = chosen == kFullAuto ? CharsetOf(code) : chosen;
-    const bool by_name = chosen != kFullAuto && IsUtf16Name(charset_);
-    cutting_ = code == CodeName::kUnicode || by_name ? LineCutting::kUtf16 : LineCutting::kBytes;
   }
 
   Result<ReadInput> WriteCopy() {
-    const bool converts = charset_ != kNoConversion;
-    NativePath shown_path = converts ? path_ + ("_" + charset_) : path_;
+    const bool converts = !choice_.NeedsNoConversion();
+    NativePath shown_path = converts ? path_ + ("_" + choice_.charset) : path_;
     Result<OutputFile> copy =
         CreateNamelessFile(is_regular() ? DirOf(path_) : TemporaryFolder(), shown_path);
     if (!copy.ok()) return copy.error();
@@ -92,7 +60,8 @@ class Conversion {
     Result<InputFile> readable = ReadBack(std::move(copy.value()));
     if (!readable.ok()) return readable.error();
     services_.SetBarText("");
-    return ReadInput{std::move(shown_path), std::move(readable.value())};
+    return ReadInput{std::move(shown_path), std::move(readable.value()),
+                     converts ? converter_->loss() : ConversionLoss()};
   }
 
   void CopyBytes(OutputFile& copy) {
@@ -104,7 +73,7 @@ class Conversion {
   bool ConvertLines(OutputFile& copy) {
     SjisText text;
     int64_t lines = 0;
-    for (std::string_view bytes; cutter_.Next(cutting_, bytes) && copy.failure().ok();) {
+    for (std::string_view bytes; cutter_.Next(choice_.cutting, bytes) && copy.failure().ok();) {
       text.Clear();
       converter_->Convert(bytes, lines == 0 ? LinePosition::kFirst : LinePosition::kLater, text);
       copy.Write(text.bytes());
@@ -122,7 +91,7 @@ class Conversion {
     const double share = total > 1 ? static_cast<double>(done - 1) / static_cast<double>(total - 1)
                                    : static_cast<double>(total);
     const auto percent = std::lround(std::min(share, 1.0) * 100);
-    services_.SetBarText(charset_ + " 変換中 ･･･ " + std::to_string(percent) + "%");
+    services_.SetBarText(choice_.charset + " 変換中 ･･･ " + std::to_string(percent) + "%");
   }
 
   RunServices& services_;
@@ -130,15 +99,14 @@ class Conversion {
   InputFile& file_;
   LineCutter cutter_;
   std::unique_ptr<LineConverter> converter_;
-  std::string charset_;
-  LineCutting cutting_ = LineCutting::kBytes;
+  CharsetChoice choice_;
   bool empty_ = false;
 };
 
 }  // namespace
 
 Result<ReadInput> ReadWithConversion(RunServices& services, const NativePath& path) {
-  if (services.options().CharsetCode.empty()) return ReadInput{path, std::nullopt};
+  if (services.options().CharsetCode.empty()) return ReadInput{path, std::nullopt, {}};
   Result<InputFile> file = InputFile::Open(path);
   if (!file.ok()) return file.error();
   services.platform().YieldBetweenBlocks(file.value());

@@ -7,6 +7,8 @@
 
 #include <optional>
 
+#include "charset/charset_choice.h"
+#include "charset/conversion_loss.h"
 #include "platform/error.h"
 #include "platform/files.h"
 #include "platform/native_path.h"
@@ -14,13 +16,11 @@
 
 namespace ledrix {
 
-// The option CharsetCode that has every file judged and converted accordingly.
-inline constexpr const char* kFullAuto = "FULLAUTO(遅め)";
-
 // One input file of a pair as the compare is to read it.
 struct ReadInput {
   NativePath shown_path;          // what outputs call it
   std::optional<InputFile> copy;  // to be read in place of the file; nothing: the file itself
+  ConversionLoss loss;            // what became "?" in the copy
 };
 
 // Converts one input file of the current pair when that is needed: not without a chosen charset,

@@ -62,8 +62,8 @@ class PairCompare {
         job_(services.job()),
         files_(job_.files),
         inputs_{files_.OldPath, files_.NewPath},
-        old_side_{files_.OldPath, std::nullopt},
-        new_side_{files_.NewPath, std::nullopt},
+        old_side_{files_.OldPath, std::nullopt, {}},
+        new_side_{files_.NewPath, std::nullopt, {}},
         options_(services.options()),
         format_(options_),
         sides_(options_, job_.outputs.MergeMarks ? MergeMarks::kWritten : MergeMarks::kNone) {}
@@ -91,6 +91,9 @@ class PairCompare {
   // Runs the loop to the end of both files; false when it was stopped or an output failed.
   bool RunCompareLoop(Difference& difference);
   bool OutputFailed() const;
+  bool LossesHideADifference();
+  // Tells of each side how many of its characters became "?".
+  void TellLosses();
   // Closes every output; on a failure removes them all and tells which file it was.
   void CloseOutputs();
   void DiscardOutputs();
@@ -140,6 +143,7 @@ void PairCompare::CompareFiles() {
   std::optional<InputFile> old_file = OpenInput(files_.OldPath, old_side_, "OLD Open Error");
   if (!old_file) return;
   std::optional<InputFile> new_file = OpenInput(files_.NewPath, new_side_, "NEW Open Error");
+  TellLosses();
   if (!new_file || !CreateOutputs()) return;
   CompareOpened(std::move(*old_file), std::move(*new_file));
 }
@@ -276,12 +280,35 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
     DiscardOutputs();
     return;
   }
+  if (ended && LossesHideADifference()) {
+    DiscardOutputs();
+    return;
+  }
   if (ended) {
     body.Close();
     WriteSummary();
     RemoveUnwantedOutputs();
   }
   CloseOutputs();
+}
+
+// Two texts that read the same only because different characters became "?" are not the same.
+bool PairCompare::LossesHideADifference() {
+  if (old_side_.loss == new_side_.loss) return false;
+  services_.platform().ReportTrouble(PathToUtf8(files_.OldPath) +
+                                     ": ? になった文字が旧と新で異なります");
+  if (counts_.total() > 0) return false;
+  Fail();
+  return true;
+}
+
+void PairCompare::TellLosses() {
+  for (const auto& [side, path] :
+       {std::pair(&old_side_, &files_.OldPath), std::pair(&new_side_, &files_.NewPath)}) {
+    const ConversionLoss& loss = side->loss;
+    if (loss.count() == 0) continue;
+    services_.ReportLoss(*path, loss.count(), loss.first_line());
+  }
 }
 
 void PairCompare::WriteHeader(const LineRing& old_ring, const LineRing& new_ring) {

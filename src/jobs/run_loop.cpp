@@ -73,6 +73,7 @@ class MultipleCompare {
       ended = RunPair(++number, old_name, new_name) && !job_.StopRequested;
       if (!ended) break;
     }
+    services_.ReportTotalLoss();
     if (job_.StopRequested) services_.NoteEnd(JobEnd::kTrouble);
     if (!job_.outputs.OptCsvList) return;
     ended ? services_.CloseCsvSummary(job_.request.FileCount) : services_.AbandonCsvSummary();

@@ -104,6 +104,20 @@ void RunServices::WriteCsvStatus(const PairPaths& paths, std::string_view status
   if (options_.CsvStatus == 1) csv_.WriteStatus(paths, status);
 }
 
+void RunServices::ReportLoss(const NativePath& path, uint64_t count, uint64_t first_line) {
+  lost_characters_ += count;
+  platform_.ReportTrouble(PathToUtf8(path) + ": " + std::to_string(count) +
+                          " 文字を ? に置き換えました（最初は " + std::to_string(first_line) +
+                          " 行目）");
+}
+
+void RunServices::ReportTotalLoss() {
+  if (lost_characters_ == 0) return;
+  platform_.ReportTrouble("合計 " + std::to_string(lost_characters_) +
+                          " 文字を ? に置き換えました");
+  lost_characters_ = 0;
+}
+
 void RunServices::ReportFileTrouble(const NativePath& path, const Error& error) {
   platform_.ReportTrouble(PathToUtf8(path) + ": " + DescribeError(error));
   NoteEnd(JobEnd::kTrouble);

@@ -49,10 +49,7 @@ class RunServices {
   // All four must outlive the services.
   RunServices(OptionRecord& options, JobRecord& job, PlatformServices& platform,
               RunFrontEnd& front_end)
-      : options_(options),
-        job_(job),
-        platform_(platform),
-        front_end_(front_end) {}
+      : options_(options), job_(job), platform_(platform), front_end_(front_end) {}
 
   OptionRecord& options() { return options_; }
   JobRecord& job() { return job_; }
@@ -105,6 +102,11 @@ class RunServices {
   }
   JobEnd end() const { return end_; }
 
+  // Tells that characters of a file became "?", first in the line `first_line` (from 1).
+  void ReportLoss(const NativePath& path, uint64_t count, uint64_t first_line);
+  // Tells of all such characters together; nothing when there were none.
+  void ReportTotalLoss();
+
   // Tells of a file that could not be read or written to the end, and notes the trouble.
   void ReportFileTrouble(const NativePath& path, const Error& error);
 
@@ -123,6 +125,7 @@ class RunServices {
   std::string message_text_;
   std::string bar_text_;
   JobEnd end_ = JobEnd::kNoDifference;
+  uint64_t lost_characters_ = 0;
 };
 
 // A decimal number right-aligned in `width` characters; a longer one keeps only its first.

@@ -159,19 +159,19 @@ TEST(LineCutter, CutsAtEveryKindOfLineEnd) {
     Texts lines;
   };
   constexpr auto kBytes = LineCutting::kBytes;
-  constexpr auto kUtf16 = LineCutting::kUtf16;
+  constexpr auto kUtf16Le = LineCutting::kUtf16Le;
   const Case cases[] = {
       {kBytes, "", {}},
       {kBytes, "abc\r\nd", {"abc", "d"}},
       {kBytes, "abc\r\n\r\n", {"abc", ""}},
       {kBytes, "a\rb\nc\n\rd", {"a", "b", "c", "", "d"}},
       {kBytes, "\r", {""}},
-      {kUtf16, Wide("a\r\nb"), {Wide("a"), Wide("b")}},
-      {kUtf16, Wide("a\rb\n"), {Wide("a"), Wide("b")}},
-      {kUtf16, Wide("\r\n\r\n"), {"", ""}},
-      {kUtf16, "x\r" + std::string(1, '\0') + "y", {"x", "y"}},
-      {kUtf16, "a\r\nb", {"a\r\nb"}},
-      {kUtf16, Wide("a") + "\r", {Wide("a") + "\r"}},
+      {kUtf16Le, Wide("a\r\nb"), {Wide("a"), Wide("b")}},
+      {kUtf16Le, Wide("a\rb\n"), {Wide("a"), Wide("b")}},
+      {kUtf16Le, Wide("\r\n\r\n"), {"", ""}},
+      {kUtf16Le, "x\r" + std::string(1, '\0') + "y", {"x", "y"}},
+      {kUtf16Le, "a\r\nb", {"a\r\nb"}},
+      {kUtf16Le, Wide("a") + "\r", {Wide("a") + "\r"}},
   };
   const TempFolder folder;
   for (const Case& c : cases) {
@@ -193,7 +193,7 @@ TEST(LineCutter, LinesOfEveryLengthSurviveTheBlocks) {
       }
       EXPECT_TRUE(Cut(folder.Write("f", bytes), LineCutting::kBytes) == lines) << longest;
       for (std::string& line : lines) line = Wide(line);
-      EXPECT_TRUE(Cut(folder.Write("f", Wide(bytes)), LineCutting::kUtf16) == lines) << longest;
+      EXPECT_TRUE(Cut(folder.Write("f", Wide(bytes)), LineCutting::kUtf16Le) == lines) << longest;
     }
   }
 }

@@ -1,0 +1,40 @@
+#include "charset/conversion_loss.h"
+
+#include <bit>
+
+namespace ledrix {
+namespace {
+
+// Spreads each bit of a value over all of them.
+uint64_t Spread(uint64_t value) {
+  value = (value ^ (value >> 33)) * 0xFF51AFD7ED558CCD;
+  value = (value ^ (value >> 33)) * 0xC4CEB9FE1A85EC53;
+  return value ^ (value >> 33);
+}
+
+}  // namespace
+
+void ConversionLoss::AddCharacter(uint64_t ordinal, char32_t character) {
+  Begin(ordinal, Kind::kCharacter, character);
+}
+
+void ConversionLoss::AddInvalid(uint64_t ordinal, std::string_view bytes) {
+  Begin(ordinal, Kind::kInvalid, bytes.size());
+  for (const char byte : bytes) Mix(static_cast<unsigned char>(byte));
+}
+
+void ConversionLoss::Begin(uint64_t ordinal, Kind kind, uint64_t value) {
+  if (count_++ == 0) first_line_ = line_;
+  Mix(line_);
+  Mix(ordinal);
+  Mix(static_cast<uint64_t>(kind));
+  Mix(value);
+}
+
+// Two chains that share no constant; each value goes into both and each chain into the other.
+void ConversionLoss::Mix(uint64_t value) {
+  digest_[0] = Spread(digest_[0] * 0x9E3779B97F4A7C15 + value + 1);
+  digest_[1] = Spread(std::rotl(digest_[1], 23) * 0xD6E8FEB86659FD93 + digest_[0] + value);
+}
+
+}  // namespace ledrix

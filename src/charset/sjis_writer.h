@@ -1,0 +1,68 @@
+// Writes one line of Shift_JIS text and records what that text cannot hold.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "charset/conversion_loss.h"
+#include "text/code_page_932.h"
+#include "text/sjis_text.h"
+
+namespace ledrix {
+
+// Where a line stands in its file: a byte-order mark at the start of the first line is no text.
+enum class LinePosition { kFirst, kLater };
+
+class SjisWriter {
+ public:
+  // Appends to `text`; both must outlive the writer.
+  SjisWriter(LinePosition position, SjisText& text, ConversionLoss& loss)
+      : text_(text),
+        loss_(loss),
+        scanned_(text.size()),
+        may_be_mark_(position == LinePosition::kFirst) {}
+
+  // ASCII bytes, as they stand.
+  void PutAscii(std::string_view bytes) {
+    if (!bytes.empty()) may_be_mark_ = false;
+    text_ += SjisView::FromBytes(bytes);
+  }
+
+  // A character by the code that Windows chooses, or "?" when Shift_JIS lacks it.
+  void PutCharacter(char32_t character) {
+    const bool is_mark = may_be_mark_ && character == kByteOrderMark;
+    may_be_mark_ = false;
+    if (is_mark) return;
+    const unsigned code = character < 0x80 ? character : code_page_.Encode(character);
+    if (code != 0 || character == 0) {
+      text_.AppendCode(code);
+    } else {
+      loss_.AddCharacter(NextOrdinal(), character);
+      text_.AppendCode('?');
+    }
+  }
+
+  // "?" for an invalid sequence of these bytes.
+  void PutInvalid(std::string_view bytes) {
+    may_be_mark_ = false;
+    loss_.AddInvalid(NextOrdinal(), bytes);
+    text_.AppendCode('?');
+  }
+
+ private:
+  static constexpr char32_t kByteOrderMark = 0xFEFF;
+
+  // The place, from 1, among the line's "?" of one that is written next. The text is searched for
+  // those before it only now, so that a line without a loss is never searched.
+  uint64_t NextOrdinal();
+
+  const CodePage932& code_page_ = CodePage932::Get();
+  SjisText& text_;
+  ConversionLoss& loss_;
+  size_t scanned_;               // bytes of the text whose "?" are counted
+  uint64_t question_marks_ = 0;  // of this line, before scanned_
+  bool may_be_mark_;
+};
+
+}  // namespace ledrix
