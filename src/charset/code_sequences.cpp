@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "charset/byte_ranges.h"
 #include "text/sjis_text.h"
 #include "text/utf8.h"
 
@@ -9,14 +10,6 @@ namespace ledrix {
 namespace {
 
 constexpr CodeSequence kInvalidByte = {1, SequenceForm::kInvalid};
-
-unsigned ByteAt(std::string_view bytes, size_t position) {
-  return static_cast<unsigned char>(bytes[position]);
-}
-
-bool IsIn(unsigned b, unsigned lowest, unsigned highest) {
-  return b >= lowest && b <= highest;
-}
 
 // A lead byte and the continuation bytes that could still have belonged to a character.
 CodeSequence UnfinishedUtf8(std::string_view bytes, size_t start) {

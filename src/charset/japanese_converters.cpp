@@ -5,20 +5,13 @@
 #include <optional>
 #include <string>
 
+#include "charset/byte_ranges.h"
 #include "charset/code_sequences.h"
 #include "charset/japanese_codes.h"
 #include "text/code_page_932.h"
 
 namespace ledrix {
 namespace {
-
-unsigned ByteAt(std::string_view bytes, size_t position) {
-  return static_cast<unsigned char>(bytes[position]);
-}
-
-bool IsIn(unsigned b, unsigned lowest, unsigned highest) {
-  return b >= lowest && b <= highest;
-}
 
 // The character of a byte from A1 to DF.
 char32_t HalfWidthKatakana(unsigned b) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "charset/byte_ranges.h"
+
 namespace ledrix::modJudgeCode {
 namespace {
 
@@ -34,10 +36,6 @@ class Walk {
   size_t examined_;
   int points_ = 0;
 };
-
-constexpr bool IsIn(unsigned b, unsigned lowest, unsigned highest) {
-  return b >= lowest && b <= highest;
-}
 
 constexpr bool IsAscii(unsigned b) {
   return b <= 0x7F;
