@@ -8,6 +8,7 @@
 #include <random>
 #include <thread>
 
+#include "charset/japanese_codes.h"
 #include "charset/line_converter.h"
 #include "charset/line_cutter.h"
 #include "charset/read_with_conversion.h"
@@ -101,6 +102,24 @@ TEST(LineConverter, WalksTheWholeCodePage) {
   }
 }
 
+TEST(JapaneseCodes, TheSupplementarySetAgreesWithTheSystemTable) {
+  const auto decoder = IconvDecoder::Open("EUC-JP-MS");
+  ASSERT_NE(decoder, nullptr);
+  int characters = 0;
+  for (int row = 1; row <= kRows; ++row) {
+    for (int cell = 1; cell <= kCells; ++cell) {
+      const char code[] = {'\x8F', static_cast<char>(row + 0xA0), static_cast<char>(cell + 0xA0)};
+      std::u32string expected;
+      decoder->Begin();
+      const bool exists = decoder->Decode({code, sizeof code}, expected).invalid == 0;
+      characters += exists ? 1 : 0;
+      ASSERT_EQ(CharacterOfSupplementaryRowCell(row, cell), exists ? expected.at(0) : U'\0')
+          << row << " " << cell;
+    }
+  }
+  EXPECT_EQ(characters, 7113);
+}
+
 TEST(LineConverter, ReplacesWhatIsInvalidAndNothingElse) {
   for (const auto& row : test::ReadTable("converted_lines.tsv")) {
     EXPECT_EQ(DecodeSjis(SjisView::FromBytes(Convert(row[0].c_str(), row[1]))), row[2])
@@ -152,6 +171,12 @@ std::string Wide(std::string_view ascii) {
   return text;
 }
 
+// The other byte order.
+std::string Swapped(std::string text) {
+  for (size_t i = 0; i + 1 < text.size(); i += 2) std::swap(text[i], text[i + 1]);
+  return text;
+}
+
 TEST(LineCutter, CutsAtEveryKindOfLineEnd) {
   struct Case {
     LineCutting cutting;
@@ -160,6 +185,7 @@ TEST(LineCutter, CutsAtEveryKindOfLineEnd) {
   };
   constexpr auto kBytes = LineCutting::kBytes;
   constexpr auto kUtf16Le = LineCutting::kUtf16Le;
+  constexpr auto kUtf16Be = LineCutting::kUtf16Be;
   const Case cases[] = {
       {kBytes, "", {}},
       {kBytes, "abc\r\nd", {"abc", "d"}},
@@ -172,6 +198,10 @@ TEST(LineCutter, CutsAtEveryKindOfLineEnd) {
       {kUtf16Le, "x\r" + std::string(1, '\0') + "y", {"x", "y"}},
       {kUtf16Le, "a\r\nb", {"a\r\nb"}},
       {kUtf16Le, Wide("a") + "\r", {Wide("a") + "\r"}},
+      {kUtf16Be,
+       Swapped(Wide("a\r\nb\rc\n\n")),
+       {Swapped(Wide("a")), Swapped(Wide("b")), Swapped(Wide("c")), ""}},
+      {kUtf16Be, std::string("x\0\ny\0\n", 6), {std::string("x\0\ny", 4)}},
   };
   const TempFolder folder;
   for (const Case& c : cases) {
@@ -194,6 +224,9 @@ TEST(LineCutter, LinesOfEveryLengthSurviveTheBlocks) {
       EXPECT_TRUE(Cut(folder.Write("f", bytes), LineCutting::kBytes) == lines) << longest;
       for (std::string& line : lines) line = Wide(line);
       EXPECT_TRUE(Cut(folder.Write("f", Wide(bytes)), LineCutting::kUtf16Le) == lines) << longest;
+      for (std::string& line : lines) line = Swapped(line);
+      EXPECT_TRUE(Cut(folder.Write("f", Swapped(Wide(bytes))), LineCutting::kUtf16Be) == lines)
+          << longest;
     }
   }
 }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 #include <iconv.h>
+#include <locale.h>
+#include <wctype.h>
 
 #include <cstring>
 
@@ -76,6 +78,19 @@ TEST(CodePage932, AgreesWithTheSystemTableBothWays) {
   EXPECT_EQ(characters, 190 + 9604);
   iconv_close(decode);
   iconv_close(encode);
+}
+
+TEST(Utf8, LettersHaveTheCasesOfTheSystem) {
+  const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  if (unicode == nullptr) GTEST_SKIP() << "no locale C.UTF-8";
+  int letters = 0;
+  for (char32_t c = 0; c < 0x30000; ++c) {
+    ASSERT_EQ(ToUpper(c), towupper_l(static_cast<wint_t>(c), unicode)) << std::hex << +c;
+    ASSERT_EQ(ToLower(c), towlower_l(static_cast<wint_t>(c), unicode)) << std::hex << +c;
+    if (ToUpper(c) != c) ++letters;
+  }
+  EXPECT_GT(letters, 1300);
+  freelocale(unicode);
 }
 
 TEST(Utf8, RefusesWhatIsNoCharacter) {
