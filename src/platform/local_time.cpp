@@ -15,6 +15,8 @@ std::string Format(const char* form, Numbers... numbers) {
 }
 
 constexpr int64_t kSecondsPerDay = 86400;
+constexpr int kFirstYear = 1;
+constexpr int kLastYear = 9999;
 
 // Reads digits up to `most` and what must stand behind them (nothing for 0). Returns false when
 // the text is different.
@@ -70,7 +72,7 @@ std::optional<LocalTime> ParseDateTime(std::string_view text) {
   const std::chrono::year_month_day date(std::chrono::year(time.year),
                                          std::chrono::month(static_cast<unsigned>(time.month)),
                                          std::chrono::day(static_cast<unsigned>(time.day)));
-  if (time.year < 1 || !date.ok()) return std::nullopt;
+  if (time.year < kFirstYear || !date.ok()) return std::nullopt;
   if (text.empty()) return time;
   if (text.front() != ' ') return std::nullopt;
   text.remove_prefix(1);
@@ -87,9 +89,18 @@ std::string FormatGeneral(const LocalTime& t) {
 
 LocalTime ToLocalTime(const timespec& time) {
   tm parts{};
-  localtime_r(&time.tv_sec, &parts);
-  return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour,
-          parts.tm_min,         parts.tm_sec,     time.tv_nsec};
+  constexpr int kYearOfZero = 1900;
+  const bool has_date = localtime_r(&time.tv_sec, &parts) != nullptr &&
+                        parts.tm_year >= kFirstYear - kYearOfZero &&
+                        parts.tm_year <= kLastYear - kYearOfZero;
+  if (!has_date) return {kLastYear, 12, 31, 23, 59, 59, 0};
+  return {parts.tm_year + kYearOfZero,
+          parts.tm_mon + 1,
+          parts.tm_mday,
+          parts.tm_hour,
+          parts.tm_min,
+          parts.tm_sec,
+          time.tv_nsec};
 }
 
 LocalTime SystemNow() {

@@ -20,7 +20,8 @@ struct LocalTime {
   long nanosecond = 0;
 };
 
-// In the time zone of the process.
+// In the time zone of the process. A time outside the years 1 to 9999, which no written form holds,
+// counts as the last second of 9999.
 LocalTime ToLocalTime(const timespec& time);
 
 LocalTime SystemNow();
