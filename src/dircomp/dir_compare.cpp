@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
+#include "dircomp/dir_info_file.h"
 #include "dircomp/dir_listing.h"
 #include "dircomp/qsort.h"
+#include "dircomp/tree_walk.h"
 #include "platform/folders.h"
 #include "run/job_output.h"
 #include "settings/dir_compare_options.h"
@@ -25,13 +28,22 @@ class DirCompare {
         type_filter_(options_.filter_names ? type_filter : "*.*"),
         old_(job_.files.OldPath, services.options().ComboDLst),
         new_(job_.files.NewPath, services.options().ComboDLst),
-        output_(services) {}
+        output_(services, {old_.path(), new_.path()}) {}
 
   void Run() {
     services_.UpdateProgress(kProgressUnits, 0);
-    if (OpenSides() && CreateListing()) Compare();
+    if (!OpenSides() || !CreateListing()) {
+      output_.Abandon(PairEnd::kFailed);
+      return;
+    }
+    if (const std::optional<PairEnd> ended_early = ExpandSides()) {
+      output_.Abandon(*ended_early);
+      return;
+    }
+    Compare();
     const JobEnd differing = counts_.unmatched() > 0 ? JobEnd::kDifference : JobEnd::kNoDifference;
     services_.NoteEnd(job_.StopRequested ? JobEnd::kTrouble : differing);
+    if (replaced_ > 0) services_.platform().ReportTrouble(ReplacedNamesText(replaced_));
     output_.Finish(DirCompResultLine(counts_));
   }
 
@@ -47,7 +59,7 @@ class DirCompare {
   }
 
   bool CreateListing() {
-    const Status failed = output_.Create({old_.path(), new_.path()});
+    const Status failed = output_.Create();
     if (!failed.ok()) ShowError(failed.error(), output_.path(), "List Open Error");
     return failed.ok();
   }
@@ -57,12 +69,17 @@ class DirCompare {
     services_.ReportFileTrouble(path, error);
   }
 
+  // Tells why the job cannot go on, if so.
+  std::optional<PairEnd> ExpandSides() {
+    services_.SetMessage("旧ﾃﾞｨﾚｸﾄﾘ情報 展開中...");
+    if (const auto ended_early = Expand(old_, counts_.old_entries)) return ended_early;
+    services_.SetMessage(services_.message_text() + "\r\n新ﾃﾞｨﾚｸﾄﾘ情報 展開中...");
+    return Expand(new_, counts_.new_entries);
+  }
+
   void Compare() {
     DirCompListing listing(output_.file(), options_);
-    services_.SetMessage("旧ﾃﾞｨﾚｸﾄﾘ情報 展開中...");
-    if (!Expand(old_, counts_.old_entries)) return;
-    services_.SetMessage(services_.message_text() + "\r\n新ﾃﾞｨﾚｸﾄﾘ情報 展開中...");
-    if (!Expand(new_, counts_.new_entries)) return;
+    replaced_ += (old_.IsRootReplaced() ? 1 : 0) + (new_.IsRootReplaced() ? 1 : 0);
     listing.WriteHeader(services_.platform().Now(), old_, new_);
     services_.SetMessage("SORT処理中 ...");
     old_.SortByKey(go_on_);
@@ -72,14 +89,22 @@ class DirCompare {
     if (!job_.StopRequested) listing.WriteSummary(counts_, range_);
   }
 
-  bool Expand(DirSide& side, int64_t& count) {
-    const KeyRules rules{range_, options_.ignore_case, options_.full_width};
-    const std::optional<std::string> failed = side.Expand(rules, type_filter_, go_on_);
+  std::optional<PairEnd> Expand(DirSide& side, int64_t& count) {
+    const bool both_live = !old_.is_info_file() && !new_.is_info_file();
+    const Expansion expansion{
+        {range_, options_.ignore_case, options_.full_width,
+         both_live ? ReplacedNames::kStayApart : ReplacedNames::kPair},
+        type_filter_,
+        output_.Identity(),
+        go_on_,
+        [this](const NativePath& path) { services_.platform().ReportTrouble(FileGoneText(path)); }};
+    if (const std::optional<std::string> failed = side.Expand(expansion)) {
+      services_.platform().ReportTrouble(*failed);
+      return PairEnd::kFailed;
+    }
     count = static_cast<int64_t>(side.entries().size());
-    if (!failed) return !job_.StopRequested;
-    services_.platform().ReportTrouble(*failed);
-    services_.NoteEnd(JobEnd::kTrouble);
-    return false;
+    if (job_.StopRequested) return PairEnd::kStopped;
+    return std::nullopt;
   }
 
   void Merge(DirCompListing& listing) {
@@ -128,13 +153,17 @@ class DirCompare {
 
   void Delete(DirCompListing& listing) {
     ++counts_.deleted;
-    listing.WriteDeleted(TakeOld());
+    const DirEntry& entry = TakeOld();
+    listing.WriteDeleted(entry);
+    if (options_.with_deleted && old_.IsReplaced(entry)) ++replaced_;
     Progress(1);
   }
 
   void Add(DirCompListing& listing) {
     ++counts_.added;
-    listing.WriteAdded(TakeNew());
+    const DirEntry& entry = TakeNew();
+    listing.WriteAdded(entry);
+    if (options_.with_added && new_.IsReplaced(entry)) ++replaced_;
     Progress(1);
   }
 
@@ -147,6 +176,8 @@ class DirCompare {
     } else {
       ++counts_.updated;
       listing.WriteUpdated(old_entry, new_entry);
+      const bool replaced = old_.IsReplaced(old_entry) || new_.IsReplaced(new_entry);
+      if (options_.with_updated && replaced) ++replaced_;
     }
     Progress(2);
   }
@@ -170,6 +201,7 @@ class DirCompare {
   size_t new_at_ = 0;
   double unit_ = 0;
   int64_t progress_ = 0;
+  int64_t replaced_ = 0;  // names listed with "?" for what Shift_JIS lacks
 };
 
 std::vector<std::string> ListFolderFiles(const NativePath& folder) {

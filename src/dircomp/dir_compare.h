@@ -12,6 +12,10 @@ namespace ledrix::modDComp {
 // Compares OldPath with NewPath into the listing OutPath, pairing entries by CompareRange.
 // `type_filter` (patterns joined by ";") says which names take part on both sides when the option
 // DCompSelect is on.
+//
+// When a side cannot be read to its end the job has failed, when it is stopped meanwhile it has no
+// result either: the listing is removed. A later stop leaves a listing without summary. The listing
+// itself is no entry of a side.
 void DirCompJob(RunServices& services, std::string_view type_filter);
 
 // The names of the files directly in a folder, hidden ones included, sorted; for the clipboard,

@@ -37,10 +37,53 @@ bool ParseRecord(std::string_view line, FileRecord& record) {
   return true;
 }
 
-void WriteRecord(OutputFile& file, const FileRecord& record) {
-  WriteLine(file, EncodeSjis(record.folder + "," + record.name + "," + DateText(record.modified) +
-                             "," + SizeText(record.size)));
-}
+// What a walk writes.
+class InfoWriter {
+ public:
+  InfoWriter(RunServices& services, JobOutput& output) : services_(services), output_(output) {}
+
+  void WriteRoot(const NativePath& root) {
+    output_.WriteLine(EncodeSjis(RootName(root)));
+    replaced_ += HoldsLackingCharacter(root.bytes()) ? 1 : 0;
+  }
+
+  std::optional<WalkError> WriteTree(const NativePath& root) {
+    TreeVisitor visitor;
+    visitor.enter_folder = [this] { return !services_.YieldAndAskStop(); };
+    visitor.read_entry = [this] { services_.platform().YieldToUi(); };
+    visitor.visit_file = [this](const FileRecord& record, const ExactName& exact) {
+      // A name without "?" is not looked at again.
+      if (!WriteRecord(record)) return;
+      const bool replaced =
+          HoldsLackingCharacter(exact.folder) || HoldsLackingCharacter(exact.name);
+      replaced_ += replaced ? 1 : 0;
+    };
+    visitor.file_gone = [this](const NativePath& path) {
+      services_.platform().ReportTrouble(FileGoneText(path));
+    };
+    visitor.leave_folder = [this] { services_.ShowBarText(CountText(count_)); };
+    visitor.output = output_.Identity();
+    return WalkTree(root, visitor);
+  }
+
+  int64_t count() const { return count_; }
+  int64_t replaced() const { return replaced_; }
+
+ private:
+  // True when what was written holds a "?".
+  bool WriteRecord(const FileRecord& record) {
+    const SjisText line = EncodeSjis(record.folder + "," + record.name + "," +
+                                     DateText(record.modified) + "," + SizeText(record.size));
+    WriteLine(output_.file(), line);
+    ++count_;
+    return line.bytes().find('?') != std::string::npos;
+  }
+
+  RunServices& services_;
+  JobOutput& output_;
+  int64_t count_ = 0;
+  int64_t replaced_ = 0;  // names written with "?" for what Shift_JIS lacks
+};
 
 }  // namespace
 
@@ -52,37 +95,38 @@ std::string SizeText(uint64_t size) {
   return std::to_string(size);
 }
 
+std::string ReplacedNamesText(int64_t names) {
+  return std::to_string(names) + " 件の名前に Shift_JIS にない文字があり ? で書きました";
+}
+
 void DirEditJob(RunServices& services) {
   const JobRecord& job = services.job();
   const NativePath& root = job.files.OldPath;
   JobOutput output(services);
-  if (const Status failed = output.Create({}); !failed.ok()) {
+  if (const Status failed = output.Create(); !failed.ok()) {
     services.platform().ShowMessage(
         {DescribeError(failed.error()) + "\r\n" + PathToUtf8(output.path()), "List Open Error"});
-    services.NoteEnd(JobEnd::kTrouble);
-    services.AddResultLines(output.path(), PairEndText(PairEnd::kFailed));
+    output.Abandon(PairEnd::kFailed);
     return;
   }
-  output.WriteLine(EncodeSjis(RootName(root)));
-  int64_t count = 0;
-  TreeVisitor visitor;
-  visitor.enter_folder = [&services] { return !services.YieldAndAskStop(); };
-  visitor.read_entry = [&services] { services.platform().YieldToUi(); };
-  visitor.visit_file = [&](const FileRecord& record) {
-    WriteRecord(output.file(), record);
-    ++count;
-  };
-  visitor.leave_folder = [&] { services.ShowBarText(CountText(count)); };
-  if (const std::optional<WalkError> failed = WalkTree(root, visitor)) {
+  InfoWriter writer(services, output);
+  writer.WriteRoot(root);
+  if (const std::optional<WalkError> failed = writer.WriteTree(root)) {
     services.ReportFileTrouble(failed->path, failed->error);
+    output.Abandon(PairEnd::kFailed);
+    return;
+  }
+  if (writer.replaced() > 0) {
+    services.platform().ReportTrouble(ReplacedNamesText(writer.replaced()));
   }
   if (job.StopRequested) services.NoteEnd(JobEnd::kTrouble);
-  output.Finish(CountText(count));
+  output.Finish(CountText(writer.count()));
 }
 
-std::string DirInfoReader::ReadRootName() {
+std::optional<std::string> DirInfoReader::ReadRootName() {
   SjisView line;
-  std::string name = reader_.Next(0, line) ? DecodeSjis(line) : std::string();
+  if (!reader_.Next(0, line)) return std::nullopt;
+  std::string name = DecodeSjis(line);
   // A lone CR is no line end here, and must not become one in a listing.
   std::replace(name.begin(), name.end(), '\r', '?');
   return name;

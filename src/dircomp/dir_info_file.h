@@ -20,20 +20,25 @@
 
 namespace ledrix::modDComp {
 
-// Writes OutPath from the tree below OldPath, which ends in a separator.
+// Writes OutPath, which never records itself, from the tree below OldPath, which ends in a
+// separator. When the tree cannot be walked to its end the job has failed and the file is removed.
 void DirEditJob(RunServices& services);
 
 // The date-time and the size of a record as they are written.
 std::string DateText(int64_t modified);
 std::string SizeText(uint64_t size);
 
+// The line that tells of names in which "?" was written for what Shift_JIS lacks.
+std::string ReplacedNamesText(int64_t names);
+
 // Reads a directory information file record by record.
 class DirInfoReader {
  public:
   explicit DirInfoReader(InputFile file) : reader_(std::move(file)) {}
 
-  // The root name, from the first line; empty for an empty file. To be called once, first.
-  std::string ReadRootName();
+  // The root name, from the first line; nothing when the file is empty or failure() tells why it
+  // could not be read. To be called once, first.
+  std::optional<std::string> ReadRootName();
 
   enum class Outcome { kRecord, kEnd, kFailed };
   // Reads the next record; one and the same object may be filled again and again. After kFailed

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "dircomp/dir_entry.h"
@@ -16,15 +17,31 @@
 
 namespace ledrix::modDComp {
 
+// What tells names apart whose keys hold "?" for something else. A directory information file holds
+// no more than the "?".
+enum class ReplacedNames { kPair, kStayApart };
+
 // How keys are made.
 struct KeyRules {
   CompareRange range;
   bool ignore_case;
   bool full_width;  // half-width forms count as full-width ones
+  ReplacedNames replaced;
+};
+
+// What a side is read by, and who is told meanwhile.
+struct Expansion {
+  KeyRules rules;
+  std::string_view type_filter;    // "*.*", or patterns joined by ";" in which letter case counts
+  std::optional<FileInfo> output;  // a file that is no entry
+  GoOn go_on;                      // asked now and then; the reading ends when it says no
+  std::function<void(const NativePath&)> file_gone;
 };
 
 // Texts are Shift_JIS bytes that the side keeps.
 struct DirEntry {
+  // Where names stay apart, a key that holds "?" for something else is followed by a zero byte and
+  // the name's own characters in UTF-8, folded as the key is: they decide after equal keys.
   std::string_view key;
   std::string_view path;  // as listings show it
   int64_t modified = 0;   // local time in civil seconds
@@ -45,28 +62,35 @@ class DirSide {
   // Opens a directory information file; nothing is opened for a folder.
   Status Open();
 
-  // Reads every entry whose name passes the type filter ("*.*", or patterns joined by ";" in which
-  // letter case counts). Asks `go_on` now and then and ends when it says no. Returns what went
-  // wrong, as a line for stderr. REQUIRES: Open() succeeded.
-  std::optional<std::string> Expand(const KeyRules& rules, std::string_view type_filter,
-                                    const GoOn& go_on);
+  // Reads every entry whose name passes the type filter. Returns what went wrong, as a line for
+  // stderr; an empty file is no directory information file. REQUIRES: Open() succeeded.
+  std::optional<std::string> Expand(const Expansion& expansion);
+
+  // True when "?" stands for what Shift_JIS lacks in the path of an entry of this side, or in the
+  // name of its root.
+  bool IsReplaced(const DirEntry& entry) const { return replaced_.contains(entry.path.data()); }
+  bool IsRootReplaced() const;
 
   // Sorts the entries by key, unless `go_on` says no meanwhile.
   void SortByKey(const GoOn& go_on);
 
  private:
-  std::optional<std::string> ExpandFile(const KeyRules& rules, const GoOn& go_on);
-  std::optional<std::string> ExpandTree(const KeyRules& rules, const GoOn& go_on);
-  void Add(const FileRecord& record, const KeyRules& rules);
+  std::optional<std::string> ExpandFile(const Expansion& expansion);
+  std::optional<std::string> ExpandTree(const Expansion& expansion);
+  void Add(const FileRecord& record, const ExactName& exact, const KeyRules& rules);
+  bool MakeKey(const FileRecord& record, const ExactName& exact, const KeyRules& rules);
+  std::string ExactKey(const ExactName& exact, const KeyRules& rules) const;
   std::string_view Keep(std::string_view bytes);
 
   NativePath path_;
   bool is_info_file_;
   std::optional<InputFile> file_;
   std::string root_name_;
+  bool root_differs_ = false;  // "?" stands for something in the root name
   std::string display_root_;
   std::optional<PatternList> type_filter_;  // nothing: every name passes
   std::vector<DirEntry> entries_;
+  std::unordered_set<const char*> replaced_;  // paths of entries, by where they are kept
   TextArena texts_;
   // Texts of the entry that is being added; their memory serves the next one too.
   std::string key_;

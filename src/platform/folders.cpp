@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 
@@ -27,19 +28,30 @@ Result<std::optional<FolderEntry>> LookAt(int folder, const dirent& entry) {
     result.is_link = S_ISLNK(status.st_mode);
   }
   if (fstatat(folder, entry.d_name, &status, 0) != 0) {
-    const bool dangling = result.is_link && (errno == ENOENT || errno == ELOOP || errno == ENOTDIR);
+    const Error error = Error::System(errno);
+    const bool dangling = result.is_link && (error.IsMissing() || error.system_number == ELOOP) &&
+                          fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0;
     if (dangling) return std::optional<FolderEntry>();
-    return Error::System(errno);
+    return error;
   }
   result.info = ToFileInfo(status);
   return std::optional<FolderEntry>(std::move(result));
+}
+
+// A folder that is removed while it is read just ends its list.
+bool WasRemoved(int folder, const NativePath& path) {
+  struct stat status {};
+  if (fstat(folder, &status) != 0 || status.st_nlink > 0) return false;
+  // Some file systems count no links at all.
+  const Result<FileInfo> info = GetFileInfo(path);
+  return !info.ok() || !IsSameFile(info.value(), ToFileInfo(status));
 }
 
 }  // namespace
 
 Result<std::vector<FolderEntry>> ReadFolder(const NativePath& folder,
                                             const std::function<void()>& on_entry,
-                                            BadEntry bad_entry) {
+                                            const LostEntryHook& on_lost) {
   const std::unique_ptr<DIR, CloseFolder> open_folder(opendir(folder.c_str()));
   if (open_folder == nullptr) return Error::System(errno);
   std::vector<FolderEntry> entries;
@@ -52,12 +64,30 @@ Result<std::vector<FolderEntry>> ReadFolder(const NativePath& folder,
     if (name == "." || name == "..") continue;
     on_entry();
     Result<std::optional<FolderEntry>> found = LookAt(dirfd(open_folder.get()), *entry);
-    if (!found.ok() && bad_entry == BadEntry::kEndsReading) return found.error();
-    if (found.ok() && found.value()) entries.push_back(std::move(*found.value()));
+    if (found.ok()) {
+      if (found.value()) entries.push_back(std::move(*found.value()));
+    } else if (on_lost({entry->d_name, found.error(), entry->d_type == DT_DIR}) ==
+               BadEntry::kEndsReading) {
+      return found.error();
+    }
   }
+  if (WasRemoved(dirfd(open_folder.get()), folder)) return Error::System(ENOENT);
   std::sort(entries.begin(), entries.end(),
             [](const FolderEntry& a, const FolderEntry& b) { return a.name < b.name; });
   return entries;
+}
+
+Result<std::vector<FolderEntry>> ReadFolder(const NativePath& folder,
+                                            const std::function<void()>& on_entry,
+                                            BadEntry bad_entry) {
+  return ReadFolder(folder, on_entry, [bad_entry](const LostEntry&) { return bad_entry; });
+}
+
+Result<NativePath> ResolveFolder(const NativePath& folder) {
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(folder.c_str(), nullptr),
+                                                         &std::free);
+  if (real == nullptr) return Error::System(errno);
+  return NativePath(real.get());
 }
 
 }  // namespace ledrix

@@ -7,11 +7,21 @@
 
 namespace ledrix {
 
-Status JobOutput::Create(const std::vector<NativePath>& inputs) {
-  if (Status refused = RefuseOutput(path(), inputs, {}); !refused.ok()) return refused;
+Status JobOutput::RefuseInput() const {
+  return RefuseOutput(path(), inputs_, {});
+}
+
+Status JobOutput::Create() {
+  if (Status refused = RefuseInput(); !refused.ok()) return refused;
   Result<OutputFile> file = OutputFile::Create(path());
   if (file.ok()) file_ = std::move(file.value());
   return file.status();
+}
+
+std::optional<FileInfo> JobOutput::Identity() const {
+  const Result<FileInfo> info = GetFileInfo(path());
+  if (!file_ || !info.ok()) return std::nullopt;
+  return info.value();
 }
 
 void JobOutput::WriteLine(SjisView text) {
@@ -26,6 +36,18 @@ void JobOutput::Finish(const std::string& result) {
   }
   file_.reset();
   services_.AddResultLines(path(), closed.ok() ? result : PairEndText(PairEnd::kFailed));
+}
+
+void JobOutput::Abandon(PairEnd end) {
+  if (file_) {
+    file_->Discard();
+    file_.reset();
+  } else if (RefuseInput().ok()) {
+    // Through a link the file itself is removed and not the link.
+    RemoveFile(RealPath(path())).Ignore();
+  }
+  services_.NoteEnd(JobEnd::kTrouble);
+  services_.AddResultLines(path(), PairEndText(end));
 }
 
 }  // namespace ledrix

@@ -11,8 +11,8 @@ namespace {
 constexpr double kProgressUnits = 5635;
 
 // When the output cannot be created the job goes on without it.
-void CreateOutput(RunServices& services, JobOutput& output, const std::vector<NativePath>& inputs) {
-  if (const Status failed = output.Create(inputs); !failed.ok()) {
+void CreateOutput(RunServices& services, JobOutput& output) {
+  if (const Status failed = output.Create(); !failed.ok()) {
     services.ReportFileTrouble(output.path(), failed.error());
   }
 }
@@ -27,8 +27,8 @@ void NoteProblems(RunServices& services, const NativePath& path, const Result<in
 
 void StepCntJob(RunServices& services) {
   const NativePath& path = services.job().files.OldPath;
-  JobOutput output(services);
-  CreateOutput(services, output, {path});
+  JobOutput output(services, {path});
+  CreateOutput(services, output);
   services.UpdateProgress(kProgressUnits, 1);
   const Result<int64_t> counted = CountFileLines(services, path);
   NoteProblems(services, path, counted);
@@ -45,7 +45,7 @@ void StepCsvJob(RunServices& services, const FileList& files) {
   const size_t items = files.entries.size();
   const double unit = items > 0 ? kProgressUnits / static_cast<double>(items) : 0;
   JobOutput output(services);
-  CreateOutput(services, output, {});
+  CreateOutput(services, output);
   output.WriteLine("DIR［ "_sjis + PathToSjis(job.files.OldPath) + " ］ "_sjis +
                    EncodeSjis(FormatDateTime(services.platform().Now())));
   output.WriteLine("No.,File Name,STEP COUNT"_sjis);

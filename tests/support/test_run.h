@@ -1,6 +1,7 @@
 // A run of the program without a front end: everything it would tell somebody is recorded.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,13 +23,15 @@ class RecordingPlatform : public PlatformServices {
   void ReportTrouble(const std::string& line) override { troubles.push_back(line); }
   void YieldToUi() override {
     if (++yields == stop_at_yield) job_.StopRequested = true;
+    if (at_yield) at_yield(yields);
   }
   LocalTime Now() override { return ToLocalTime({kTestTime, 0}); }
 
   std::vector<std::string> messages;  // "TITLE: TEXT"
   std::vector<std::string> troubles;
   int yields = 0;
-  int stop_at_yield = 0;  // 0: never
+  int stop_at_yield = 0;              // 0: never
+  std::function<void(int)> at_yield;  // called with the number of the yield, from 1
 
  private:
   JobRecord& job_;
