@@ -5,6 +5,7 @@
 #include "app/console_run.h"
 #include "jobs/run_loop.h"
 #include "platform/files.h"
+#include "platform/folders.h"
 #include "text/name_pattern.h"
 
 namespace ledrix {
@@ -14,12 +15,31 @@ std::string Unreadable(const NativePath& path, const Error& error) {
   return PathToUtf8(path) + ": " + DescribeError(error);
 }
 
+// The regular files directly in a folder, in byte order of their names, and every name that cannot
+// be looked at: its count will be "-", and the count tells why.
+Result<FileList> FilesToCount(const NativePath& folder) {
+  FileList list;
+  const auto keep = [&list](const LostEntry& lost) {
+    if (!lost.is_folder) list.entries.push_back({lost.name, false});
+    return BadEntry::kIsLeftOut;
+  };
+  const Result<std::vector<FolderEntry>> entries = ReadFolder(
+      folder, [] {}, keep);
+  if (!entries.ok()) return entries.error();
+  for (const FolderEntry& entry : entries.value()) {
+    if (entry.info.kind == FileKind::kRegular) list.entries.push_back({entry.name, false});
+  }
+  std::sort(list.entries.begin(), list.entries.end(),
+            [](const FileList::Entry& a, const FileList::Entry& b) { return a.name < b.name; });
+  return list;
+}
+
 int CountFolder(ConsoleRun& run, const NativePath& folder, const std::string& out) {
   run.request.JobKind = JobKind::kStepCsv;
   run.request.OldPath = AddBackslash(folder);
   run.request.OutPath =
       out.empty() ? run.request.OldPath + "STEP.CSV" : MakeAbsolute(NativePath(out));
-  Result<FileList> files = ListFiles(run.request.OldPath);
+  Result<FileList> files = FilesToCount(run.request.OldPath);
   if (!files.ok()) return run.Refuse(Unreadable(folder, files.error()));
   // The output of an earlier run under its usual name is no source; any other file is one.
   FileSet output;

@@ -97,6 +97,12 @@ TEST(Steps, CountAFileOrAFolder) {
     EXPECT_EQ((Texts{rows.begin() + 1, rows.end()}),
               (Texts{"No.,File Name,STEP COUNT", "1,a.CBL,2", "2,a_CBL_STP.TXT,4", "3,b.CBL,1"}));
   }
+  // What cannot be looked at is a row too, and the reason is told.
+  ASSERT_EQ(symlink(std::string(300, 'x').c_str(), trees.At("old/a_long").c_str()), 0);
+  const ProgramResult result = trees.Console({"steps", "old"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.err, "ledrixc: " + trees.At("old/a_long") + ": ファイル名が長すぎます\n");
+  EXPECT_EQ(ReadLines(trees.folder.At("old/STEP.CSV")).at(4), "3,a_long,-");
   EXPECT_EQ(trees.Console({"steps", "none"}).status, 2);
 }
 
@@ -114,8 +120,8 @@ TEST(Snapshot, AndDirCompWorkOnTreesAndFiles) {
   const Case cases[] = {
       {{"s.ddf", "old"}, 1, "UnMatch=    1 OLD=    2 NEW=    3 Rep=    0 Add=    1 Del=    0"},
       {{"s.ddf", "old", "--types", "*.CBL"}, 0, "UnMatch=    0 OLD=    2 NEW=    2"},
-      {{"bad.ddf", "new"}, 2, "UnMatch=    0"},
-      {{"none.ddf", "new"}, 2, "UnMatch=    0"},
+      {{"bad.ddf", "new"}, 2, "エラー"},
+      {{"none.ddf", "new"}, 2, "エラー"},
       {{"s.ddf", "s.ddf", "--range", "full"}, 0, "UnMatch=    0 OLD=    2 NEW=    2"},
       {{"old/", "new", "--range", "full"}, 1, "UnMatch=    5 OLD=    3 NEW=    2"},
       {{"old", "new", "--range", "none"}, 1, "UnMatch=    3 OLD=    3 NEW=    2 Rep=    2"},
