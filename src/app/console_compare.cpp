@@ -17,7 +17,7 @@ namespace {
 void ChooseOutputs(const OptionRecord& options, const std::string& out, OutputChoices& choices,
                    NativePath& listing) {
   if (out.empty()) {
-    if (options.ContOutDir == 1) choices.OutputDirMode = OutputDirMode::kConstant;
+    if (IsOn(options.ContOutDir)) choices.OutputDirMode = OutputDirMode::kConstant;
     return;
   }
   const NativePath path = MakeAbsolute(NativePath(out));

@@ -4,6 +4,8 @@
 
 #include <cstdio>
 
+#include "platform/terminal.h"
+
 namespace ledrix {
 
 ConsoleFrontEnd::ConsoleFrontEnd(bool quiet, bool progress)
@@ -13,7 +15,7 @@ void ConsoleFrontEnd::AddResultLine(const std::string& line) {
   if (quiet_) return;
   ClearProgress();
   // The path in a line may hold anything; two lines an output stay two lines, in UTF-8.
-  std::printf("%s\n", PathToUtf8(NativePath(line)).c_str());
+  std::printf("%s\n", ShownOn(STDOUT_FILENO, PathToUtf8(NativePath(line))).c_str());
 }
 
 void ConsoleFrontEnd::SetProgress(double left) {
@@ -35,7 +37,7 @@ void ConsoleFrontEnd::Draw() {
   constexpr int kBarWidth = 50;
   const auto filled = static_cast<size_t>(percent_ * kBarWidth / 100);
   std::string line = "[" + std::string(filled, '#') + std::string(kBarWidth - filled, ' ') + "] " +
-                     std::to_string(percent_) + "% " + bar_text_ + " " + message_;
+                     std::to_string(percent_) + "% " + WithoutControls(bar_text_ + " " + message_);
   if (line == drawn_) return;
   std::fprintf(stderr, "\r\033[K%s", line.c_str());
   std::fflush(stderr);

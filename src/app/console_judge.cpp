@@ -1,5 +1,7 @@
 #include "app/console_judge.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 
 #include "app/console_front_end.h"
@@ -7,6 +9,7 @@
 #include "charset/line_cutter.h"
 #include "charset/refute_judgement.h"
 #include "platform/files.h"
+#include "platform/terminal.h"
 
 namespace ledrix {
 namespace {
@@ -35,7 +38,7 @@ int RunJudgeCommand(const CommonArguments& common, const JudgeArguments& argumen
     } else if (!common.quiet) {
       const std::string_view code =
           modJudgeCode::ToText(modJudgeCode::FollowedVerdict(head.value()));
-      std::printf("%s\t%s\n", std::string(code).c_str(), path.c_str());
+      std::printf("%s\t%s\n", std::string(code).c_str(), ShownOn(STDOUT_FILENO, path).c_str());
     }
   }
   return status;

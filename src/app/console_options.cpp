@@ -1,8 +1,8 @@
 #include "app/console_options.h"
 
+#include "app/console_platform.h"
 #include "charset/line_converter.h"
 #include "charset/read_with_conversion.h"
-#include "platform/files.h"
 #include "platform/program_folder.h"
 #include "settings/option_draft.h"
 #include "settings/settings_store.h"
@@ -19,12 +19,12 @@ std::optional<std::string> SetOption(OptionDraft& draft, const std::string& argu
 }
 
 std::optional<std::string> CheckFixedFolder(const OptionRecord& options) {
-  const NativePath folder(options.ContOutDirPath);
-  if (options.ContOutDir != 1 || IsFolder(AddBackslash(folder))) return std::nullopt;
+  if (!IsOn(options.ContOutDir) || IsFixedFolder(options.ContOutDirPath)) return std::nullopt;
   return "出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘが見つかりません: " + options.ContOutDirPath;
 }
 
-// The user's own settings may not be there yet; a file named on the command line must be.
+// The user's own settings may not be there yet; a file named on the command line must be. To go on
+// without the user's own takes a decision of his.
 std::optional<std::string> LoadStoredOptions(const std::string& settings_file,
                                              OptionRecord& options) {
   if (settings_file == "none") return std::nullopt;
@@ -33,7 +33,8 @@ std::optional<std::string> LoadStoredOptions(const std::string& settings_file,
   SettingsStore store(path);
   const Status unread = store.Load();
   if (!unread.ok() && !(own && unread.error().IsMissing())) {
-    return PathToUtf8(path) + ": " + DescribeError(unread.error());
+    const std::string reason = PathToUtf8(path) + ": " + DescribeError(unread.error());
+    return own ? reason + "（" + kWithoutSettings + "）" : reason;
   }
   LoadOptions(store, options);
   return std::nullopt;

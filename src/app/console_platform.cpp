@@ -1,8 +1,11 @@
 #include "app/console_platform.h"
 
+#include <unistd.h>
+
 #include <cstdio>
 
 #include "app/signals.h"
+#include "platform/terminal.h"
 
 namespace ledrix {
 namespace {
@@ -23,7 +26,7 @@ std::string InOneLine(const std::string& text) {
 }  // namespace
 
 void PrintTrouble(const char* program, const std::string& text) {
-  std::fprintf(stderr, "%s: %s\n", program, InOneLine(text).c_str());
+  std::fprintf(stderr, "%s: %s\n", program, ShownOn(STDERR_FILENO, InOneLine(text)).c_str());
 }
 
 MessageAnswer ConsolePlatform::ShowMessage(const Message& message) {

@@ -8,6 +8,10 @@
 
 namespace ledrix {
 
+// How to go on when the user's settings cannot be read.
+inline constexpr const char* kWithoutSettings =
+    "ファイルを別の場所に移すか、ledrixc --settings none を使用してください";
+
 // Writes "PROGRAM: TEXT" as one line to stderr; line breaks become " / ".
 void PrintTrouble(const char* program, const std::string& text);
 

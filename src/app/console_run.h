@@ -6,12 +6,13 @@
 #include "app/console_arguments.h"
 #include "app/console_front_end.h"
 #include "app/console_platform.h"
+#include "app/program_run.h"
 #include "jobs/file_sides.h"
 #include "run/run_services.h"
 
 namespace ledrix {
 
-inline constexpr int kTroubleStatus = static_cast<int>(JobEnd::kTrouble);
+static_assert(kTroubleStatus == static_cast<int>(JobEnd::kTrouble));
 
 class ConsoleRun {
  public:

@@ -1,15 +1,11 @@
 // The desktop program. Its command line is read before any object of the desktop exists: a batch
 // compare needs no display.
-#include <cstdio>
-#include <ctime>
-#include <exception>
-#include <new>
 #include <string>
 #include <vector>
 
 #include "app/batch_platform.h"
 #include "app/display.h"
-#include "app/signals.h"
+#include "app/program_run.h"
 #include "app/windows.h"
 #include "jobs/batch_compare.h"
 #include "platform/program_folder.h"
@@ -18,13 +14,23 @@
 namespace ledrix {
 namespace {
 
-constexpr int kTroubleStatus = static_cast<int>(JobEnd::kTrouble);
+void TellUnreadSettings(const SettingsStore& store, PlatformServices& platform) {
+  LogUnreadSettings(ProgramFolder(), store.path(), platform);
+  platform.ShowMessage({"設定ファイルを読めません\n" + PathToUtf8(store.path()) + "\n" +
+                        DescribeError(store.unread().error()) + "\n" + kWithoutSettings});
+}
 
 int RunBatch(const CommandLineArgs& args) {
-  OptionRecord options;
-  LoadOptions(LoadUserSettings(), options);
+  SettingsStore store(SettingsPath());
+  store.Load().Ignore();
   JobRecord job;
   BatchPlatform platform(job);
+  if (!store.unread().ok()) {
+    TellUnreadSettings(store, platform);
+    return kTroubleStatus;
+  }
+  OptionRecord options;
+  LoadOptions(store, options);
   RunFrontEnd front_end;
   RunServices services(options, job, platform, front_end);
   BatchCompare(args, ProgramFolder(), services);
@@ -47,14 +53,5 @@ int Run(int argc, char** argv) {
 }  // namespace ledrix
 
 int main(int argc, char** argv) {
-  tzset();
-  ledrix::InstallSignalHandlers();
-  try {
-    return ledrix::Run(argc, argv);
-  } catch (const std::bad_alloc&) {
-    ledrix::PrintTrouble(ledrix::kDesktopProgram, "メモリが足りません");
-  } catch (const std::exception& error) {
-    ledrix::PrintTrouble(ledrix::kDesktopProgram, error.what());
-  }
-  return ledrix::kTroubleStatus;
+  return ledrix::RunProgram(ledrix::kDesktopProgram, ledrix::Run, argc, argv);
 }

@@ -1,17 +1,15 @@
 // The console program.
+#include <unistd.h>
+
 #include <cstdio>
-#include <ctime>
-#include <exception>
-#include <new>
 
 #include "app/console_arguments.h"
 #include "app/console_compare.h"
 #include "app/console_front_end.h"
 #include "app/console_jobs.h"
 #include "app/console_judge.h"
-#include "app/console_platform.h"
-#include "app/console_run.h"
-#include "app/signals.h"
+#include "app/program_run.h"
+#include "platform/terminal.h"
 
 namespace ledrix {
 namespace {
@@ -35,7 +33,11 @@ int Run(const CommonArguments& common, const JudgeArguments& arguments) {
 int Run(int argc, char** argv) {
   const auto parsed = ParseConsoleArguments(argc, argv);
   if (const auto* exit = std::get_if<ConsoleExit>(&parsed)) {
-    std::fprintf(exit->status == 0 ? stdout : stderr, "%s\n", exit->text.c_str());
+    if (exit->status == 0) {
+      std::printf("%s\n", exit->text.c_str());
+    } else {
+      std::fprintf(stderr, "%s\n", ShownOn(STDERR_FILENO, exit->text).c_str());
+    }
     return exit->status;
   }
   const auto& arguments = std::get<ConsoleArguments>(parsed);
@@ -47,19 +49,10 @@ int Run(int argc, char** argv) {
 }  // namespace ledrix
 
 int main(int argc, char** argv) {
-  tzset();
-  ledrix::InstallSignalHandlers();
-  int status = ledrix::kTroubleStatus;
-  try {
-    status = ledrix::Run(argc, argv);
-  } catch (const std::bad_alloc&) {
-    ledrix::PrintTrouble(ledrix::kConsoleProgram, "メモリが足りません");
-  } catch (const std::exception& error) {
-    ledrix::PrintTrouble(ledrix::kConsoleProgram, error.what());
-  }
+  int status = ledrix::RunProgram(ledrix::kConsoleProgram, ledrix::Run, argc, argv);
   // What did not reach standard output is trouble as well.
   if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
-    ledrix::PrintTrouble(ledrix::kConsoleProgram, "標準出力に書き込めません");
+    ledrix::WriteTrouble(ledrix::kConsoleProgram, "標準出力に書き込めません");
     status = ledrix::kTroubleStatus;
   }
   return status;

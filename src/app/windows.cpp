@@ -9,15 +9,13 @@
 #include <QTranslator>
 #include <memory>
 
-#include "app/batch_platform.h"
-#include "app/console_platform.h"
 #include "app/signals.h"
-#include "platform/files.h"
 #include "platform/program_folder.h"
 #include "text/leading_number.h"
 #include "ui/desktop_actions.h"
 #include "ui/fonts.h"
 #include "ui/main_window.h"
+#include "ui/program_commands.h"
 #include "ui/version_window.h"
 #include "ui/window_platform.h"
 
@@ -27,10 +25,8 @@ namespace {
 constexpr qint64 kSplashMilliseconds = 1500;
 constexpr int kSignalPollMilliseconds = 200;
 
-// Keeps the temporary files known to the signal handlers.
 // Qt's own texts, such as those of its file dialog.
-void InstallTranslation(QApplication& application) {
-  static QTranslator translator;
+void InstallTranslation(QApplication& application, QTranslator& translator) {
   if (translator.load("qtbase_ja", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     application.installTranslator(&translator);
   }
@@ -45,30 +41,34 @@ void WaitForSplash(const QElapsedTimer& shown) {
 
 }  // namespace
 
-SettingsStore LoadUserSettings() {
-  SettingsStore store(SettingsPath());
-  const Status unread = store.Load();
-  if (!unread.ok() && PathExists(SettingsPath())) {
-    PrintTrouble(kDesktopProgram,
-                 PathToUtf8(SettingsPath()) + ": " + DescribeError(unread.error()));
-  }
-  return store;
-}
-
 int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("ledrix");
   QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
-  InstallTranslation(application);
+  QTranslator translator;
+  InstallTranslation(application, translator);
   SubstituteFonts();
 
   OptionRecord options;
   JobRecord job;
   job.outputs.MergeMarks = args.merge_marks;
   job.DebugLog = args.debug_log;
-  SettingsStore store = LoadUserSettings();
+  SettingsStore store(SettingsPath());
+  store.Load().Ignore();
   WindowPlatform platform;
   DesktopActions actions;
+  QWidget* main_window = nullptr;
+  QTimer signal_poll;
+  QObject::connect(&signal_poll, &QTimer::timeout, &signal_poll, [&] {
+    if (!IsStopSignalled()) return;
+    job.StopRequested = true;
+    // From the uppermost window down, as a user would.
+    QWidget* const modal = QApplication::activeModalWidget();
+    QWidget* const uppermost = modal != nullptr ? modal : main_window;
+    if (uppermost != nullptr) uppermost->close();
+  });
+  signal_poll.start(kSignalPollMilliseconds);
+  TellUnreadSettings(store, platform);
   std::unique_ptr<LedrixFv> splash;
   QElapsedTimer shown;
   if (LeadingNumber(store.ReadSetting("Settings", "VerDisp", "0")) == 0) {
@@ -86,15 +86,7 @@ int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
   if (splash) WaitForSplash(shown);
   splash.reset();
   window.show();
-  QTimer signal_poll;
-  QObject::connect(&signal_poll, &QTimer::timeout, &signal_poll, [&] {
-    if (!IsStopSignalled()) return;
-    job.StopRequested = true;
-    // From the uppermost window down, as a user would.
-    QWidget* const modal = QApplication::activeModalWidget();
-    (modal != nullptr ? modal : &window)->close();
-  });
-  signal_poll.start(kSignalPollMilliseconds);
+  main_window = &window;
   return QApplication::exec();
 }
 

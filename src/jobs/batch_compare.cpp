@@ -8,9 +8,11 @@
 namespace ledrix {
 namespace {
 
+constexpr const char* kLogName = "ledrixc.log";
 constexpr const char* kOldMissing = "  OLD NOTHING         : ";
 constexpr const char* kNewMissing = "  NEW NOTHING(削除扱) : ";
 constexpr const char* kListingFailed = "  LIST OPEN ERROR     : ";
+constexpr const char* kSettingsUnread = "  SETTINGS ERROR      : ";
 
 void FillJob(const CommandLineArgs& args, RunServices& services) {
   JobRecord& job = services.job();
@@ -26,7 +28,7 @@ void FillJob(const CommandLineArgs& args, RunServices& services) {
   static_cast<OutputNames&>(job.files) = MakeSingleOutputNames(services.options(), job);
 }
 
-// A problem goes to the log, which may fail, and to stderr.
+// The log may fail; nothing is told of that.
 class BatchLog {
  public:
   BatchLog(const NativePath& path, PlatformServices& platform) : platform_(platform) {
@@ -34,13 +36,11 @@ class BatchLog {
     if (file.ok()) file_ = std::move(file.value());
   }
 
-  void Write(const char* label, const NativePath& path, const Error& error) {
-    if (file_) {
-      file_->Write(FormatDateTime(platform_.Now()));
-      file_->Write((EncodeSjis(label) + PathToSjis(path)).bytes());
-      file_->Write("\r\n");
-    }
-    platform_.ReportTrouble(PathToUtf8(path) + ": " + DescribeError(error));
+  void Write(const char* label, const NativePath& path) {
+    if (!file_) return;
+    file_->Write(FormatDateTime(platform_.Now()));
+    file_->Write((EncodeSjis(label) + PathToSjis(path)).bytes());
+    file_->Write("\r\n");
   }
   void Close() {
     if (file_) file_->Close().Ignore();
@@ -70,14 +70,16 @@ Status CheckCreatable(const JobRecord& job) {
   return file.ok() ? file.value().Close() : Status(file.error());
 }
 
-// True when both files can be read and the listing can be created; every problem is logged.
+// True when both files can be read and the listing can be created; every problem is logged and
+// told.
 bool CheckBatchFiles(const NativePath& log_path, RunServices& services) {
   const JobRecord& job = services.job();
   BatchLog log(log_path, services.platform());
   bool good = true;
   const auto check = [&](const Status& problem, const char* label, const NativePath& path) {
     if (problem.ok()) return;
-    log.Write(label, path, problem.error());
+    log.Write(label, path);
+    services.platform().ReportTrouble(PathToUtf8(path) + ": " + DescribeError(problem.error()));
     good = false;
   };
   check(CheckReadable(job.files.OldPath), kOldMissing, job.files.OldPath);
@@ -89,10 +91,17 @@ bool CheckBatchFiles(const NativePath& log_path, RunServices& services) {
 
 }  // namespace
 
+void LogUnreadSettings(const NativePath& program_folder, const NativePath& settings,
+                       PlatformServices& platform) {
+  BatchLog log(program_folder + kLogName, platform);
+  log.Write(kSettingsUnread, settings);
+  log.Close();
+}
+
 void BatchCompare(const CommandLineArgs& args, const NativePath& program_folder,
                   RunServices& services) {
   FillJob(args, services);
-  if (!CheckBatchFiles(program_folder + "ledrixc.log", services)) {
+  if (!CheckBatchFiles(program_folder + kLogName, services)) {
     services.NoteEnd(JobEnd::kTrouble);
     return;
   }

@@ -5,12 +5,17 @@
 //   label  "  OLD NOTHING         : "   the old file cannot be read
 //          "  NEW NOTHING(削除扱) : "   the new file cannot be read
 //          "  LIST OPEN ERROR     : "   the listing cannot be created
+//          "  SETTINGS ERROR      : "   the settings cannot be read; nothing is compared
 #pragma once
 
 #include "jobs/command_line.h"
 #include "run/run_services.h"
 
 namespace ledrix {
+
+// Logs that the settings cannot be read.
+void LogUnreadSettings(const NativePath& program_folder, const NativePath& settings,
+                       PlatformServices& platform);
 
 // Compares the pair that the command line names and notes how that ended in the services. The
 // options must be loaded; `program_folder` ends in a separator.

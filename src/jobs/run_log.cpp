@@ -85,7 +85,12 @@ void RunLog::WriteRunRecord(const NativePath& path) {
 std::vector<HistoryEntry> RunLog::LoadHistory() {
   const Result<std::string> bytes = ReadWholeFile(log_path_);
   std::vector<HistoryEntry> entries;
-  if (!bytes.ok()) return entries;
+  if (!bytes.ok()) {
+    if (!bytes.error().IsMissing()) {
+      platform_.ReportTrouble(PathToUtf8(log_path_) + ": " + DescribeError(bytes.error()));
+    }
+    return entries;
+  }
   const LocalTime now = platform_.Now();
   std::string_view text = bytes.value();
   while (!text.empty()) {
@@ -100,6 +105,8 @@ std::vector<HistoryEntry> RunLog::LoadHistory() {
 }
 
 void RunLog::SaveHistory(std::vector<HistoryEntry> entries) {
+  const Status unread = ReadWholeFile(log_path_).status();
+  if (!unread.ok() && !unread.error().IsMissing()) return;
   std::vector<SortedEntry> sorted = WithKeys(std::move(entries));
   SortByFolder(sorted);
   std::string bytes;

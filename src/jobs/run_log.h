@@ -32,9 +32,11 @@ class RunLog {
   void WriteRunRecord(const NativePath& path);
 
   // The folders that exist and were used at most 30 calendar days ago, sorted by folder without
-  // regard to letter case, the uses of one folder by date.
+  // regard to letter case, the uses of one folder by date. A log that exists but cannot be read is
+  // told as trouble and gives none.
   std::vector<HistoryEntry> LoadHistory();
-  // Replaces the log by these entries, sorted as LoadHistory gives them.
+  // Replaces the log by these entries, sorted as LoadHistory gives them. A log that exists but
+  // cannot be read stays as it is.
   void SaveHistory(std::vector<HistoryEntry> entries);
   // Keeps the newest use of each folder, and of those the 50 newest.
   void CompactHistory();

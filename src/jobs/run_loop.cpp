@@ -226,7 +226,7 @@ std::string NameForMessage(const NativePath& path) {
 
 void RunJob(RunServices& services, const JobSurroundings& surroundings) {
   JobRecord& job = services.job();
-  if (services.options().OutListClear == 1) {
+  if (IsOn(services.options().OutListClear)) {
     services.front_end().ClearResults();
     job.RunCounter = 0;
   }

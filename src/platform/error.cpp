@@ -53,6 +53,8 @@ std::string DescribeError(const Error& error) {
       return "ファイルではなくフォルダです";
     case ErrorKind::kNotAFile:
       return "ファイルではなくデバイスまたはソケットです";
+    case ErrorKind::kPipe:
+      return "ファイルではなくパイプです";
     case ErrorKind::kInputAsOutput:
       return "入力ファイルと同じファイルには出力できません";
     case ErrorKind::kOutputTwice:

@@ -32,6 +32,20 @@ Status RefuseUnreadable(const FileInfo& info) {
   return Status();
 }
 
+Status RefuseIrregular(const FileInfo& info) {
+  if (info.kind == FileKind::kPipe) return Error{ErrorKind::kPipe};
+  return RefuseUnreadable(info);
+}
+
+// Gives the file that replaces another one its mode and, as far as the system allows, its owner.
+Status TakeOver(const FileDescriptor& descriptor, const struct stat& replaced) {
+  // A group that can be kept is kept without the owner as well. Setting either clears mode bits.
+  constexpr auto kSameOwner = static_cast<uid_t>(-1);
+  static_cast<void>(fchown(descriptor.number(), replaced.st_uid, replaced.st_gid) == 0 ||
+                    fchown(descriptor.number(), kSameOwner, replaced.st_gid) == 0);
+  return fchmod(descriptor.number(), replaced.st_mode & 07777) == 0 ? Status() : LastError();
+}
+
 }  // namespace
 
 FileInfo ToFileInfo(const struct stat& status) {
@@ -115,10 +129,16 @@ Status MakePrivateFolder(const NativePath& path) {
 Status ReplaceFile(const NativePath& path, std::string_view bytes) {
   const NativePath real = RealPath(path);
   const NativePath& target = real.empty() ? path : real;
+  struct stat replaced {};
+  const bool replaces = stat(target.c_str(), &replaced) == 0;
+  if (replaces) {
+    if (const Status refused = RefuseIrregular(ToFileInfo(replaced)); !refused.ok()) return refused;
+  }
   std::string temporary = target.bytes() + ".XXXXXX";
   FileDescriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
   if (!descriptor.is_open()) return LastError();
   Status failure = WriteAll(descriptor, bytes);
+  if (failure.ok() && replaces) failure = TakeOver(descriptor, replaced);
   if (failure.ok() && fsync(descriptor.number()) != 0) failure = LastError();
   failure.KeepFirst(descriptor.Close());
   if (failure.ok() && rename(temporary.c_str(), target.c_str()) != 0) failure = LastError();
@@ -127,7 +147,10 @@ Status ReplaceFile(const NativePath& path, std::string_view bytes) {
 }
 
 Result<std::string> ReadWholeFile(const NativePath& path) {
-  Result<InputFile> file = InputFile::Open(path);
+  const Result<FileInfo> info = GetFileInfo(path);
+  if (!info.ok()) return info.error();
+  if (const Status refused = RefuseIrregular(info.value()); !refused.ok()) return refused.error();
+  Result<InputFile> file = InputFile::OpenRegular(path);
   if (!file.ok()) return file.error();
   std::string bytes;
   while (true) {
@@ -234,6 +257,10 @@ Result<OutputFile> OutputFile::CreateWhenNeeded(const NativePath& path) {
 }
 
 Result<OutputFile> OutputFile::Append(const NativePath& path) {
+  const Result<FileInfo> info = GetFileInfo(path);
+  if (info.ok()) {
+    if (const Status refused = RefuseIrregular(info.value()); !refused.ok()) return refused.error();
+  }
   return Make(path, Open(path, O_APPEND, 0666));
 }
 

@@ -77,10 +77,11 @@ NativePath RealPath(const NativePath& path);
 Status MakePrivateFolder(const NativePath& path);
 
 // Replaces a file's content as a whole: after a failure, a crash or a full disk the old content
-// stands. A link at `path` stays a link.
+// stands. A link at `path` stays a link; anything but a regular file is refused. The file keeps its
+// mode and, where the system allows it, its owner and group; a new one is this user's alone.
 Status ReplaceFile(const NativePath& path, std::string_view bytes);
 
-// The bytes of a regular file.
+// The bytes of a regular file; anything else, a pipe as well, is refused without opening it.
 Result<std::string> ReadWholeFile(const NativePath& path);
 
 class InputFile;
@@ -152,7 +153,8 @@ class OutputFile {
   // The same for a file that may be discarded unwritten: one that can be expected to succeed is
   // created only when its first bytes leave the buffer, at the latest when it is closed.
   static Result<OutputFile> CreateWhenNeeded(const NativePath& path);
-  // Creates the file or writes behind the end of an existing one.
+  // Creates the file or writes behind the end of an existing one. Anything but a regular file is
+  // refused without opening it.
   static Result<OutputFile> Append(const NativePath& path);
   // A file that is open already; `path` is what it is called.
   static OutputFile OverDescriptor(NativePath path, FileDescriptor descriptor) {

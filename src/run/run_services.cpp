@@ -101,7 +101,7 @@ void RunServices::AbandonCsvSummary() {
 }
 
 void RunServices::WriteCsvStatus(const PairPaths& paths, std::string_view status) {
-  if (options_.CsvStatus == 1) csv_.WriteStatus(paths, status);
+  if (IsOn(options_.CsvStatus)) csv_.WriteStatus(paths, status);
 }
 
 void RunServices::ReportLoss(const NativePath& path, uint64_t count, uint64_t first_line) {

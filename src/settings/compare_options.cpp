@@ -5,9 +5,9 @@
 namespace ledrix {
 namespace {
 
-SpaceRule ToSpaceRule(int stored) {
-  if (stored == 0) return SpaceRule::kCompare;
-  return stored == 1 ? SpaceRule::kIgnoreTrailing : SpaceRule::kIgnoreAll;
+SpaceRule ToSpaceRule(int choice) {
+  if (choice == 0) return SpaceRule::kCompare;
+  return choice == 1 ? SpaceRule::kIgnoreTrailing : SpaceRule::kIgnoreAll;
 }
 
 }  // namespace
@@ -22,19 +22,19 @@ CompareOptions::CompareOptions(const OptionRecord& record)
       last_column(std::max(first_column, ClampedOption("OptEDCol", record.OptEDCol))),
       match_lines(ClampedOption("OptMatch", record.OptMatch)),
       window_lines(ClampedOption("OptBuff", record.OptBuff)),
-      spaces(ToSpaceRule(record.OptSpData)),
-      expand_tabs(record.OptTABtoSPACE == 1),
+      spaces(ToSpaceRule(ClampedOption("OptSpData", record.OptSpData))),
+      expand_tabs(IsOn(record.OptTABtoSPACE)),
       tab_width(ClampedOption("OptTABtoKETA", record.OptTABtoKETA)),
-      ignore_case(record.OptUpperCase == 0),
+      ignore_case(!IsOn(record.OptUpperCase)),
       side_width(ClampedOption("PrintCompLen", record.PrintCompLen)),
       context_lines(ClampedOption("OptLstout", record.OptLstout)),
-      all_lines(record.OptOutLineCnt == 1),
-      line_numbers(record.LineNoAdd == 1),
-      vertical(record.OptOutLineVar == 1),
-      wrap(record.NTypeNextLine != 0),
-      simple(record.OptSimple == 1),
-      skip_same_stamp(record.OptNoCngNoOut == 1),
-      drop_unchanged_listing(record.NoCompList == 1),
-      merge_prefers_old(record.MergeOld == 1) {}
+      all_lines(IsOn(record.OptOutLineCnt)),
+      line_numbers(IsOn(record.LineNoAdd)),
+      vertical(IsOn(record.OptOutLineVar)),
+      wrap(IsOn(record.NTypeNextLine)),
+      simple(IsOn(record.OptSimple)),
+      skip_same_stamp(IsOn(record.OptNoCngNoOut)),
+      drop_unchanged_listing(IsOn(record.NoCompList)),
+      merge_prefers_old(IsOn(record.MergeOld)) {}
 
 }  // namespace ledrix

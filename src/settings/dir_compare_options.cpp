@@ -8,14 +8,14 @@ namespace ledrix {
 
 DirCompareOptions::DirCompareOptions(const OptionRecord& record)
     : width(static_cast<size_t>(ClampedOption("PrintDCompLen", record.PrintDCompLen))),
-      with_added(record.DCompOut[0] == 1),
-      with_deleted(record.DCompOut[1] == 1),
-      with_updated(record.DCompOut[2] == 1),
-      ignore_case(record.DCompBinary == 0),
-      full_width(record.DCompKana == 0),
-      filter_names(record.DCompSelect == 1),
-      ignore_one_second(record.DComp1s == 1),
-      ignore_nine_hours(record.DComp9h == 1) {}
+      with_added(IsOn(record.DCompOut[0])),
+      with_deleted(IsOn(record.DCompOut[1])),
+      with_updated(IsOn(record.DCompOut[2])),
+      ignore_case(!IsOn(record.DCompBinary)),
+      full_width(!IsOn(record.DCompKana)),
+      filter_names(IsOn(record.DCompSelect)),
+      ignore_one_second(IsOn(record.DComp1s)),
+      ignore_nine_hours(IsOn(record.DComp9h)) {}
 
 bool DirCompareOptions::Tolerates(int64_t seconds_apart) const {
   constexpr int64_t kNineHours = int64_t{9} * 3600;

@@ -95,10 +95,17 @@ class IniLines {
   std::vector<std::string> lines_;
 };
 
-// A missing or unreadable file has no lines.
-IniLines ReadLines(const NativePath& path) {
+// A missing file has no lines.
+Result<IniLines> ReadLines(const NativePath& path) {
   const Result<std::string> bytes = ReadWholeFile(path);
+  if (!bytes.ok() && !bytes.error().IsMissing()) return bytes.error();
   return IniLines(bytes.ok() ? std::string_view(bytes.value()) : std::string_view());
+}
+
+std::optional<std::string> FindValue(const NativePath& path, std::string_view section,
+                                     std::string_view key) {
+  const Result<IniLines> lines = ReadLines(path);
+  return lines.ok() ? lines.value().Find(section, key) : std::nullopt;
 }
 
 // Spaces and quotation marks at the ends survive only between quotation marks.
@@ -112,23 +119,35 @@ std::string ValueText(std::string_view value) {
 
 }  // namespace
 
+Status clsIniFile::CheckReadable() const {
+  return ReadLines(file_name_).status();
+}
+
+Status clsIniFile::SetAll(std::span<const IniValue> values) {
+  Result<IniLines> lines = ReadLines(file_name_);
+  if (!lines.ok()) return lines.error();
+  for (const auto& [section, key, text] : values) {
+    lines.value().Put(section, key, EncodeSjis(std::string(key) + "=" + ValueText(text)).bytes());
+  }
+  return ReplaceFile(file_name_, lines.value().Bytes());
+}
+
 bool clsIniFile::mSetString(std::string_view section, std::string_view key,
                             std::string_view value) {
-  IniLines lines = ReadLines(file_name_);
-  lines.Put(section, key, EncodeSjis(std::string(key) + "=" + ValueText(value)).bytes());
-  return ReplaceFile(file_name_, lines.Bytes()).ok();
+  const IniValue all[] = {{section, key, std::string(value)}};
+  return SetAll(all).ok();
 }
 
 std::string clsIniFile::mGetString(std::string_view section, std::string_view key,
                                    std::string_view default_text) const {
-  const std::optional<std::string> value = ReadLines(file_name_).Find(section, key);
+  const std::optional<std::string> value = FindValue(file_name_, section, key);
   if (!value || value->empty()) return std::string(default_text);
   return DecodeSjis(SjisView::FromBytes(*value).First(kLongestValue));
 }
 
 int16_t clsIniFile::mGetInteger(std::string_view section, std::string_view key,
                                 int16_t default_number) const {
-  const std::optional<std::string> value = ReadLines(file_name_).Find(section, key);
+  const std::optional<std::string> value = FindValue(file_name_, section, key);
   if (!value) return default_number;
   const bool plus = !value->empty() && value->front() == '+';
   int64_t number = 0;

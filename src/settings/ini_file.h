@@ -10,21 +10,36 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
+#include "platform/error.h"
 #include "platform/native_path.h"
 
 namespace ledrix {
+
+// A value on its way into a file: texts in UTF-8.
+struct IniValue {
+  std::string_view section;
+  std::string_view key;
+  std::string text;
+};
 
 class clsIniFile {  // NOLINT(readability-identifier-naming)
  public:
   const NativePath& pFileName() const { return file_name_; }
   void pFileName(const NativePath& new_file_name) { file_name_ = new_file_name; }
 
-  // Writes a value, making file, section and key as needed; all other lines stay as they are.
-  // Returns true on success; after a failure the file is as it was. Texts are UTF-8; a line break
-  // in the value becomes a space.
+  // Why the file, which exists, cannot be read; success when there is none. The reads below take
+  // such a file for a missing one.
+  Status CheckReadable() const;
+
+  // Writes values, making file, sections and keys as needed; all other lines stay as they are. The
+  // file is replaced once, by all of them; after a failure it is as it was, and one that cannot be
+  // read is not written. A line break in a value becomes a space.
+  Status SetAll(std::span<const IniValue> values);
+  // The same for one value. Returns true on success.
   bool mSetString(std::string_view section, std::string_view key, std::string_view value);
 
   // The first 255 bytes of a value as it stands in the file; the default when that is empty or

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "platform/files.h"
 #include "text/ascii.h"
 #include "text/leading_number.h"
 
@@ -92,9 +93,14 @@ std::string Numbered(const char* stem, size_t index) {
 
 }  // namespace
 
+bool IsFixedFolder(const std::string& folder) {
+  // With its separator the empty text would be the root.
+  return !Trimmed(folder).empty() && IsFolder(AddBackslash(NativePath(folder)));
+}
+
 OptionDraft::OptionDraft(const OptionRecord& record) {
   for (const OptionField& field : OptionFields()) {
-    texts_.emplace(field.key, field.Get(record));
+    texts_.emplace(field.key, field.GetClamped(record));
   }
 }
 

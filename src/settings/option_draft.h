@@ -11,9 +11,12 @@
 
 namespace ledrix {
 
+// True when ContOutDirPath names a folder to which outputs can always go.
+bool IsFixedFolder(const std::string& folder);
+
 class OptionDraft {
  public:
-  // Starts with the values of the record; numbers as their decimal text.
+  // Starts with the values of the record; numbers, clamped, as their decimal text.
   explicit OptionDraft(const OptionRecord& record);
 
   // Puts a text under a key. Returns a message for the user when there is no such key or when the

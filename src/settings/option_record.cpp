@@ -122,9 +122,14 @@ OptionRecord::OptionRecord() {
 }
 
 std::string OptionField::Get(const OptionRecord& record) const {
-  // The accessors only name the field; nothing is written through them here.
+  // The accessors only name the field; nothing is written through them, here and below.
   auto& fields = const_cast<OptionRecord&>(record);
   return number != nullptr ? std::to_string(number(fields)) : text(fields);
+}
+
+std::string OptionField::GetClamped(const OptionRecord& record) const {
+  if (number == nullptr) return Get(record);
+  return std::to_string(std::clamp(number(const_cast<OptionRecord&>(record)), lowest, highest));
 }
 
 void OptionField::Set(OptionRecord& record, std::string_view value) const {

@@ -83,6 +83,11 @@ struct OptionRecord {
   std::string CharsetCode;  // the chosen one; empty means no conversion
 };
 
+// What a stored flag means to every reader: the nearer one of 0 and 1.
+inline bool IsOn(int16_t flag) {
+  return flag >= 1;
+}
+
 enum class OptionKind { kFlag, kChoice, kInteger, kText };
 
 // What is known of one field: its key, the store's section, its default and, for numbers, its
@@ -99,6 +104,8 @@ struct OptionField {
 
   // The field's value as the store keeps it: decimal digits, or the text itself.
   std::string Get(const OptionRecord& record) const;
+  // The same with a number clamped to its valid range: what is stored means that to every reader.
+  std::string GetClamped(const OptionRecord& record) const;
   // Stores a value as it stands in the store; a number by its leading number.
   void Set(OptionRecord& record, std::string_view value) const;
 };

@@ -1,5 +1,7 @@
 #include "settings/pattern_slots.h"
 
+#include <vector>
+
 #include "platform/files.h"
 #include "settings/ini_file.h"
 #include "settings/option_draft.h"
@@ -21,36 +23,38 @@ NativePath PatternSlots::FileOf(size_t n) const {
   return folder_ + ("LedrixPtn" + std::to_string(n + 1) + ".ini");
 }
 
-void PatternSlots::LoadPattern(size_t n) {
+Status PatternSlots::LoadPattern(size_t n) {
   clsIniFile file;
   file.pFileName(FileOf(n));
+  if (const Status unread = file.CheckReadable(); !unread.ok()) return unread;
   PatternSlot& slot = slots_[n];
   slot.name = file.mGetString("Pattern", "Name");
-  if (slot.name.empty()) return;
+  if (slot.name.empty()) return Status();
   for (const std::string_view key : PatternKeys()) {
     const OptionField& field = *FindOptionField(key);
     field.Set(slot.values, file.mGetString("Option", key, field.default_text));
   }
+  return Status();
 }
 
-void PatternSlots::SavePattern(size_t n) {
-  PatternSlot& slot = slots_[n];
+Status PatternSlots::SavePattern(size_t n, PatternSlot slot) {
   slot.name = DecodeSjis(EncodeSjis(Trimmed(slot.name)));  // as the file will give it back
-  if (slot.name.empty()) {
-    RemoveFile(FileOf(n)).Ignore();
-    return;
+  if (slot.name.empty()) return DeletePattern(n);
+  std::vector<IniValue> values = {{"Pattern", "Name", slot.name}};
+  for (const std::string_view key : PatternKeys()) {
+    values.push_back({"Option", key, FindOptionField(key)->Get(slot.values)});
   }
   clsIniFile file;
   file.pFileName(FileOf(n));
-  file.mSetString("Pattern", "Name", slot.name);
-  for (const std::string_view key : PatternKeys()) {
-    file.mSetString("Option", key, FindOptionField(key)->Get(slot.values));
-  }
+  const Status failed = file.SetAll(values);
+  if (failed.ok()) slots_[n] = std::move(slot);
+  return failed;
 }
 
-void PatternSlots::DeletePattern(size_t n) {
-  RemoveFile(FileOf(n)).Ignore();
-  slots_[n].name.clear();
+Status PatternSlots::DeletePattern(size_t n) {
+  const Status failed = RemoveFile(FileOf(n));
+  if (failed.ok()) slots_[n].name.clear();
+  return failed;
 }
 
 void PatternSlots::ApplyPattern(size_t n, OptionRecord& options) const {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/error.h"
 #include "platform/native_path.h"
 #include "settings/option_record.h"
 
@@ -23,8 +24,8 @@ struct PatternSlot {
   OptionRecord values;
 };
 
-// The three slots of a run. They start empty. Slots are numbered from 0; failures of the file
-// system are ignored.
+// The three slots of a run. They start empty. Slots are numbered from 0; after a failure of the
+// file system a slot is as it was.
 class PatternSlots {
  public:
   // `folder` is the program's folder, with a separator at its end.
@@ -34,18 +35,18 @@ class PatternSlots {
   const PatternSlot& operator[](size_t n) const { return slots_[n]; }
 
   // Reads a slot's name and, when it has one, its values; a missing or empty value is the option's
-  // default.
-  void LoadPattern(size_t n);
-  // Trims the slot's name and writes the slot; an empty name deletes the file instead.
-  void SavePattern(size_t n);
+  // default. A missing file empties the slot's name; one that cannot be read is a failure.
+  Status LoadPattern(size_t n);
+  // Writes a pattern, its name trimmed, into the file of a slot, replacing it once, and into the
+  // slot. An empty name deletes the pattern instead. A file that cannot be read is not written.
+  Status SavePattern(size_t n, PatternSlot slot);
   // Deletes the slot's file and empties its name.
-  void DeletePattern(size_t n);
+  Status DeletePattern(size_t n);
+  NativePath FileOf(size_t n) const;
   // Copies the slot's values into the option record.
   void ApplyPattern(size_t n, OptionRecord& options) const;
 
  private:
-  NativePath FileOf(size_t n) const;
-
   NativePath folder_;
   std::array<PatternSlot, kPatternSlots> slots_;
 };

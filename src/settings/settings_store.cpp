@@ -14,8 +14,8 @@ struct Escape {
   char character;
   char letter;
 };
-constexpr Escape kEscapes[] = {{'\\', '\\'}, {'\n', 'n'}, {'\r', 'r'},
-                               {'\0', '0'},  {'=', 'e'},  {']', 'b'}};
+constexpr Escape kEscapes[] = {{'\\', '\\'}, {'\n', 'n'}, {'\r', 'r'}, {'\0', '0'},
+                               {'=', 'e'},   {']', 'b'},  {'[', 'o'}};
 
 // `kept` is a character that has an escape but may stand as it is here, or 0 for none.
 std::string Escaped(std::string_view text, std::string_view kept) {
@@ -52,9 +52,13 @@ std::string Unescaped(std::string_view text) {
 }  // namespace
 
 Status SettingsStore::Load() {
-  sections_.clear();
+  ClearSettingKey("");
+  unread_ = Status();
   const Result<std::string> bytes = ReadWholeFile(path_);
-  if (!bytes.ok()) return bytes.error();
+  if (!bytes.ok()) {
+    if (!bytes.error().IsMissing()) unread_ = bytes.error();
+    return bytes.error();
+  }
   Parse(bytes.value());
   return Status();
 }
@@ -77,23 +81,19 @@ void SettingsStore::Parse(std::string_view bytes) {
 }
 
 SettingsStore::Section& SettingsStore::SectionNamed(std::string_view name) {
-  const auto found = std::find_if(sections_.begin(), sections_.end(),
-                                  [name](const Section& section) { return section.name == name; });
-  if (found != sections_.end()) return *found;
-  // The root stands first: its values have no heading.
-  const auto place = name.empty() ? sections_.begin() : sections_.end();
-  return *sections_.insert(place, {std::string(name), {}, {}});
+  const auto [found, is_new] = section_places_.try_emplace(std::string(name), sections_.size());
+  if (is_new) sections_.push_back({std::string(name), {}, {}});
+  return sections_[found->second];
 }
 
 std::string SettingsStore::ReadSetting(std::string_view section, std::string_view key,
                                        std::string_view default_text) const {
-  const auto found =
-      std::find_if(sections_.begin(), sections_.end(),
-                   [section](const Section& candidate) { return candidate.name == section; });
-  if (found == sections_.end()) return std::string(default_text);
-  const auto place = found->places.find(std::string(key));
-  if (place == found->places.end()) return std::string(default_text);
-  const std::string& text = found->values[place->second].text;
+  const auto found = section_places_.find(std::string(section));
+  if (found == section_places_.end()) return std::string(default_text);
+  const Section& holder = sections_[found->second];
+  const auto place = holder.places.find(std::string(key));
+  if (place == holder.places.end()) return std::string(default_text);
+  const std::string& text = holder.values[place->second].text;
   return text.substr(0, text.find('\0'));
 }
 
@@ -110,19 +110,27 @@ void SettingsStore::WriteSetting(std::string_view section, std::string_view key,
 
 void SettingsStore::ClearSettingKey(std::string_view section) {
   if (section.empty()) {
-    sections_.clear();
-  } else {
-    std::erase_if(sections_, [section](const Section& s) { return s.name == section; });
+    // The root stands first: its values have no heading.
+    sections_.assign(1, Section());
+    section_places_ = {{"", 0}};
+  } else if (const auto found = section_places_.find(std::string(section));
+             found != section_places_.end()) {
+    sections_.erase(sections_.begin() + static_cast<std::ptrdiff_t>(found->second));
+    section_places_.clear();
+    for (const Section& kept : sections_) {
+      section_places_.emplace(kept.name, section_places_.size());
+    }
   }
 }
 
 Status SettingsStore::Save() const {
+  if (!unread_.ok()) return unread_;
   if (const Status failed = MakePrivateFolder(DirOf(path_)); !failed.ok()) return failed;
   std::string bytes;
   for (const Section& section : sections_) {
-    if (!section.name.empty()) bytes += "[" + Escaped(section.name, "=") + "]\n";
+    if (!section.name.empty()) bytes += "[" + Escaped(section.name, "=[") + "]\n";
     for (const Value& value : section.values) {
-      bytes += Escaped(value.key, "]") + "=" + Escaped(value.text, "=]") + "\n";
+      bytes += Escaped(value.key, "]") + "=" + Escaped(value.text, "=[]") + "\n";
     }
   }
   return ReplaceFile(path_, bytes);

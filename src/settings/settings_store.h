@@ -6,8 +6,8 @@
 //   value    key "=" text      of several values under one key the last counts
 //   anything else is no item and is dropped when the file is written again
 // In names, keys and texts "\\" stands for a backslash, "\n", "\r" and "\0" for a line feed, a
-// carriage return and a NUL; in a key "\e" stands for "=", in a name "\b" for "]". A text with
-// spaces at its ends keeps them. An empty text is a value, not a missing one.
+// carriage return and a NUL; in a key "\e" stands for "=" and "\o" for "[", in a name "\b" for "]".
+// A text with spaces at its ends keeps them. An empty text is a value, not a missing one.
 #pragma once
 
 #include <string>
@@ -24,11 +24,16 @@ namespace ledrix {
 // Read once, changed in memory, and written as a whole. There is one thread.
 class SettingsStore {
  public:
-  // An empty store that will be written to `path`.
-  explicit SettingsStore(NativePath path) : path_(std::move(path)) {}
+  // A store that holds nothing and will be written to `path`.
+  explicit SettingsStore(NativePath path) : path_(std::move(path)) { ClearSettingKey(""); }
 
-  // Reads the file. Returns why it could not be read; the store is empty then.
+  const NativePath& path() const { return path_; }
+
+  // Reads the file. Returns why it could not be read; the store holds nothing then.
   Status Load();
+  // Why the last Load could not read a file that exists; success when it could, or when there is
+  // no file.
+  const Status& unread() const { return unread_; }
 
   // The text up to its first NUL, or the default when the section or the key is missing.
   std::string ReadSetting(std::string_view section, std::string_view key,
@@ -37,7 +42,8 @@ class SettingsStore {
   // Drops a section; the empty section name drops everything.
   void ClearSettingKey(std::string_view section);
 
-  // Writes the file, making its folder; after a failure the old file stands as it was.
+  // Writes the file, making its folder; after a failure the old file stands as it was. A file that
+  // could not be read is not written over: that fails with unread().
   Status Save() const;
 
  private:
@@ -55,7 +61,9 @@ class SettingsStore {
   Section& SectionNamed(std::string_view name);
 
   NativePath path_;
-  std::vector<Section> sections_;
+  std::vector<Section> sections_;                           // in the order of the file
+  std::unordered_map<std::string, size_t> section_places_;  // of each name in `sections_`
+  Status unread_;
 };
 
 // Fills every field of the record from the store.

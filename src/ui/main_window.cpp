@@ -160,7 +160,12 @@ void LedrixF0::Load() {
   ChkFrame->ChooseAtStart();
   UpdatePreview();
   ApplyFont();
-  for (size_t n = 0; n < kPatternSlots; ++n) patterns_.LoadPattern(n);
+  for (size_t n = 0; n < kPatternSlots; ++n) {
+    if (const Status unread = patterns_.LoadPattern(n); !unread.ok()) {
+      program_.platform.ReportTrouble(PathToUtf8(patterns_.FileOf(n)) + ": " +
+                                      DescribeError(unread.error()));
+    }
+  }
   menu_.FillConditions();
 }
 

@@ -85,10 +85,21 @@ void PatternBox::ShowNames() {
   }
 }
 
+void PatternBox::TellFailure(const char* what, size_t n, const Error& error) {
+  platform_.ShowMessage(
+      {what + ("\n" + PathToUtf8(patterns_.FileOf(n)) + "\n" + DescribeError(error))});
+}
+
 void PatternBox::Load() {
-  for (size_t n = 0; n < kPatternSlots; ++n) patterns_.LoadPattern(n);
+  Status unread;
+  for (size_t n = 0; n < kPatternSlots; ++n) {
+    const Status loaded = patterns_.LoadPattern(n);
+    if (n == Selected()) unread = loaded;
+  }
   const PatternSlot& slot = patterns_[Selected()];
-  if (slot.name.empty()) {
+  if (!unread.ok()) {
+    TellFailure("ﾊﾟﾀｰﾝを読み込めません", Selected(), unread.error());
+  } else if (slot.name.empty()) {
     platform_.ShowMessage(
         {"読み込むﾊﾟﾀｰﾝ番号" + std::to_string(Selected() + 1) + "の情報がありません"});
   } else {
@@ -101,12 +112,14 @@ void PatternBox::Save() {
   const size_t n = Selected();
   const std::string name = AskPatternName(this, n + 1);
   if (name.empty()) return;
-  PatternSlot& slot = patterns_[n];
+  PatternSlot slot = patterns_[n];
   slot.name = name;
   for (const std::string_view key : PatternKeys()) {
     FindOptionField(key)->Set(slot.values, controls_.Value(key));
   }
-  patterns_.SavePattern(n);
+  if (const Status failed = patterns_.SavePattern(n, std::move(slot)); !failed.ok()) {
+    TellFailure("ﾊﾟﾀｰﾝを保存できません", n, failed.error());
+  }
   ShowNames();
 }
 
@@ -118,7 +131,9 @@ void PatternBox::Delete() {
                          kProgramTitle, MessageIcon::kQuestion, MessageButtons::kYesNo,
                          MessageAnswer::kYes};
   if (platform_.ShowMessage(question) != MessageAnswer::kYes) return;
-  patterns_.DeletePattern(n);
+  if (const Status failed = patterns_.DeletePattern(n); !failed.ok()) {
+    TellFailure("ﾊﾟﾀｰﾝを削除できません", n, failed.error());
+  }
   ShowNames();
 }
 

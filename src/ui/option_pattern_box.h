@@ -26,6 +26,8 @@ class PatternBox : public QGroupBox {
   // The slot selected, counted from 0.
   size_t Selected() const;
   void ShowNames();
+  // Tells why the file of a slot could not be used.
+  void TellFailure(const char* what, size_t n, const Error& error);
   void Load();
   void Save();
   void Delete();

@@ -6,6 +6,8 @@
 namespace ledrix {
 namespace {
 
+constexpr const char* kSettingsUnsaved = "設定を保存できません";
+
 void OpenProgramFile(std::string_view name, DesktopActions& actions, PlatformServices& platform) {
   const NativePath path = FindProgramFile(name);
   const auto tell = [&](const char* what) {
@@ -18,7 +20,25 @@ void OpenProgramFile(std::string_view name, DesktopActions& actions, PlatformSer
   }
 }
 
+Message FileFailure(const char* what, const NativePath& path, const Error& error) {
+  return {what + ("\n" + PathToUtf8(path) + "\n" + DescribeError(error))};
+}
+
 }  // namespace
+
+void TellUnreadSettings(const SettingsStore& store, PlatformServices& platform) {
+  if (store.unread().ok()) return;
+  platform.ShowMessage(
+      FileFailure("設定ファイルを読めません（標準の設定で動作し、終了時に保存しません）",
+                  store.path(), store.unread().error()));
+}
+
+void SaveSettings(const SettingsStore& store, PlatformServices& platform) {
+  if (!store.unread().ok()) return;
+  if (const Status failed = store.Save(); !failed.ok()) {
+    platform.ShowMessage(FileFailure(kSettingsUnsaved, store.path(), failed.error()));
+  }
+}
 
 bool ClearSettings(SettingsStore& store, PlatformServices& platform) {
   const MessageAnswer answer = platform.ShowMessage(
@@ -27,10 +47,13 @@ bool ClearSettings(SettingsStore& store, PlatformServices& platform) {
        "レジストリをクリアしてよろしいですか？",
        kProgramTitle, MessageIcon::kExclamation, MessageButtons::kYesNo, MessageAnswer::kNo});
   if (answer != MessageAnswer::kYes) return false;
-  for (const char* section : {"Option", "Settings", ""}) store.ClearSettingKey(section);
-  if (const Status failed = store.Save(); !failed.ok()) {
-    platform.ReportTrouble(PathToUtf8(SettingsPath()) + ": " + DescribeError(failed.error()));
+  SettingsStore cleared = store;
+  for (const char* section : {"Option", "Settings", ""}) cleared.ClearSettingKey(section);
+  if (const Status failed = cleared.Save(); !failed.ok()) {
+    platform.ShowMessage(FileFailure(kSettingsUnsaved, store.path(), failed.error()));
+    return false;
   }
+  store = std::move(cleared);
   platform.ShowMessage(
       {"処理が終了しました\r"
        "ｺﾝﾄﾛｰﾙﾊﾟﾈﾙの「ｱﾌﾟﾘｹｰｼｮﾝの追加と削除」よりLedrixToolを削除してください。",

@@ -6,6 +6,7 @@
 
 #include "settings/option_record.h"
 #include "settings/twips.h"
+#include "ui/program_commands.h"
 #include "ui/qt_text.h"
 #include "ui/window_platform.h"
 
@@ -89,9 +90,7 @@ void WindowState::Save() {
   }
   StoreVersion();
   SaveOptions(program_.options, {sides_[0].folder().bytes(), sides_[1].folder().bytes()}, store);
-  if (const Status failed = store.Save(); !failed.ok()) {
-    program_.platform.ReportTrouble("設定を保存できません: " + DescribeError(failed.error()));
-  }
+  SaveSettings(store, program_.platform);
 }
 
 void WindowState::StoreGeometry() {

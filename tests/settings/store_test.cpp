@@ -242,17 +242,17 @@ TEST(PatternSlots, SaveLoadApplyAndDelete) {
   const TempFolder folder;
   const NativePath program_folder(folder.path() + "/");
   PatternSlots slots(program_folder);
-  slots[1].name = "  夜間😀  ";
-  slots[1].values.OptMatch = 7;
-  slots[1].values.ComboLstLst = "*.LST";
-  slots[1].values.CsvStatus = 0;  // belongs to no pattern
-  slots.SavePattern(1);
+  PatternSlot night{"  夜間😀  ", {}};
+  night.values.OptMatch = 7;
+  night.values.ComboLstLst = "*.LST";
+  night.values.CsvStatus = 0;  // belongs to no pattern
+  ASSERT_TRUE(slots.SavePattern(1, night).ok());
   EXPECT_EQ(slots[1].name, "夜間?");  // as the file will give it back
   ASSERT_TRUE(FileExists(folder.At("LedrixPtn2.ini")));
   EXPECT_EQ(test::ReadLines(folder.At("LedrixPtn2.ini")).size(), 2u + 1 + 17);
 
   PatternSlots read(program_folder);
-  for (size_t n = 0; n < kPatternSlots; ++n) read.LoadPattern(n);
+  for (size_t n = 0; n < kPatternSlots; ++n) ASSERT_TRUE(read.LoadPattern(n).ok());
   EXPECT_EQ(read[0].name, "");
   EXPECT_EQ(read[1].name, "夜間?");
   OptionRecord options;
@@ -264,18 +264,17 @@ TEST(PatternSlots, SaveLoadApplyAndDelete) {
   EXPECT_EQ(options.OptNoCngNoOut, 0);
 
   folder.Write("LedrixPtn3.ini", "[Option]\r\nOptMatch=3\r\n");  // no name: an empty slot
-  read.LoadPattern(2);
+  ASSERT_TRUE(read.LoadPattern(2).ok());
   EXPECT_EQ(read[2].name, "");
   folder.Write("LedrixPtn1.ini",
                Sjis("[Pattern]\r\nName=x\r\n[Option]\r\nOptSTCol=\r\nOptBuff=\x01\xFF"));
-  read.LoadPattern(0);
+  ASSERT_TRUE(read.LoadPattern(0).ok());
   EXPECT_EQ(read[0].values.OptSTCol, 1);
   EXPECT_EQ(read[0].values.OptBuff, 0);
 
-  slots[1].name = "  ";
-  slots.SavePattern(1);
+  EXPECT_TRUE(slots.SavePattern(1, {"  ", {}}).ok());
   EXPECT_FALSE(FileExists(folder.At("LedrixPtn2.ini")));
-  slots.DeletePattern(1);
+  EXPECT_TRUE(slots.DeletePattern(1).ok());
   EXPECT_EQ(slots[1].name, "");
 }
 
