@@ -41,17 +41,22 @@ void*& Reserve() {
   throw std::bad_alloc();
 }
 
-// Where no failure may pass, a lack of memory ends the program here.
+// Where no failure may pass, and where there is no memory for the failure itself, a lack of memory
+// ends the program here.
 [[noreturn]] void OnTerminate() {
-  if (std::current_exception() == nullptr) std::abort();
-  try {
-    throw;
-  } catch (const std::bad_alloc&) {
-    WriteTrouble(program_invocation_short_name, kNoMemory);
-    _exit(kTroubleStatus);
-  } catch (...) {
-    std::abort();
+  bool lacks_memory = Reserve() == nullptr;
+  if (std::current_exception() != nullptr) {
+    try {
+      throw;
+    } catch (const std::bad_alloc&) {
+      lacks_memory = true;
+    } catch (...) {
+      lacks_memory = false;
+    }
   }
+  if (!lacks_memory) std::abort();
+  WriteTrouble(program_invocation_short_name, kNoMemory);
+  _exit(kTroubleStatus);
 }
 
 }  // namespace

@@ -99,7 +99,7 @@ QWidget* FileFrame::BuildFilePane() {
 }
 
 void FileFrame::Connect() {
-  inDirBox->OpensOnSingleClick([this] { return options_.DirBoxSClick == 1; });
+  inDirBox->OpensOnSingleClick([this] { return IsOn(options_.DirBoxSClick); });
   inDirBox->OnOpen([this](const NativePath& folder, bool shift) {
     const NativePath from = folder_;
     OpenFolder(folder);

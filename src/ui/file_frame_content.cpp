@@ -117,7 +117,7 @@ NativePath FileFrame::HighlightedFolder() const {
 }
 
 void FileFrame::HighlightOpenFolder() {
-  if (options_.DirBoxSClick == 1) inDirBox->HighlightOpen();
+  if (IsOn(options_.DirBoxSClick)) inDirBox->HighlightOpen();
 }
 
 void FileFrame::SetFilters(int selected) {

@@ -73,16 +73,16 @@ void ListPopup::Show(PopupSource source, int side, const QPoint& place) {
   side_ = side;
   const OptionRecord& options = program_.options;
   if (source != PopupSource::kDirBox) {
-    const bool own = options.SendToLDX == 1;
+    const bool own = IsOn(options.SendToLDX);
     POPMenu->OfferLaunchers(
         ListLaunchers(SendToFolder(own ? SendToOwner::kProgram : SendToOwner::kUser)));
   }
-  POPMenu->Prepare(source, {options.DELMenuVisible == 1, options.OptDbClick == 1});
+  POPMenu->Prepare(source, {IsOn(options.DELMenuVisible), IsOn(options.OptDbClick)});
   POPMenu->popup(place);
 }
 
 void ListPopup::ActivateFile(int side) {
-  if (program_.options.OptDbClick == 1) {
+  if (IsOn(program_.options.OptDbClick)) {
     sides_.SelectNamesakesOf(side);
   } else {
     source_ = PopupSource::kFileBox;

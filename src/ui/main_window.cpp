@@ -93,7 +93,7 @@ FileFrame* LedrixF0::MakeSide(int side) {
   FileFrame::Hooks hooks;
   hooks.selection_changed = [this] { UpdatePreview(); };
   hooks.folder_followed = [this, side](const NativePath& from, const NativePath& to, bool shift) {
-    const bool follows = (program_.options.DirBoxSynchro == 1) != shift;
+    const bool follows = IsOn(program_.options.DirBoxSynchro) != shift;
     if (follows) sides_.FollowFolder(side, from, to);
   };
   hooks.file_popup = [this, side](const QPoint& place) {

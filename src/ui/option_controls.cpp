@@ -137,7 +137,7 @@ void OptionControls::Bind(const char* key, QWidget* control, std::function<std::
 }
 
 void OptionControls::Show(Binding& binding, const OptionRecord& record) {
-  binding.stored = FindOptionField(binding.key)->Get(record);
+  binding.stored = FindOptionField(binding.key)->GetClamped(record);
   binding.show(binding.stored);
   binding.shown = binding.read();
 }

@@ -38,7 +38,7 @@ class OptionControls {
   QComboBox* NumberCombo(const char* name, const char* key,
                          std::initializer_list<const char*> presets);
 
-  // Puts the record's values into every control, or into those of some keys only.
+  // Puts the record's values, numbers clamped, into every control, or into those of some keys only.
   void Show(const OptionRecord& record);
   void Show(const OptionRecord& record, std::span<const std::string_view> keys);
 

@@ -3,9 +3,7 @@
 #include <QGridLayout>
 #include <QVBoxLayout>
 
-#include "platform/files.h"
 #include "platform/program_folder.h"
-#include "text/ascii.h"
 #include "ui/choosers.h"
 #include "ui/named.h"
 #include "ui/qt_text.h"
@@ -32,9 +30,7 @@ OutputFolderBox::OutputFolderBox(OptionControls& controls, PlatformServices& pla
 }
 
 bool OutputFolderBox::IsMissing() const {
-  const std::string folder = controls_.Value("ContOutDirPath");
-  // With its separator the empty text would be the root.
-  return Trimmed(folder).empty() || !IsFolder(AddBackslash(NativePath(folder)));
+  return !IsFixedFolder(controls_.Value("ContOutDirPath"));
 }
 
 bool OutputFolderBox::ApplyRule() {

@@ -6,6 +6,7 @@
 #include <QRadioButton>
 
 #include "platform/program_folder.h"
+#include "settings/option_draft.h"
 #include "ui/choosers.h"
 #include "ui/named.h"
 #include "ui/qt_text.h"
@@ -64,12 +65,12 @@ void OutputFrame::ShowChoice(int index) {
 }
 
 void OutputFrame::ChooseAtStart() {
-  const bool wanted = options_.ContOutDir == 1;
-  if (wanted && !IsFolder(AddBackslash(NativePath(options_.ContOutDirPath)))) {
+  const bool wanted = IsOn(options_.ContOutDir);
+  if (wanted && !IsFixedFolder(options_.ContOutDirPath)) {
     platform_.ShowMessage({"出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘが見つかりません"});
     options_.ContOutDir = 0;
   }
-  const bool fixed = options_.ContOutDir == 1;
+  const bool fixed = IsOn(options_.ContOutDir);
   choices_.OutputDirMode = fixed ? OutputDirMode::kConstant : OutputDirMode::kOldDir;
   ShowChoice(fixed ? -1 : 0);
 }
@@ -77,7 +78,7 @@ void OutputFrame::ChooseAtStart() {
 void OutputFrame::FollowOptions() {
   const bool chosen =
       OptListDir[0]->isChecked() || OptListDir[1]->isChecked() || OptListDir[2]->isChecked();
-  if (options_.ContOutDir == 1) {
+  if (IsOn(options_.ContOutDir)) {
     choices_.OutputDirMode = OutputDirMode::kConstant;
     ShowChoice(-1);
   } else if (!chosen) {
@@ -88,7 +89,7 @@ void OutputFrame::FollowOptions() {
 }
 
 void OutputFrame::Choose(int index) {
-  if (options_.ContOutDir == 1) {
+  if (IsOn(options_.ContOutDir)) {
     const MessageAnswer answer = platform_.ShowMessage(
         {"出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘは常に固定されています。\r\n"
          "出力先固定オプションを解除しますか？",

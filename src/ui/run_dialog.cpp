@@ -73,7 +73,7 @@ LedrixF1::LedrixF1(OptionRecord& options, JobRecord& job, WindowPlatform& platfo
   const int title_width = fontMetrics().horizontalAdvance(windowTitle());
   setMinimumWidth(title_width + 10 * fontMetrics().height());  // the window's buttons beside it
   message_ = JobMessage(options_, job_);
-  ShowState(options_.StartMsg == 0);
+  ShowState(!IsOn(options_.StartMsg));
   ShowWhatWasTold();
   platform_.OnYield([this] { ShowWhatWasTold(); });
 }
@@ -127,7 +127,7 @@ void LedrixF1::ShowState(bool running) {
 
 void LedrixF1::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
-  if (std::exchange(started_, true) || options_.StartMsg == 1) return;
+  if (std::exchange(started_, true) || IsOn(options_.StartMsg)) return;
   // From the event loop, so that the dialog is there before its job runs.
   DoLater(*this, [this] {
     repaint();

@@ -1,10 +1,13 @@
 #include "ui/window_platform.h"
 
+#include <unistd.h>
+
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <cstdio>
 
+#include "platform/terminal.h"
 #include "ui/qt_text.h"
 
 namespace ledrix {
@@ -59,7 +62,7 @@ MessageAnswer ShowMessageBox(const Message& message) {
 }
 
 void WindowPlatform::ReportTrouble(const std::string& line) {
-  std::fprintf(stderr, "ledrix: %s\n", line.c_str());
+  std::fprintf(stderr, "ledrix: %s\n", ShownOn(STDERR_FILENO, line).c_str());
   if (on_trouble_) on_trouble_(line);
 }
 

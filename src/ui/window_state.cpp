@@ -73,7 +73,7 @@ void WindowState::LoadSides() {
   const SettingsStore& store = program_.store;
   for (int side = 0; side < 2; ++side) {
     const NativePath folder =
-        program_.options.EndPath == 1
+        IsOn(program_.options.EndPath)
             ? NativePath(store.ReadSetting("Option", kFolderKeys[side], program_.folder.bytes()))
             : MakeAbsolute(NativePath("."));
     const std::string filter = store.ReadSetting("Option", kFilterKeys[side], "0");

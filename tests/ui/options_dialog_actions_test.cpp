@@ -187,16 +187,18 @@ TEST_F(OptionsDialogActions, BadPatternFilesAndFoldersAreBorne) {
                                              "OptMatch=99999999\r\nOptSpData=7\r\nOptSimple=-3\r\n"
                                              "ComboLstLst=表\r\nOptBuff=\x01\xFF"));
   Press("BtnMPtnSEL");
-  EXPECT_EQ(Shown("CmbSTCol") + " " + Shown("inMatch") + " " + Shown("inBuff"), "1 32767 0");
-  EXPECT_EQ(Shown("OptSpData2") + Shown("OptSimple") + Shown("inLstout"), "1110");
-  EXPECT_EQ(Refusal(), "Ledrix: ﾃｷｽﾄｺﾝﾍﾟｱ：一致条件に誤りが有ります（1～99行）");
+  EXPECT_EQ(Shown("CmbSTCol") + " " + Shown("inMatch") + " " + Shown("inBuff"), "1 99 1");
+  EXPECT_EQ(Shown("OptSpData2") + Shown("OptSimple") + Shown("inLstout"), "1010");
+  EXPECT_EQ(Refusal(), "Ledrix: ﾃｷｽﾄｺﾝﾍﾟｱ：結果ﾌｧｲﾙ拡張子に誤りが有ります（*文字がありません）");
 
   patterns_ = PatternSlots(NativePath("/proc/no/such/"));
   test::ModalScript script;
   NamePattern(script, "ﾊﾟﾀｰﾝ1", "名");
-  Press("BtnMPtnUPD");  // quietly: the slot holds it for this run
-  EXPECT_EQ(Shown("txtMatchPattern0"), "名");
-  Press("BtnMPtnDEL");
+  script.Answer("OK");
+  Press("BtnMPtnUPD");
+  EXPECT_EQ(
+      script.texts.back(),
+      "Ledrix: ﾊﾟﾀｰﾝを保存できません\n/proc/no/such/LedrixPtn1.ini\nファイルが見つかりません");
   EXPECT_EQ(Shown("txtMatchPattern0"), "");
 }
 
