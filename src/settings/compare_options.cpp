@@ -12,8 +12,8 @@ SpaceRule ToSpaceRule(int choice) {
 
 }  // namespace
 
-int ClampedOption(std::string_view key, int value) {
-  const OptionField& field = *FindOptionField(key);
+int ClampedOption(OptionKey key, int value) {
+  const OptionField& field = FieldOf(key);
   return std::clamp<int>(value, field.lowest, field.highest);
 }
 

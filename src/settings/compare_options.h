@@ -6,8 +6,8 @@
 
 namespace ledrix {
 
-// A stored number clamped to the valid range of its option. REQUIRES: `key` is an option's key.
-int ClampedOption(std::string_view key, int value);
+// A stored number clamped to the valid range of its option.
+int ClampedOption(OptionKey key, int value);
 
 enum class SpaceRule { kCompare, kIgnoreTrailing, kIgnoreAll };
 

@@ -19,7 +19,7 @@ struct OptionCheck {
     kNotEmpty,       // not empty after trimming
     kSomeDetail,     // one of the three detail flags is on
   };
-  const char* key;
+  OptionKey key;
   Rule rule;
   const char* message;
 };
@@ -48,13 +48,13 @@ constexpr std::array<OptionCheck, 16> kChecks = {{
     {"ComboStp", Rule::kHasStar, "ｽﾃｯﾌﾟｶｳﾝﾄ：出力ﾌｧｲﾙ拡張子に誤りが有ります（*文字がありません）"},
 }};
 
-bool InRange(const OptionDraft& draft, std::string_view key) {
-  const OptionField& field = *FindOptionField(key);
+bool InRange(const OptionDraft& draft, OptionKey key) {
+  const OptionField& field = FieldOf(key);
   const double value = LeadingNumber(draft.Text(key));
   return value >= field.lowest && value <= field.highest;
 }
 
-bool IsOn(const OptionDraft& draft, std::string_view key) {
+bool IsOn(const OptionDraft& draft, OptionKey key) {
   return LeadingInteger(draft.Text(key)) != 0;
 }
 
@@ -87,10 +87,6 @@ bool IsValue(const OptionField& field, std::string_view text) {
   return text.size() == 1 && text[0] >= '0' + field.lowest && text[0] <= '0' + field.highest;
 }
 
-std::string Numbered(const char* stem, size_t index) {
-  return stem + std::to_string(index);
-}
-
 }  // namespace
 
 bool IsFixedFolder(const std::string& folder) {
@@ -100,7 +96,7 @@ bool IsFixedFolder(const std::string& folder) {
 
 OptionDraft::OptionDraft(const OptionRecord& record) {
   for (const OptionField& field : OptionFields()) {
-    texts_.emplace(field.key, field.GetClamped(record));
+    Put(field.key, field.GetClamped(record));
   }
 }
 
@@ -110,17 +106,13 @@ std::optional<std::string> OptionDraft::Set(std::string_view key, std::string_vi
   if (!IsValue(*field, text)) {
     return "ｵﾌﾟｼｮﾝ " + std::string(key) + " の値に誤りが有ります（" + std::string(text) + "）";
   }
-  texts_.find(key)->second = text;
+  Put(field->key, text);
   return std::nullopt;
 }
 
-const std::string& OptionDraft::Text(std::string_view key) const {
-  return texts_.find(key)->second;
-}
-
-std::optional<std::string> OptionDraft::Check(std::string* failed_key) const {
-  std::string unwanted;
-  std::string& key = failed_key != nullptr ? *failed_key : unwanted;
+std::optional<std::string> OptionDraft::Check(std::optional<OptionKey>* failed_key) const {
+  std::optional<OptionKey> unwanted;
+  std::optional<OptionKey>& key = failed_key != nullptr ? *failed_key : unwanted;
   for (const OptionCheck& check : kChecks) {
     if (Passes(*this, check)) continue;
     key = check.key;
@@ -129,12 +121,13 @@ std::optional<std::string> OptionDraft::Check(std::string* failed_key) const {
   return CheckUserFileTypes(key);
 }
 
-std::optional<std::string> OptionDraft::CheckUserFileTypes(std::string& failed_key) const {
-  for (size_t k = 0; k < 3; ++k) {
-    const bool has_title = !Trimmed(Text(Numbered("FPatternTtl", k))).empty();
-    const bool has_pattern = !Trimmed(Text(Numbered("FPattern", k))).empty();
+std::optional<std::string> OptionDraft::CheckUserFileTypes(
+    std::optional<OptionKey>& failed_key) const {
+  for (size_t k = 0; k < kUserFileTypes; ++k) {
+    const bool has_title = !Trimmed(Text(kTitleKeys[k])).empty();
+    const bool has_pattern = !Trimmed(Text(kPatternKeys[k])).empty();
     if (has_title == has_pattern) continue;
-    failed_key = Numbered(has_title ? "FPattern" : "FPatternTtl", k);
+    failed_key = (has_title ? kPatternKeys : kTitleKeys)[k];
     return std::string("画面制御：ﾕｰｻﾞ設定 ﾌｧｲﾙﾀｲﾌﾟ ｵﾌﾟｼｮﾝ に誤りが有ります\r") +
            (has_title ? "（ﾊﾟﾀｰﾝ未設定)  " : "（ﾀｲﾄﾙ未設定)  ") + std::to_string(k + 1) + " 番目";
   }
@@ -149,15 +142,15 @@ void OptionDraft::Accept(OptionRecord& record) const {
 
 void OptionDraft::AcceptUserFileTypes(OptionRecord& record) const {
   size_t used = 0;
-  for (size_t k = 0; k < 3; ++k) {
-    std::string title(Trimmed(Text(Numbered("FPatternTtl", k))));
-    std::string pattern(Trimmed(Text(Numbered("FPattern", k))));
+  for (size_t k = 0; k < kUserFileTypes; ++k) {
+    std::string title(Trimmed(Text(kTitleKeys[k])));
+    std::string pattern(Trimmed(Text(kPatternKeys[k])));
     if (title.empty() || pattern.empty()) continue;
     record.FPatternTtl[used] = std::move(title);
     record.FPattern[used] = std::move(pattern);
     ++used;
   }
-  for (; used < 3; ++used) {
+  for (; used < kUserFileTypes; ++used) {
     record.FPatternTtl[used].clear();
     record.FPattern[used].clear();
   }

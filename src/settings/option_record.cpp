@@ -36,22 +36,22 @@ using Record = OptionRecord;
 using NumberAccess = int16_t& (*)(OptionRecord&);
 using TextAccess = std::string& (*)(OptionRecord&);
 
-constexpr OptionField Flag(std::string_view key, std::string_view def, NumberAccess access,
+constexpr OptionField Flag(OptionKey key, std::string_view def, NumberAccess access,
                            std::string_view section = kOption) {
   return {key, section, OptionKind::kFlag, def, 0, 1, access, nullptr};
 }
 
-constexpr OptionField Choice(std::string_view key, std::string_view def, int16_t last,
+constexpr OptionField Choice(OptionKey key, std::string_view def, int16_t last,
                              NumberAccess access) {
   return {key, kOption, OptionKind::kChoice, def, 0, last, access, nullptr};
 }
 
-constexpr OptionField Integer(std::string_view key, std::string_view def, int16_t lowest,
-                              int16_t highest, NumberAccess access) {
+constexpr OptionField Integer(OptionKey key, std::string_view def, int16_t lowest, int16_t highest,
+                              NumberAccess access) {
   return {key, kOption, OptionKind::kInteger, def, lowest, highest, access, nullptr};
 }
 
-constexpr OptionField Words(std::string_view key, std::string_view def, TextAccess access) {
+constexpr OptionField Words(OptionKey key, std::string_view def, TextAccess access) {
   return {key, kOption, OptionKind::kText, def, 0, 0, nullptr, access};
 }
 
@@ -115,6 +115,14 @@ constexpr OptionField kFields[] = {
     Flag("VerDisp", "0", Number<&Record::VerDisp>, kSettings),
 };
 
+constexpr bool EveryKeyHasItsField() {
+  for (size_t i = 0; i < std::size(kFields); ++i) {
+    if (kFields[i].key.index() != i) return false;
+  }
+  return std::size(kFields) == kOptionCount;
+}
+static_assert(EveryKeyHasItsField());
+
 }  // namespace
 
 OptionRecord::OptionRecord() {
@@ -144,10 +152,15 @@ std::span<const OptionField> OptionFields() {
   return kFields;
 }
 
+const OptionField& FieldOf(OptionKey key) {
+  return kFields[key.index()];
+}
+
 const OptionField* FindOptionField(std::string_view key) {
   const auto fields = OptionFields();
-  const auto found = std::find_if(fields.begin(), fields.end(),
-                                  [key](const OptionField& field) { return field.key == key; });
+  const auto found = std::find_if(fields.begin(), fields.end(), [key](const OptionField& field) {
+    return field.key.text() == key;
+  });
   return found == fields.end() ? nullptr : &*found;
 }
 

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "settings/option_key.h"
+
 namespace ledrix {
 
 struct OptionRecord {
@@ -93,7 +95,7 @@ enum class OptionKind { kFlag, kChoice, kInteger, kText };
 // What is known of one field: its key, the store's section, its default and, for numbers, its
 // valid range. Exactly one of `number` and `text` is set.
 struct OptionField {
-  std::string_view key;
+  OptionKey key;
   std::string_view section;
   OptionKind kind;
   std::string_view default_text;
@@ -114,7 +116,9 @@ struct OptionField {
 // section of its own, comes last.
 std::span<const OptionField> OptionFields();
 
-// The field of a key (exact spelling), or nullptr.
+const OptionField& FieldOf(OptionKey key);
+
+// The field of a key that was typed (exact spelling), or nullptr.
 const OptionField* FindOptionField(std::string_view key);
 
 }  // namespace ledrix

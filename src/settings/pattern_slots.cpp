@@ -10,8 +10,8 @@
 
 namespace ledrix {
 
-std::span<const std::string_view> PatternKeys() {
-  static constexpr std::string_view kKeys[] = {
+std::span<const OptionKey> PatternKeys() {
+  static constexpr OptionKey kKeys[] = {
       "OptSTCol",      "OptEDCol",     "OptMatch",     "OptBuff",       "OptSpData",
       "OptTABtoSPACE", "OptTABtoKETA", "OptUpperCase", "ComboLstLst",   "OptLstout",
       "OptOutLineCnt", "PrintCompLen", "LineNoAdd",    "OptOutLineVar", "NoCompList",
@@ -30,9 +30,9 @@ Status PatternSlots::LoadPattern(size_t n) {
   PatternSlot& slot = slots_[n];
   slot.name = file.mGetString("Pattern", "Name");
   if (slot.name.empty()) return Status();
-  for (const std::string_view key : PatternKeys()) {
-    const OptionField& field = *FindOptionField(key);
-    field.Set(slot.values, file.mGetString("Option", key, field.default_text));
+  for (const OptionKey key : PatternKeys()) {
+    const OptionField& field = FieldOf(key);
+    field.Set(slot.values, file.mGetString("Option", key.text(), field.default_text));
   }
   return Status();
 }
@@ -41,8 +41,8 @@ Status PatternSlots::SavePattern(size_t n, PatternSlot slot) {
   slot.name = DecodeSjis(EncodeSjis(Trimmed(slot.name)));  // as the file will give it back
   if (slot.name.empty()) return DeletePattern(n);
   std::vector<IniValue> values = {{"Pattern", "Name", slot.name}};
-  for (const std::string_view key : PatternKeys()) {
-    values.push_back({"Option", key, FindOptionField(key)->Get(slot.values)});
+  for (const OptionKey key : PatternKeys()) {
+    values.push_back({"Option", key.text(), FieldOf(key).Get(slot.values)});
   }
   clsIniFile file;
   file.pFileName(FileOf(n));
@@ -58,8 +58,8 @@ Status PatternSlots::DeletePattern(size_t n) {
 }
 
 void PatternSlots::ApplyPattern(size_t n, OptionRecord& options) const {
-  for (const std::string_view key : PatternKeys()) {
-    const OptionField& field = *FindOptionField(key);
+  for (const OptionKey key : PatternKeys()) {
+    const OptionField& field = FieldOf(key);
     field.Set(options, field.Get(slots_[n].values));
   }
 }

@@ -16,7 +16,7 @@ namespace ledrix {
 inline constexpr size_t kPatternSlots = 3;
 
 // The keys that a pattern holds, in the order of reading and writing.
-std::span<const std::string_view> PatternKeys();
+std::span<const OptionKey> PatternKeys();
 
 // One pattern in memory; without a name it is empty. Of `values` only the pattern keys count.
 struct PatternSlot {

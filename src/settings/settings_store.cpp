@@ -138,7 +138,7 @@ Status SettingsStore::Save() const {
 
 void LoadOptions(const SettingsStore& store, OptionRecord& options) {
   for (const OptionField& field : OptionFields()) {
-    field.Set(options, store.ReadSetting(field.section, field.key, field.default_text));
+    field.Set(options, store.ReadSetting(field.section, field.key.text(), field.default_text));
   }
 }
 
@@ -146,7 +146,7 @@ void SaveOptions(const OptionRecord& options, const EndPaths& end_paths, Setting
   for (const OptionField& field : OptionFields()) {
     if (field.section != "Option") continue;  // the window writes the others
     const std::string text = field.Get(options);
-    store.WriteSetting(field.section, field.key,
+    store.WriteSetting(field.section, field.key.text(),
                        field.key == "Charset" ? std::string(Trimmed(text)) : text);
     if (field.key == "EndPath") {
       store.WriteSetting("Option", "EndPathOld", end_paths.old_folder);

@@ -55,7 +55,7 @@ std::string WithoutControls(QString text) {
 
 }  // namespace
 
-QCheckBox* OptionControls::Flag(const char* name, const char* key, const char* caption) {
+QCheckBox* OptionControls::Flag(const char* name, OptionKey key, const char* caption) {
   auto* const box = Named(new QCheckBox(caption), name);
   Bind(
       key, box, [box] { return std::string(box->isChecked() ? "1" : "0"); },
@@ -63,7 +63,7 @@ QCheckBox* OptionControls::Flag(const char* name, const char* key, const char* c
   return box;
 }
 
-QGroupBox* OptionControls::Choice(const char* name, const char* key, const char* title,
+QGroupBox* OptionControls::Choice(const char* name, OptionKey key, const char* title,
                                   std::initializer_list<const char*> captions) {
   auto* const box = new QGroupBox(title);
   box->setLayout(new QVBoxLayout);
@@ -86,7 +86,7 @@ QGroupBox* OptionControls::Choice(const char* name, const char* key, const char*
   return box;
 }
 
-QLineEdit* OptionControls::Text(const char* name, const char* key) {
+QLineEdit* OptionControls::Text(const char* name, OptionKey key) {
   auto* const edit = Named(new QLineEdit, name);
   Bind(
       key, edit, [edit] { return WithoutControls(edit->text()); },
@@ -97,20 +97,20 @@ QLineEdit* OptionControls::Text(const char* name, const char* key) {
   return edit;
 }
 
-QLineEdit* OptionControls::NarrowText(const char* name, const char* key, int digits) {
+QLineEdit* OptionControls::NarrowText(const char* name, OptionKey key, int digits) {
   QLineEdit* const edit = Text(name, key);
   constexpr int kFrameDigits = 3;
   edit->setFixedWidth(edit->fontMetrics().horizontalAdvance(QString(digits + kFrameDigits, '0')));
   return edit;
 }
 
-QLineEdit* OptionControls::Number(const char* name, const char* key, int digits) {
+QLineEdit* OptionControls::Number(const char* name, OptionKey key, int digits) {
   QLineEdit* const edit = NarrowText(name, key, digits);
   AllowDigitsOnly(edit);
   return edit;
 }
 
-QComboBox* OptionControls::Combo(const char* name, const char* key,
+QComboBox* OptionControls::Combo(const char* name, OptionKey key,
                                  std::initializer_list<const char*> presets) {
   auto* const combo = Named(new QComboBox, name);
   combo->setEditable(true);
@@ -124,20 +124,20 @@ QComboBox* OptionControls::Combo(const char* name, const char* key,
   return combo;
 }
 
-QComboBox* OptionControls::NumberCombo(const char* name, const char* key,
+QComboBox* OptionControls::NumberCombo(const char* name, OptionKey key,
                                        std::initializer_list<const char*> presets) {
   QComboBox* const combo = Combo(name, key, presets);
   AllowDigitsOnly(combo->lineEdit());
   return combo;
 }
 
-void OptionControls::Bind(const char* key, QWidget* control, std::function<std::string()> read,
+void OptionControls::Bind(OptionKey key, QWidget* control, std::function<std::string()> read,
                           std::function<void(const std::string&)> show) {
   bindings_.push_back({key, control, std::move(read), std::move(show), {}, {}});
 }
 
 void OptionControls::Show(Binding& binding, const OptionRecord& record) {
-  binding.stored = FindOptionField(binding.key)->GetClamped(record);
+  binding.stored = FieldOf(binding.key).GetClamped(record);
   binding.show(binding.stored);
   binding.shown = binding.read();
 }
@@ -146,7 +146,7 @@ void OptionControls::Show(const OptionRecord& record) {
   for (Binding& binding : bindings_) Show(binding, record);
 }
 
-void OptionControls::Show(const OptionRecord& record, std::span<const std::string_view> keys) {
+void OptionControls::Show(const OptionRecord& record, std::span<const OptionKey> keys) {
   for (Binding& binding : bindings_) {
     if (std::find(keys.begin(), keys.end(), binding.key) != keys.end()) Show(binding, record);
   }
@@ -154,11 +154,11 @@ void OptionControls::Show(const OptionRecord& record, std::span<const std::strin
 
 std::string OptionControls::Value(const Binding& binding) {
   std::string value = binding.read();
-  const bool is_text = FindOptionField(binding.key)->kind == OptionKind::kText;
+  const bool is_text = FieldOf(binding.key).kind == OptionKind::kText;
   return is_text && value == binding.shown ? binding.stored : value;
 }
 
-std::string OptionControls::Value(std::string_view key) const {
+std::string OptionControls::Value(OptionKey key) const {
   const auto found = std::find_if(bindings_.begin(), bindings_.end(),
                                   [key](const Binding& binding) { return binding.key == key; });
   return found == bindings_.end() ? std::string() : Value(*found);
@@ -166,12 +166,11 @@ std::string OptionControls::Value(std::string_view key) const {
 
 void OptionControls::ReadInto(OptionDraft& draft) const {
   for (const Binding& binding : bindings_) {
-    // Controls give no flag or choice that a draft would refuse.
-    (void)draft.Set(binding.key, Value(binding));
+    draft.Put(binding.key, Value(binding));
   }
 }
 
-QWidget* OptionControls::ControlOf(std::string_view key) const {
+QWidget* OptionControls::ControlOf(OptionKey key) const {
   const auto found = std::find_if(bindings_.begin(), bindings_.end(),
                                   [key](const Binding& binding) { return binding.key == key; });
   return found == bindings_.end() ? nullptr : found->control;

@@ -114,8 +114,8 @@ void PatternBox::Save() {
   if (name.empty()) return;
   PatternSlot slot = patterns_[n];
   slot.name = name;
-  for (const std::string_view key : PatternKeys()) {
-    FindOptionField(key)->Set(slot.values, controls_.Value(key));
+  for (const OptionKey key : PatternKeys()) {
+    FieldOf(key).Set(slot.values, controls_.Value(key));
   }
   if (const Status failed = patterns_.SavePattern(n, std::move(slot)); !failed.ok()) {
     TellFailure("ﾊﾟﾀｰﾝを保存できません", n, failed.error());

@@ -74,9 +74,9 @@ void LedrixFo::ShowWholeTabStrip() {
 void LedrixFo::AcceptIfValid() {
   OptionDraft draft(options_);
   controls_.ReadInto(draft);
-  std::string failed_key;
+  std::optional<OptionKey> failed_key;
   if (const auto refused = draft.Check(&failed_key)) {
-    GoTo(controls_.ControlOf(failed_key));
+    GoTo(controls_.ControlOf(*failed_key));
     platform_.ShowMessage({*refused});
     return;
   }
@@ -84,7 +84,7 @@ void LedrixFo::AcceptIfValid() {
     GoTo(controls_.ControlOf("ContOutDirPath"));
     return;
   }
-  (void)draft.Set("ContOutDirPath", output_folder_->Folder());  // a text is never refused
+  draft.Put("ContOutDirPath", output_folder_->Folder());
   draft.Accept(options_);
   options_.FontName = font_->font().name;
   options_.FontSize = static_cast<int16_t>(font_->font().size);

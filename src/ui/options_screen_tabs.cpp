@@ -13,7 +13,7 @@ namespace ledrix {
 QWidget* MakeScreenTab(OptionControls& controls) {
   auto* const tab = new QWidget;
   auto* const layout = new QVBoxLayout(tab);
-  const auto add = [&](const char* name, const char* key, const char* caption) {
+  const auto add = [&](const char* name, OptionKey key, const char* caption) {
     layout->addWidget(controls.Flag(name, key, caption));
   };
   add("OptEndPath", "EndPath", "起動時に前回終了したパスから再開する");
@@ -62,8 +62,6 @@ QWidget* MakeFileTypesTab(OptionControls& controls, FontBox* font_box) {
   auto* const grid = new QGridLayout(types);
   grid->addWidget(new QLabel("ﾀｲﾄﾙ"), 0, 1);
   grid->addWidget(new QLabel("ﾊﾟﾀｰﾝ"), 0, 2);
-  constexpr const char* kTitleKeys[] = {"FPatternTtl0", "FPatternTtl1", "FPatternTtl2"};
-  constexpr const char* kPatternKeys[] = {"FPattern0", "FPattern1", "FPattern2"};
   std::array<QLineEdit*, 3> titles{};
   std::array<QLineEdit*, 3> patterns{};
   for (int k = 0; k < 3; ++k) {

@@ -26,16 +26,16 @@ TEST(OptionFields, EveryFieldHasItsOwnPlaceAndReadsBackWhatItHolds) {
   std::set<std::string_view> keys;
   int value = 100;
   for (const OptionField& field : OptionFields()) {
-    EXPECT_TRUE(keys.insert(field.key).second) << field.key;
-    EXPECT_EQ(field.Get(record), field.default_text) << field.key;
+    EXPECT_TRUE(keys.insert(field.key.text()).second) << field.key.text();
+    EXPECT_EQ(field.Get(record), field.default_text) << field.key.text();
     field.Set(record, std::to_string(value++));
   }
   value = 100;
   for (const OptionField& field : OptionFields()) {
-    EXPECT_EQ(field.Get(record), std::to_string(value++)) << field.key;
+    EXPECT_EQ(field.Get(record), std::to_string(value++)) << field.key.text();
   }
   EXPECT_EQ(keys.size(), 55u);
-  EXPECT_EQ(OptionFields().back().key, "VerDisp");
+  EXPECT_EQ(OptionFields().back().key.text(), "VerDisp");
   EXPECT_EQ(OptionFields().back().section, "Settings");
   EXPECT_EQ(FindOptionField("optstcol"), nullptr);
 }

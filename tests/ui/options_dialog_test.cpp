@@ -33,10 +33,10 @@ std::string BoxOf(std::string_view flag) {
 TEST_F(OptionsDialog, EveryControlReachesTheRecordOnAccept) {
   std::map<std::string, std::string, std::less<>> expected;
   for (const OptionField& field : OptionFields()) {
-    expected[std::string(field.key)] = field.default_text;
+    expected[std::string(field.key.text())] = field.default_text;
     if (field.kind != OptionKind::kFlag || field.key == "DCompOut2") continue;
-    expected[std::string(field.key)] = field.default_text == "0" ? "1" : "0";
-    Set(BoxOf(field.key).c_str(), ToQString(expected[std::string(field.key)]));
+    expected[std::string(field.key.text())] = field.default_text == "0" ? "1" : "0";
+    Set(BoxOf(field.key.text()).c_str(), ToQString(expected[std::string(field.key.text())]));
   }
   for (const auto& control : Controls()) {
     Set(control[0].c_str(), ToQString(control[2]));
@@ -45,7 +45,7 @@ TEST_F(OptionsDialog, EveryControlReachesTheRecordOnAccept) {
   EXPECT_EQ(Refusal(), "");
   EXPECT_EQ(dialog_->result(), QDialog::Accepted);
   for (const OptionField& field : OptionFields()) {
-    EXPECT_EQ(field.Get(options_), expected[std::string(field.key)]) << field.key;
+    EXPECT_EQ(field.Get(options_), expected[std::string(field.key.text())]) << field.key.text();
   }
   Open();  // shows what was accepted
   EXPECT_EQ(Shown("CmbCompPrintLen"), "80");
