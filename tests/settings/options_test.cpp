@@ -53,6 +53,15 @@ TEST(CompareOptions, ClampsWhateverIsStored) {
   EXPECT_EQ(lowest.tab_width, 1);
   EXPECT_EQ(lowest.side_width, 70);
   EXPECT_EQ(lowest.context_lines, 1);
+  EXPECT_EQ(lowest.spaces, SpaceRule::kCompare);
+  EXPECT_TRUE(lowest.ignore_case && !lowest.wrap && !lowest.simple);
+  const OptionDraft shown(record);
+  for (const OptionField& field : OptionFields()) {
+    if (field.number == nullptr) continue;
+    EXPECT_EQ(shown.Text(field.key), std::to_string(field.lowest)) << field.key.text();
+    field.number(record) = 2;
+  }
+  EXPECT_TRUE(CompareOptions(record).simple);
 
   record.OptSTCol = 20;
   record.OptEDCol = 10;

@@ -34,6 +34,7 @@ TEST(SettingsStore, GivesBackEveryText) {
   store.WriteSetting("Option", "a=key", "1");
   store.WriteSetting("odd ] name", "k", "2");
   store.WriteSetting("", "root", "3");
+  store.WriteSetting("Option", "[key", "4]");
   ASSERT_TRUE(store.Save().ok());
 
   struct stat status {};
@@ -49,6 +50,7 @@ TEST(SettingsStore, GivesBackEveryText) {
   EXPECT_EQ(read.ReadSetting("Option", "a=key", ""), "1");
   EXPECT_EQ(read.ReadSetting("odd ] name", "k", ""), "2");
   EXPECT_EQ(read.ReadSetting("", "root", ""), "3");
+  EXPECT_EQ(read.ReadSetting("Option", "[key", ""), "4]");
   EXPECT_EQ(read.ReadSetting("Option", "missing", "default"), "default");
   EXPECT_EQ(read.ReadSetting("Missing", "0", "default"), "default");
 

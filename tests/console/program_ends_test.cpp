@@ -1,0 +1,118 @@
+// What the built programs do in places that are not as they should be.
+#include <gtest/gtest.h>
+
+#include "console/program_run.h"
+
+namespace ledrix {
+namespace {
+
+using test::ProgramResult;
+using test::ProgramRun;
+using test::Texts;
+
+constexpr const char* kSettings = "config/ledrix/settings.ini";
+const std::string kControls = "a\x1B[31m\x07\x7F\xC2\x9B表.txt";
+
+ProgramResult Shell(const ProgramRun& run, const std::string& script, Texts environment = {}) {
+  return run.Run("/bin/bash", {"-c", script}, {.environment = std::move(environment)});
+}
+
+TEST(ProgramEnds, SettingsThatCannotBeReadAreNoDefaults) {
+  const char* const obstacles[] = {"mkdir -p ", "mkdir -p config/ledrix; mkfifo "};
+  for (const char* const obstacle : obstacles) {
+    ProgramRun run;
+    ASSERT_EQ(Shell(run, std::string(obstacle) + kSettings).status, 0);
+    run.Made();
+    ProgramResult result = run.Console({"compare", "old.txt", "new.txt"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_NE(result.err.find("--settings none"), std::string::npos) << result.err;
+    EXPECT_EQ(run.Console({"compare", "old.txt", "new.txt", "--settings", kSettings}).status, 2);
+    EXPECT_EQ(run.Made(), Texts());
+    EXPECT_EQ(run.Compare({"old.txt", "new.txt"}).status, 1);
+#ifdef LEDRIX
+    run.Made();
+    result = run.Run(LEDRIX, {"/old", "old.txt", "/new", "new.txt", "/out", "o"},
+                     {.environment = {"DISPLAY=", "WAYLAND_DISPLAY=", "QT_QPA_PLATFORM="}});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err.find("ledrix: 設定ファイルを読めません / " + run.At(kSettings) + " / "),
+              0u)
+        << result.err;
+    EXPECT_EQ(run.Made(), Texts{"home/ledrixc.log"});
+    EXPECT_EQ(run.Read("home/ledrixc.log").substr(19),
+              "  SETTINGS ERROR      : " + run.At(kSettings) + "\r\n");
+#endif
+  }
+}
+
+TEST(ProgramEnds, TheRootIsNoFixedFolder) {
+  const ProgramRun run;
+  const ProgramResult result =
+      run.Compare({"old.txt", "new.txt", "--set", "ContOutDir=1", "--set", "ContOutDirPath="});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.err, "ledrixc: 出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘが見つかりません: \n");
+}
+
+TEST(ProgramEnds, ClosedStreamsGetNoOutput) {
+  const ProgramRun run;
+  const std::string command = "'" LEDRIXC "' compare old new --settings none --quiet --csv --out ";
+  ASSERT_EQ(Shell(run, "touch old/single; mkdir x y; " + command + "x/ 2>told").status, 1);
+  ASSERT_NE(run.Read("told"), "");
+  EXPECT_EQ(Shell(run, command + "y/ <&- >&- 2>&-").status, 1);
+  const ProgramResult differs =
+      Shell(run, "cd x; for f in *; do sed s,/x/,/y/,g $f | cmp - ../y/$f; done");
+  EXPECT_EQ(differs.out + differs.err, "");
+}
+
+TEST(ProgramEnds, ATerminalGetsNoControlCharacters) {
+  const ProgramRun run;
+  run.File(kControls, "abc\n");
+  const Texts commands = {"judge 'NAME'", "judge 'NAME/x'",
+                          "compare 'NAME' new.txt --settings none",
+                          "compare 'NAME' none --settings none", "'NAME'"};
+  for (std::string command : commands) {
+    if (const size_t at = command.find("NAME"); at != std::string::npos) {
+      command.replace(at, 4, kControls);
+    }
+    const ProgramResult plain = Shell(run, "'" LEDRIXC "' " + command);
+    EXPECT_NE((plain.out + plain.err).find(kControls), std::string::npos) << command;
+    run.File("command", "'" LEDRIXC "' " + command + "\n");
+    const ProgramResult shown = Shell(run, "script -qec 'bash command' /dev/null");
+    EXPECT_NE(shown.out.find("a?[31m???表.txt"), std::string::npos) << shown.out;
+    EXPECT_EQ(shown.out.find_first_of("\x1B\x07\x7F"), std::string::npos) << command;
+  }
+}
+
+#ifndef __SANITIZE_ADDRESS__
+TEST(ProgramEnds, WithoutMemoryItSaysSo) {
+  const ProgramRun run;
+  run.File("o", std::string(20'000'000, 'a'));
+  run.File("n", std::string(20'000'001, 'b'));
+  int lacking = 0;
+  for (int kilobytes = 14'000; kilobytes < 70'000; kilobytes += 1'700) {
+    const ProgramResult result =
+        Shell(run, "ulimit -v " + std::to_string(kilobytes) +
+                       "; exec '" LEDRIXC "' compare o n --settings none --quiet --out l");
+    if (result.status == 1) continue;
+    ++lacking;
+    EXPECT_EQ(result.status, 2) << kilobytes;
+    EXPECT_NE(result.err.find("メモリが足りません\n"), std::string::npos) << result.err;
+  }
+  EXPECT_GT(lacking, 10);
+}
+#endif
+
+#ifdef LEDRIX
+TEST(ProgramEnds, NoBoxWhereNobodySeesIt) {
+  const ProgramRun run;
+  ASSERT_EQ(Shell(run, "mkdir config/ledrix").status, 0);
+  run.File(kSettings, "[Option]\nCharsetCode=NOSUCHCODE\n");
+  for (const char* const platform : {"QT_QPA_PLATFORM=offscreen", "QT_QPA_PLATFORM=minimal"}) {
+    const ProgramResult result =
+        Shell(run, "timeout 60 '" LEDRIX "' /old old.txt /new new.txt /out o", {platform});
+    EXPECT_EQ(result.status, 2) << platform << result.err;
+  }
+}
+#endif
+
+}  // namespace
+}  // namespace ledrix
