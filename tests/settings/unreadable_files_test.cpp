@@ -1,4 +1,5 @@
 // Files that exist and cannot be read: settings, patterns and the run log.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/inotify.h>
 #include <sys/stat.h>
