@@ -14,7 +14,7 @@
 namespace ledrix {
 namespace {
 
-void TellUnreadSettings(const SettingsStore& store, PlatformServices& platform) {
+void TellBatchOfUnreadSettings(const SettingsStore& store, PlatformServices& platform) {
   LogUnreadSettings(ProgramFolder(), store.path(), platform);
   platform.ShowMessage({"設定ファイルを読めません\n" + PathToUtf8(store.path()) + "\n" +
                         DescribeError(store.unread().error()) + "\n" + kWithoutSettings});
@@ -26,7 +26,7 @@ int RunBatch(const CommandLineArgs& args) {
   JobRecord job;
   BatchPlatform platform(job);
   if (!store.unread().ok()) {
-    TellUnreadSettings(store, platform);
+    TellBatchOfUnreadSettings(store, platform);
     return kTroubleStatus;
   }
   OptionRecord options;
