@@ -10,11 +10,7 @@
 namespace ledrix::modJudgeCode {
 namespace {
 
-std::string Repeat(std::string_view piece, size_t count) {
-  std::string text;
-  for (size_t i = 0; i < count; ++i) text += piece;
-  return text;
-}
+using test::Repeat;
 
 // Texts of the samples and of further sources in every code, with the scores that an independent
 // program gave them.

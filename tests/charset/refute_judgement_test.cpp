@@ -7,13 +7,8 @@
 namespace ledrix::modJudgeCode {
 namespace {
 
+using test::Repeat;
 using test::Sjis;
-
-std::string Repeat(std::string_view piece, size_t count) {
-  std::string text;
-  for (size_t i = 0; i < count; ++i) text += piece;
-  return text;
-}
 
 // UTF-16 of a text of ASCII, high byte first or last.
 std::string BigEndian(std::string_view ascii) {

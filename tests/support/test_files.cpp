@@ -128,6 +128,12 @@ std::vector<std::vector<std::string>> ReadTable(std::string_view name) {
   return rows;
 }
 
+std::string Repeat(std::string_view piece, size_t count) {
+  std::string text;
+  for (size_t i = 0; i < count; ++i) text += piece;
+  return text;
+}
+
 std::string Sjis(std::string_view utf8) {
   return EncodeSjis(utf8).bytes();
 }

@@ -47,6 +47,9 @@ std::string Lines(const std::vector<std::string>& lines);
 // stand for bytes. Lines that begin with "#" are comments.
 std::vector<std::vector<std::string>> ReadTable(std::string_view name);
 
+// The piece so many times.
+std::string Repeat(std::string_view piece, size_t count);
+
 // UTF-8 to Shift_JIS bytes.
 std::string Sjis(std::string_view utf8);
 
