@@ -194,10 +194,9 @@ TEST_F(OptionsDialogActions, BadPatternFilesAndFoldersAreBorne) {
   patterns_ = PatternSlots(NativePath("/proc/no/such/"));
   test::ModalScript script;
   NamePattern(script, "ﾊﾟﾀｰﾝ1", "名");
-  script.Answer("OK");
   Press("BtnMPtnUPD");
   EXPECT_EQ(
-      script.texts.back(),
+      platform_.messages.back(),
       "Ledrix: ﾊﾟﾀｰﾝを保存できません\n/proc/no/such/LedrixPtn1.ini\nファイルが見つかりません");
   EXPECT_EQ(Shown("txtMatchPattern0"), "");
 }
