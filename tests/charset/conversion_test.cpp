@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -209,6 +210,18 @@ TEST(LineCutter, CutsAtEveryKindOfLineEnd) {
   }
 }
 
+TEST(LineCutter, HalfALineBeforeAReadErrorIsNone) {
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
+  ASSERT_EQ(write(ends[1], "half", 4), 4);
+  Result<InputFile> file = InputFile::OverDescriptor(FileDescriptor(ends[0]));
+  LineCutter cutter(file.value());
+  std::string_view line;
+  EXPECT_FALSE(cutter.Next(LineCutting::kBytes, line)) << line;
+  EXPECT_EQ(cutter.failure().error().system_number, EAGAIN);
+  close(ends[1]);
+}
+
 TEST(LineCutter, LinesOfEveryLengthSurviveTheBlocks) {
   const TempFolder folder;
   std::mt19937 random(11);
@@ -319,15 +332,18 @@ TEST(ConvertedCompare, CallsTheCopiesByNamesThatNobodySees) {
 }
 
 TEST(ConvertedCompare, AStopAtAnyYieldLeavesNoCopy) {
+  int ended_between = 0;  // before the last lines were converted
   for (int stop = 1; stop <= 20; ++stop) {
     ConvertedPair run;
     run.platform.stop_at_yield = stop;
     run.Run();
     EXPECT_EQ(run.front_end.results.back(), "    中断") << stop;
+    ended_between += run.front_end.bar_texts.back() == "UTF-8 変換中 ･･･ 81%" ? 1 : 0;
     for (const std::string& name : run.Names()) {
       EXPECT_EQ(name.find("UTF"), std::string::npos) << stop << name;
     }
   }
+  EXPECT_EQ(ended_between, 2);
 }
 
 TEST(ConvertedCompare, RefusesAFileThatCannotBeConverted) {

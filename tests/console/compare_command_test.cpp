@@ -128,7 +128,7 @@ TEST(CompareCommand, TellsOfFilesThatItCannotUse) {
       {{"old.txt/x", "new.txt"}, "old.txt/x"},
       {{"old.txt", "new.txt", "--out", "./new.txt"}, "new.txt"},
       {{"old.txt", "new.txt", "--sbn", "--out", "old_txt_SBN.TXT"}, "old_txt_SBN.TXT"},
-      {{"old.txt", "new.txt", "--out", "no/"}, "no/"},
+      {{"old.txt", "new.txt", "--out", "no/"}, "no/old_txt_COMP.TXT"},
       {{"old.txt", "new.txt", "--out", "/dev/full"}, "/dev/full"},
   };
   if (test::MayDropRoot()) {

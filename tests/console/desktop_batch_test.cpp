@@ -122,12 +122,14 @@ TEST(DesktopBatch, ListingsDoNotDependOnTheLocale) {
   }
 }
 
-// A pipe can be read once only, so looking at it must not open it.
+// A pipe can be read once only, so looking at it must not open it: the listing is there before.
 TEST(DesktopBatch, TakesAPipe) {
   const Batch batch;
   const ProgramResult result = batch.ProgramRun::Run(
-      "/bin/bash", {"-c", "'" LEDRIX "' /old <(printf 'a\\n') /new <(printf 'b\\n') /out o"});
+      "/bin/bash", {"-c", "mkfifo p q; timeout 10 '" LEDRIX "' /old p /new q /out o & exec 3>p; "
+                          "ls o; echo a >&3; exec 3>&-; echo b >q; wait $!"});
   EXPECT_EQ(result.status, 1) << result.err;
+  EXPECT_EQ(result.out, "o\n");
 }
 
 }  // namespace

@@ -124,7 +124,7 @@ TEST(Snapshot, AndDirCompWorkOnTreesAndFiles) {
       {{"none.ddf", "new"}, 2, "エラー"},
       {{"s.ddf", "s.ddf", "--range", "full"}, 0, "UnMatch=    0 OLD=    2 NEW=    2"},
       {{"old/", "new", "--range", "full"}, 1, "UnMatch=    5 OLD=    3 NEW=    2"},
-      {{"old", "new", "--range", "none"}, 1, "UnMatch=    3 OLD=    3 NEW=    2 Rep=    2"},
+      {{"old/sub", "old", "--range", "none"}, 1, "UnMatch=    2 OLD=    1 NEW=    3 Rep=    0"},
   };
   for (const Case& c : cases) {
     Texts arguments = {"dircomp", "--out", "d.lst", "--settings", "none"};

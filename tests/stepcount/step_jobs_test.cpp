@@ -32,6 +32,7 @@ TEST(CountFileLines, LinesEndAtCarriageReturns) {
                         {"a\r\r\nb\r\n", 3},
                         {"\r\n\n", 2},
                         {"x\r\ny", 2},
+                        {std::string(131071, 'x') + "\r\n", 1},  // a block ends between them
                         {long_text, 100000},
                         {"x" + long_text, 100000},
                         {"xyz" + long_text + "w", 100001}};

@@ -114,15 +114,15 @@ TEST(OptionMenu, OpensTheOptionsAndFollowsThem) {
   edit([&] {
     run.options.ContOutDir = 1;
     run.options.OptMatch = 10;
-    run.options.FontSize = 13;
+    run.options.FontSize = 4;
     run.options.FPatternTtl[2] = "txt";
     run.options.FPattern[2] = "*.txt";
   });
   EXPECT_EQ(run.job.outputs.OutputDirMode, OutputDirMode::kConstant);
   EXPECT_FALSE(Find<QAbstractButton>(window, "OptListDir1")->isChecked());
   EXPECT_TRUE(Find<QAction>(window, "MenuMatchLine3")->isChecked());
-  EXPECT_EQ(Find<QWidget>(window, "OutList")->font().pointSize(), 13);
-  EXPECT_EQ(run.Files(0).font().pointSize(), 13);
+  EXPECT_EQ(Find<QWidget>(window, "OutList")->font().pointSize(), 4);
+  EXPECT_EQ(run.Files(0).font().pointSize(), 4);
   const auto& filters = *Find<QComboBox>(window, "inCombo0");
   EXPECT_EQ(filters.itemText(3), "txt (*.txt)");
   EXPECT_EQ(filters.currentText(), "全て (*.*)");

@@ -130,9 +130,8 @@ TEST(RunDialog, DoesNotOpenForWhatCannotRun) {
   run.Click("BtnDirRun");
   run.Select(0, "a b");
   run.Click("BtnDirRun");
-  Find<QLineEdit>(*run.window, "inTextFile1")
-      ->setText(QString::fromStdString(run.Path("new/empty")));
-  emit Find<QLineEdit>(*run.window, "inTextFile1")->returnPressed();
+  auto& folders = *Find<QListView>(*run.window, "inDirBox1");
+  folders.setCurrentIndex(folders.model()->index(folders.model()->rowCount() - 1, 0));
   run.Popup("inDirBox1", "MenuPopStepCnt");
   EXPECT_EQ(script.texts, (Texts{"Ledrix: 新ファイルが複数選択されています",
                                  "Ledrix: 旧ファイルが複数選択されています",
