@@ -32,10 +32,11 @@ std::set<std::string> PossibleOutputs(const ConsoleRun& run) {
   OutputChoices choices = run.job.outputs;
   choices.OptSbnList = choices.OptMrgSrc = true;
   std::set<std::string> outputs;
-  for (const FileList::Entry& entry : run.sides[0].files.entries) {
+  for (const FileList::Entry& entry : run.sides[Side::kOld].files.entries) {
     if (!entry.selected) continue;
-    const OutputNames names = MakeOutputNames(
-        run.options, choices, run.sides[0].folder + entry.name, run.sides[1].folder + entry.name);
+    const OutputNames names =
+        MakeOutputNames(run.options, choices, run.sides[Side::kOld].folder + entry.name,
+                        run.sides[Side::kNew].folder + entry.name);
     for (const NativePath& path : {names.OutPath, names.SbnPath, names.MrgPath,
                                    DirOf(names.OutPath) + run.options.ComboCSVName}) {
       outputs.insert(path.bytes());
@@ -46,7 +47,7 @@ std::set<std::string> PossibleOutputs(const ConsoleRun& run) {
 
 // Names that only one side holds are a difference of their own, unless they are excluded or are
 // outputs of such a compare.
-void ReportSingles(ConsoleRun& run, int side, const std::set<std::string>& outputs,
+void ReportSingles(ConsoleRun& run, Side side, const std::set<std::string>& outputs,
                    const char* text) {
   for (const FileList::Entry& entry : run.sides[side].files.entries) {
     const NativePath path = run.sides[side].folder + entry.name;
@@ -71,9 +72,9 @@ std::optional<std::string> ReadSide(const NativePath& folder, FileSide& side, in
 
 int CompareFolders(ConsoleRun& run) {
   JobRequest& request = run.request;
-  int64_t folders[2] = {0, 0};
-  for (int side = 0; side < 2; ++side) {
-    NativePath& path = side == 0 ? request.OldPath : request.NewPath;
+  PerSide<int64_t> folders;
+  for (const Side side : kBothSides) {
+    NativePath& path = side == Side::kOld ? request.OldPath : request.NewPath;
     path = AddBackslash(path);
     if (const auto refused = ReadSide(path, run.sides[side], folders[side])) {
       return run.Refuse(*refused);
@@ -81,14 +82,14 @@ int CompareFolders(ConsoleRun& run) {
   }
   SelectAllNamesakes(run.sides);
   const std::set<std::string> outputs = PossibleOutputs(run);
-  ReportSingles(run, 0, outputs, ": 旧フォルダだけに有ります");
-  ReportSingles(run, 1, outputs, ": 新フォルダだけに有ります");
-  if (folders[0] + folders[1] > 0) {
+  ReportSingles(run, Side::kOld, outputs, ": 旧フォルダだけに有ります");
+  ReportSingles(run, Side::kNew, outputs, ": 新フォルダだけに有ります");
+  if (folders[Side::kOld] + folders[Side::kNew] > 0) {
     run.services().platform().ReportTrouble("サブフォルダは比較していません（旧 " +
-                                            std::to_string(folders[0]) + "、新 " +
-                                            std::to_string(folders[1]) + "）");
+                                            std::to_string(folders[Side::kOld]) + "、新 " +
+                                            std::to_string(folders[Side::kNew]) + "）");
   }
-  request.FileCount = static_cast<int64_t>(SelectedCount(run.sides[0].files));
+  request.FileCount = static_cast<int64_t>(SelectedCount(run.sides[Side::kOld].files));
   request.IsMultiple = true;
   if (request.FileCount == 0) return static_cast<int>(run.services().end());
   return run.Run();

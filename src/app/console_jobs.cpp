@@ -57,8 +57,8 @@ int CountFolder(ConsoleRun& run, const NativePath& folder, const std::string& ou
     return run.Refuse("ファイルボックスに対象ファイルが有りません: " + PathToUtf8(folder));
   }
   run.request.FileCount = static_cast<int64_t>(files.value().entries.size());
-  run.sides[0].folder = run.request.OldPath;
-  run.sides[0].files = std::move(files.value());
+  run.sides[Side::kOld].folder = run.request.OldPath;
+  run.sides[Side::kOld].files = std::move(files.value());
   return run.Run();
 }
 
@@ -122,10 +122,10 @@ int RunDirCompCommand(const CommonArguments& common, const DirCompArguments& arg
   run.request.JobKind = JobKind::kDirComp;
   run.request.CompareRange = RangeOf(arguments.range);
   run.request.OutPath = MakeAbsolute(NativePath(arguments.out));
-  run.sides[0].filter_entry = "全て (*.*)";
+  run.sides[Side::kOld].filter_entry = "全て (*.*)";
   if (!arguments.types.empty()) {
     run.options.DCompSelect = 1;
-    run.sides[0].filter_entry = "(" + arguments.types + ")";
+    run.sides[Side::kOld].filter_entry = "(" + arguments.types + ")";
   }
   if (!TakeSide(run, arguments.old_path, run.request.OldPath) ||
       !TakeSide(run, arguments.new_path, run.request.NewPath)) {

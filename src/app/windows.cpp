@@ -79,8 +79,8 @@ int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
   }
   LedrixF0 window({options, job, store, platform, actions, ProgramFolder()});
   if (args.others.size() == 2) {
-    for (int side = 0; side < 2; ++side) {
-      window.OpenOnSide(side, MakeAbsolute(NativePath(args.others[static_cast<size_t>(side)])));
+    for (const Side side : kBothSides) {
+      window.OpenOnSide(side, MakeAbsolute(NativePath(args.others[IndexOf(side)])));
     }
   }
   if (splash) WaitForSplash(shown);

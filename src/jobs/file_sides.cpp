@@ -15,9 +15,9 @@ void Refuse(PlatformServices& platform, std::string text) {
 }
 
 // The two blanks between the sides are ideographic spaces.
-std::string MismatchText(int side, const std::string& name, const char* missing) {
-  const std::string old_text = side == 0 ? name : missing;
-  const std::string new_text = side == 0 ? missing : name;
+std::string MismatchText(Side side, const std::string& name, const char* missing) {
+  const std::string old_text = side == Side::kOld ? name : missing;
+  const std::string new_text = side == Side::kOld ? missing : name;
   return "旧ファイルと新ファイルが一致していません\r（旧） [ " + old_text + " ]　　（新） [ " +
          new_text + " ]";
 }
@@ -62,8 +62,8 @@ size_t NameIndex::Find(const std::string& name) const {
 }
 
 bool CheckPairSelection(const FileSides& sides, PlatformServices& platform) {
-  const size_t old_count = SelectedCount(sides[0].files);
-  const size_t new_count = SelectedCount(sides[1].files);
+  const size_t old_count = SelectedCount(sides[Side::kOld].files);
+  const size_t new_count = SelectedCount(sides[Side::kNew].files);
   if (old_count == 0) {
     Refuse(platform, "旧ファイルが未設定です");
     return false;
@@ -73,22 +73,22 @@ bool CheckPairSelection(const FileSides& sides, PlatformServices& platform) {
     return false;
   }
   if ((old_count != 1 || new_count != 1) && !CheckSameNames(sides, platform)) return false;
-  const NativePath old_text = PathTextOf(sides[0]);
-  if (!IsSamePath(old_text, PathTextOf(sides[1]))) return true;
+  const NativePath old_text = PathTextOf(sides[Side::kOld]);
+  if (!IsSamePath(old_text, PathTextOf(sides[Side::kNew]))) return true;
   Refuse(platform, "旧ファイルと新ファイルが重複しています\r\n[ " + PathToUtf8(old_text) + " ]");
   return false;
 }
 
 bool CheckSameNames(const FileSides& sides, PlatformServices& platform) {
-  for (int s = 0; s < 2; ++s) {
-    const FileList& other = sides[1 - s].files;
+  for (const Side side : kBothSides) {
+    const FileList& other = sides[OtherSide(side)].files;
     const NameIndex index(other);
-    for (const FileList::Entry& entry : sides[s].files.entries) {
+    for (const FileList::Entry& entry : sides[side].files.entries) {
       if (!entry.selected) continue;
       const size_t found = index.Find(entry.name);
       if (found != std::string::npos && other.entries[found].selected) continue;
       const char* missing = found == std::string::npos ? "Nothing" : "No Select";
-      Refuse(platform, MismatchText(s, PathToUtf8(NativePath(entry.name)), missing));
+      Refuse(platform, MismatchText(side, PathToUtf8(NativePath(entry.name)), missing));
       return false;
     }
   }
@@ -105,7 +105,7 @@ void SelectNamesakes(const FileList& from, FileList& to) {
 }
 
 void SelectAllNamesakes(FileSides& sides) {
-  FileList& new_files = sides[1].files;
+  FileList& new_files = sides[Side::kNew].files;
   const NameIndex index(new_files);
   for (FileList::Entry& entry : new_files.entries) entry.selected = false;
   const auto select = [&](FileList::Entry& entry, bool exact) {
@@ -115,15 +115,16 @@ void SelectAllNamesakes(FileSides& sides) {
     entry.selected = true;
     new_files.entries[found].selected = true;
   };
-  for (FileList::Entry& entry : sides[0].files.entries) entry.selected = false;
+  for (FileList::Entry& entry : sides[Side::kOld].files.entries) entry.selected = false;
   // A new file has one partner, and the one of its own spelling comes first.
   for (const bool exact : {true, false}) {
-    for (FileList::Entry& entry : sides[0].files.entries) select(entry, exact);
+    for (FileList::Entry& entry : sides[Side::kOld].files.entries) select(entry, exact);
   }
 }
 
-std::vector<std::string> FilterEntries(const OptionRecord& options, int side) {
-  std::vector<std::string> entries = {side == 0 ? "旧ﾌｧｲﾙ (*.OLD;*.BAK)" : "新ﾌｧｲﾙ (*.NEW)"};
+std::vector<std::string> FilterEntries(const OptionRecord& options, Side side) {
+  std::vector<std::string> entries = {side == Side::kOld ? "旧ﾌｧｲﾙ (*.OLD;*.BAK)"
+                                                         : "新ﾌｧｲﾙ (*.NEW)"};
   for (size_t k = 0; k < options.FPattern.size(); ++k) {
     std::string title(Trimmed(options.FPatternTtl[k]));
     const std::string pattern(Trimmed(options.FPattern[k]));

@@ -2,7 +2,6 @@
 // whether a compare may start, which patterns a filter stands for.
 #pragma once
 
-#include <array>
 #include <map>
 #include <string>
 #include <string_view>
@@ -19,8 +18,7 @@ struct FileSide {
   FileList files;
 };
 
-// Index 0 is the old side, 1 the new side.
-using FileSides = std::array<FileSide, 2>;
+using FileSides = PerSide<FileSide>;
 
 size_t SelectedCount(const FileList& list);
 
@@ -57,7 +55,7 @@ void SelectNamesakes(const FileList& from, FileList& to);
 void SelectAllNamesakes(FileSides& sides);
 
 // The entries of a side's file-type filter list.
-std::vector<std::string> FilterEntries(const OptionRecord& options, int side);
+std::vector<std::string> FilterEntries(const OptionRecord& options, Side side);
 // The patterns of an entry, joined by ";": its text behind its first "(" without its last
 // character.
 std::string FilterPatterns(std::string_view entry);

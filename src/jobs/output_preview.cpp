@@ -16,13 +16,13 @@ std::string OutputPreview(const OptionRecord& options, const OutputChoices& choi
                           const FileSides& sides) {
   const bool by_new = choices.OutputDirMode == OutputDirMode::kNewDir;
   const bool beside = by_new || choices.OutputDirMode == OutputDirMode::kOldDir;
-  const FileSide& side = sides[by_new ? 1 : 0];
+  const FileSide& side = sides[by_new ? Side::kNew : Side::kOld];
   const std::string name = SelectedCount(side.files) == 1
                                ? SelectedFileName(side.files)
                                : std::string(by_new ? " <New File Name> " : " <Old File Name> ");
   const OutputNames names =
-      beside ? MakeOutputNames(options, choices, AddBackslash(sides[0].folder) + name,
-                               AddBackslash(sides[1].folder) + name)
+      beside ? MakeOutputNames(options, choices, AddBackslash(sides[Side::kOld].folder) + name,
+                               AddBackslash(sides[Side::kNew].folder) + name)
              : MakeOutputNames(options, choices, NativePath(name), NativePath());
   std::string text = " LIST=" + PathToUtf8(names.OutPath);
   if (choices.OptSbnList) text += " / Sbn List";
@@ -33,9 +33,9 @@ std::string OutputPreview(const OptionRecord& options, const OutputChoices& choi
 
 void FollowOutputSide(OutputChoices& choices, const FileSides& sides) {
   if (choices.OutputDirMode == OutputDirMode::kOldDir) {
-    choices.ElseOutputDir = AddBackslash(sides[0].folder);
+    choices.ElseOutputDir = AddBackslash(sides[Side::kOld].folder);
   } else if (choices.OutputDirMode == OutputDirMode::kNewDir) {
-    choices.ElseOutputDir = AddBackslash(sides[1].folder);
+    choices.ElseOutputDir = AddBackslash(sides[Side::kNew].folder);
   }
 }
 

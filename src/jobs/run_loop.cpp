@@ -82,9 +82,9 @@ class MultipleCompare {
  private:
   // A name without a namesake is looked for under its own spelling.
   void Pair() {
-    const FileList& new_files = sides_[1].files;
+    const FileList& new_files = sides_[Side::kNew].files;
     const NameIndex index(new_files);
-    for (const FileList::Entry& entry : sides_[0].files.entries) {
+    for (const FileList::Entry& entry : sides_[Side::kOld].files.entries) {
       if (!entry.selected) continue;
       const size_t found = index.Find(entry.name);
       pairs_.emplace_back(entry.name,
@@ -154,13 +154,13 @@ void Dispatch(RunServices& services, const FileSides& sides) {
       modStep::StepCntJob(services);
       break;
     case JobKind::kStepCsv:
-      modStep::StepCsvJob(services, sides[static_cast<size_t>(request.ActiveSide)].files);
+      modStep::StepCsvJob(services, sides[request.ActiveSide].files);
       break;
     case JobKind::kDirEdit:
       modDComp::DirEditJob(services);
       break;
     case JobKind::kDirComp:
-      modDComp::DirCompJob(services, FilterPatterns(sides[0].filter_entry));
+      modDComp::DirCompJob(services, FilterPatterns(sides[Side::kOld].filter_entry));
       break;
   }
 }

@@ -30,22 +30,22 @@ void LetBeNarrow(QComboBox& box) {
 
 }  // namespace
 
-FileFrame::FileFrame(int side, const OptionRecord& options, PlatformServices& platform, Hooks hooks,
-                     QWidget* parent)
-    : QGroupBox(side == 0 ? "Old File " : "New File ", parent),
+FileFrame::FileFrame(Side side, const OptionRecord& options, PlatformServices& platform,
+                     Hooks hooks, QWidget* parent)
+    : QGroupBox(side == Side::kOld ? "Old File " : "New File ", parent),
       side_(side),
       options_(options),
       platform_(platform),
       hooks_(std::move(hooks)),
-      inTextFile(Named(new QLineEdit, "inTextFile", side)),
-      BtnDirOpen(Named(new QToolButton, "BtnDirOpen", side)),
+      inTextFile(Named(new QLineEdit, "inTextFile", IndexOf(side))),
+      BtnDirOpen(Named(new QToolButton, "BtnDirOpen", IndexOf(side))),
       inDrive(Named(new DriveBox(platform, [this](const NativePath& drive) { OpenFolder(drive); }),
-                    "inDrive", side)),
-      inDirBox(Named(new FolderList, "inDirBox", side)),
-      inCombo(Named(new QComboBox, "inCombo", side)),
-      inListView(Named(new QTreeView, "inListView", side)),
+                    "inDrive", IndexOf(side))),
+      inDirBox(Named(new FolderList, "inDirBox", IndexOf(side))),
+      inCombo(Named(new QComboBox, "inCombo", IndexOf(side))),
+      inListView(Named(new QTreeView, "inListView", IndexOf(side))),
       splitter_(new PaneSplitter(BuildFolderPane(), BuildFilePane(),
-                                 side == 0 ? "imgSplitter0" : "imgSplitter2")) {
+                                 side == Side::kOld ? "imgSplitter0" : "imgSplitter2")) {
   LayOut();
   Connect();
   ConnectFileList();

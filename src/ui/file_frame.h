@@ -40,7 +40,7 @@ class FileFrame : public QGroupBox {
   };
 
   // `side` is 0 for old, 1 for new. `options` and `platform` must outlive the frame.
-  FileFrame(int side, const OptionRecord& options, PlatformServices& platform, Hooks hooks,
+  FileFrame(Side side, const OptionRecord& options, PlatformServices& platform, Hooks hooks,
             QWidget* parent = nullptr);
   ~FileFrame() override;
 
@@ -111,7 +111,7 @@ class FileFrame : public QGroupBox {
   void InvertSelection();
   void SelectRows(const std::vector<bool>& selected);
 
-  const int side_;
+  const Side side_;
   const OptionRecord& options_;
   PlatformServices& platform_;
   const Hooks hooks_;

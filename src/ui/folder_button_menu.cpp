@@ -37,12 +37,12 @@ void FolderButtonMenu::AddFolder(int index, const char* caption,
                    [this, folder = std::move(folder)] { sides_[side_].OpenFolder(folder()); });
 }
 
-void FolderButtonMenu::Press(int side) {
+void FolderButtonMenu::Press(Side side) {
   side_ = side;
   Timer1->start();
 }
 
-void FolderButtonMenu::Release(int side) {
+void FolderButtonMenu::Release(Side side) {
   if (!Timer1->isActive()) return;  // it was held, and the menu is there
   Timer1->stop();
   // When the button is done with its click.
@@ -53,8 +53,8 @@ void FolderButtonMenu::ShowMenu() {
   sides_[side_].ShowBelowFolderButton(*POP_ChangeDir);
 }
 
-void FolderButtonMenu::ShowHistory(int side) {
-  const auto open = [this](int to_side, const NativePath& folder) {
+void FolderButtonMenu::ShowHistory(Side side) {
+  const auto open = [this](Side to_side, const NativePath& folder) {
     sides_[to_side].OpenFolder(folder);
   };
   LedrixFr(log_, program_.store, side, open, &window_).exec();

@@ -20,21 +20,21 @@ class FolderButtonMenu {
                    RunLog& log);
 
   // The button of a side goes down and up again.
-  void Press(int side);
-  void Release(int side);
+  void Press(Side side);
+  void Release(Side side);
 
  private:
   void AddFolder(int index, const char* caption, std::function<NativePath()> folder);
   void ShowMenu();
-  void ShowHistory(int side);
+  void ShowHistory(Side side);
 
   QWidget& window_;
   const WindowProgram& program_;
   const SidePair sides_;
   RunLog& log_;
   QMenu* const POP_ChangeDir;
-  QTimer* const Timer1;  // measures how long a button is held
-  int side_ = 0;         // whose button was pressed last
+  QTimer* const Timer1;     // measures how long a button is held
+  Side side_ = Side::kOld;  // whose button was pressed last
 };
 
 }  // namespace ledrix

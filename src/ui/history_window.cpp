@@ -28,7 +28,7 @@ QTreeWidgetItem* NewRow(const HistoryEntry& entry) {
 
 }  // namespace
 
-LedrixFr::LedrixFr(RunLog& log, SettingsStore& store, int active_side, OpenFolder open_folder,
+LedrixFr::LedrixFr(RunLog& log, SettingsStore& store, Side active_side, OpenFolder open_folder,
                    QWidget* parent)
     : QDialog(parent),
       DirList(Named(new QTreeWidget(this), "DirList")),
@@ -88,8 +88,9 @@ void LedrixFr::TakeStoredSize() {
 
 void LedrixFr::Connect() {
   connect(DirList, &QTreeWidget::itemDoubleClicked, this, [this] { OpenSelectedAndClose(); });
-  for (int side = 0; side < 2; ++side) {
-    connect(BtnDirOpen[side], &QPushButton::clicked, this, [this, side] { OpenSelected(side); });
+  for (const Side side : kBothSides) {
+    connect(BtnDirOpen[IndexOf(side)], &QPushButton::clicked, this,
+            [this, side] { OpenSelected(side); });
   }
   connect(BtnClear, &QPushButton::clicked, this, [this] { Clear(); });
   connect(BtnClose, &QPushButton::clicked, this, &QDialog::accept);
@@ -154,7 +155,7 @@ int LedrixFr::SelectedRow() const {
   return selected.isEmpty() ? -1 : DirList->indexOfTopLevelItem(selected.front());
 }
 
-bool LedrixFr::OpenSelected(int side) {
+bool LedrixFr::OpenSelected(Side side) {
   const int row = SelectedRow();
   if (row < 0) return false;
   open_folder_(side, entries_[static_cast<size_t>(row)].folder);

@@ -8,6 +8,7 @@
 
 #include "jobs/run_log.h"
 #include "platform/native_path.h"
+#include "run/side.h"
 #include "settings/settings_store.h"
 
 class QPushButton;
@@ -20,12 +21,12 @@ namespace ledrix {
 // There is one thread, the user interface's.
 class LedrixFr : public QDialog {
  public:
-  // Opens a folder on a side of the main window: 0 old, 1 new.
-  using OpenFolder = std::function<void(int side, const NativePath& folder)>;
+  // Opens a folder on a side of the main window.
+  using OpenFolder = std::function<void(Side side, const NativePath& folder)>;
 
   // `active_side` is the side that a double click and the Enter key open. `log` and `store` must
   // outlive the window; its size is put into the store, which is not saved here.
-  LedrixFr(RunLog& log, SettingsStore& store, int active_side, OpenFolder open_folder,
+  LedrixFr(RunLog& log, SettingsStore& store, Side active_side, OpenFolder open_folder,
            QWidget* parent = nullptr);
 
   void done(int result) override;
@@ -44,7 +45,7 @@ class LedrixFr : public QDialog {
   // Counted from 0; -1 when no entry is selected.
   int SelectedRow() const;
   // False when no entry is selected.
-  bool OpenSelected(int side);
+  bool OpenSelected(Side side);
   void OpenSelectedAndClose();
   void DeleteSelected();
   void Clear();
@@ -56,7 +57,7 @@ class LedrixFr : public QDialog {
 
   RunLog& log_;
   SettingsStore& store_;
-  int active_side_;
+  Side active_side_;
   OpenFolder open_folder_;
   std::vector<HistoryEntry> entries_;  // one a row of the list, in its order
 };

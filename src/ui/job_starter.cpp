@@ -12,9 +12,11 @@ void JobStarter::StartTextCompare() {
   const FileSides sides = sides_.Snapshot();
   if (!CheckPairSelection(sides, program_.platform)) return;
   JobRequest request;
-  request.OldPath = AddBackslash(sides[0].folder) + SelectedFileName(sides[0].files);
-  request.NewPath = AddBackslash(sides[1].folder) + SelectedFileName(sides[1].files);
-  request.FileCount = static_cast<int64_t>(SelectedCount(sides[0].files));
+  request.OldPath =
+      AddBackslash(sides[Side::kOld].folder) + SelectedFileName(sides[Side::kOld].files);
+  request.NewPath =
+      AddBackslash(sides[Side::kNew].folder) + SelectedFileName(sides[Side::kNew].files);
+  request.FileCount = static_cast<int64_t>(SelectedCount(sides[Side::kOld].files));
   RunJobOf(std::move(request), sides);
 }
 
@@ -22,9 +24,9 @@ void JobStarter::StartDirCompare(CompareRange range) {
   const FileSides sides = sides_.Snapshot();
   const char* const refusals[] = {"旧ファイルが複数選択されています",
                                   "新ファイルが複数選択されています"};
-  for (size_t i = 0; i < 2; ++i) {
-    if (SelectedCount(sides[i].files) <= 1) continue;
-    program_.platform.ShowMessage({refusals[i]});
+  for (const Side side : kBothSides) {
+    if (SelectedCount(sides[side].files) <= 1) continue;
+    program_.platform.ShowMessage({refusals[IndexOf(side)]});
     return;
   }
   const NativePath output = chooser_.Choose(&window_, {"ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ結果ﾌｧｲﾙの指定",
@@ -41,13 +43,13 @@ void JobStarter::StartDirCompare(CompareRange range) {
   JobRequest request;
   request.JobKind = JobKind::kDirComp;
   request.CompareRange = range;
-  request.OldPath = input(sides[0]);
-  request.NewPath = input(sides[1]);
+  request.OldPath = input(sides[Side::kOld]);
+  request.NewPath = input(sides[Side::kNew]);
   request.OutPath = output;
   RunJobOf(std::move(request), sides);
 }
 
-void JobStarter::StartDirEdit(int side, const NativePath& folder) {
+void JobStarter::StartDirEdit(Side side, const NativePath& folder) {
   const std::string& pattern = program_.options.ComboDLst;
   const QString shown = "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙ(" + ToQString(pattern) + ")";
   NativePath output;
@@ -62,13 +64,13 @@ void JobStarter::StartDirEdit(int side, const NativePath& folder) {
   }
   JobRequest request;
   request.JobKind = JobKind::kDirEdit;
-  request.ActiveSide = static_cast<Side>(side);
+  request.ActiveSide = side;
   request.OldPath = AddBackslash(folder);
   request.OutPath = output;
   RunJobOf(std::move(request), sides_.Snapshot());
 }
 
-void JobStarter::StartStepCount(int side) {
+void JobStarter::StartStepCount(Side side) {
   const std::string name = sides_[side].CurrentName();
   if (name.empty()) return;
   JobRequest request;
@@ -79,10 +81,10 @@ void JobStarter::StartStepCount(int side) {
   RunJobOf(std::move(request), sides_.Snapshot());
 }
 
-void JobStarter::StartStepCsv(int side) {
+void JobStarter::StartStepCsv(Side side) {
   // The files of the highlighted folder, as the list shows them when it is the open one.
   FileSides sides = sides_.Snapshot();
-  FileSide& counted = sides[static_cast<size_t>(side)];
+  FileSide& counted = sides[side];
   const NativePath folder = sides_[side].HighlightedFolder();
   if (folder != counted.folder) {
     counted.files = sides_[side].FilesOf(folder);
@@ -104,7 +106,7 @@ void JobStarter::StartStepCsv(int side) {
   request.JobKind = JobKind::kStepCsv;
   request.OldPath = AddBackslash(folder);
   request.OutPath = output;
-  request.ActiveSide = static_cast<Side>(side);
+  request.ActiveSide = side;
   request.FileCount = static_cast<int64_t>(counted.files.entries.size());
   RunJobOf(std::move(request), sides);
 }

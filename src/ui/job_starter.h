@@ -34,11 +34,11 @@ class JobStarter {
 
   void StartTextCompare();
   void StartDirCompare(CompareRange range);
-  void StartDirEdit(int side, const NativePath& folder);
+  void StartDirEdit(Side side, const NativePath& folder);
   // Of the current file of a side.
-  void StartStepCount(int side);
+  void StartStepCount(Side side);
   // Of the files of a side's highlighted folder, as the list shows them when it is the open one.
-  void StartStepCsv(int side);
+  void StartStepCsv(Side side);
 
   // True inside a Start whose job runs; it uses the window until it returns.
   bool is_running() const { return running_; }

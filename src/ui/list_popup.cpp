@@ -60,15 +60,15 @@ PopupMenu::Commands ListPopup::Commands() {
 
 void ListPopup::ConnectResults() {
   results_.setContextMenuPolicy(Qt::CustomContextMenu);
-  QObject::connect(&results_, &QWidget::customContextMenuRequested, &results_,
-                   [this](const QPoint& place) {
-                     Show(PopupSource::kListBox, 0, results_.viewport()->mapToGlobal(place));
-                   });
+  QObject::connect(
+      &results_, &QWidget::customContextMenuRequested, &results_, [this](const QPoint& place) {
+        Show(PopupSource::kListBox, Side::kOld, results_.viewport()->mapToGlobal(place));
+      });
   QObject::connect(&results_, &QListView::doubleClicked, &results_,
                    [this] { files_.Open(results_.CurrentOutput()); });
 }
 
-void ListPopup::Show(PopupSource source, int side, const QPoint& place) {
+void ListPopup::Show(PopupSource source, Side side, const QPoint& place) {
   source_ = source;
   side_ = side;
   const OptionRecord& options = program_.options;
@@ -81,7 +81,7 @@ void ListPopup::Show(PopupSource source, int side, const QPoint& place) {
   POPMenu->popup(place);
 }
 
-void ListPopup::ActivateFile(int side) {
+void ListPopup::ActivateFile(Side side) {
   if (IsOn(program_.options.OptDbClick)) {
     sides_.SelectNamesakesOf(side);
   } else {
@@ -123,8 +123,9 @@ void ListPopup::CopyFolderList() {
 
 void ListPopup::CopyFolderCompare() {
   const WaitCursor wait;
-  program_.actions.SetClipboardText(ToQString(modDComp::FolderCompareText(
-      Shown(sides_[0].HighlightedFolder()), Shown(sides_[1].HighlightedFolder()))));
+  program_.actions.SetClipboardText(
+      ToQString(modDComp::FolderCompareText(Shown(sides_[Side::kOld].HighlightedFolder()),
+                                            Shown(sides_[Side::kNew].HighlightedFolder()))));
 }
 
 void ListPopup::AddFolderToHistory() {
@@ -137,7 +138,7 @@ void ListPopup::AddFolderToHistory() {
 void ListPopup::CopyToOtherSide() {
   const std::string name = side().CurrentName();
   if (name.empty()) return;
-  FileFrame& other = sides_[1 - side_];
+  FileFrame& other = sides_[OtherSide(side_)];
   if (files_.Copy(side().folder() + name, other.folder() + name)) other.Refresh();
 }
 

@@ -26,9 +26,9 @@ class ListPopup {
             ResultList& results, JobStarter& jobs, RunLog& log, Hooks hooks);
 
   // On a list of a side, at a place in global coordinates.
-  void Show(PopupSource source, int side, const QPoint& place);
+  void Show(PopupSource source, Side side, const QPoint& place);
   // A double click on a side's file list, or the Enter key.
-  void ActivateFile(int side);
+  void ActivateFile(Side side);
 
   bool is_copying() const { return files_.is_copying(); }
 
@@ -57,7 +57,7 @@ class ListPopup {
   FileCommands files_;
   PopupMenu* const POPMenu;
   PopupSource source_ = PopupSource::kFileBox;
-  int side_ = 0;
+  Side side_ = Side::kOld;
 };
 
 }  // namespace ledrix

@@ -45,8 +45,8 @@ LedrixF0::LedrixF0(const WindowProgram& program)
       patterns_(program.folder),
       menu_(*menuBar(), *this, program.options, patterns_, program.platform, MenuCommands()),
       panels_(*Named(statusBar(), "sbStatusBar")),
-      sides_(MakeSide(0), MakeSide(1)),
-      splitter_(new PaneSplitter(&sides_[0], MakeRightPane(), "imgSplitter1")),
+      sides_(MakeSide(Side::kOld), MakeSide(Side::kNew)),
+      splitter_(new PaneSplitter(&sides_[Side::kOld], MakeRightPane(), "imgSplitter1")),
       ChkFrame(Named(new OutputFrame(program.options, program.job.outputs, program.platform,
                                      [this] { UpdatePreview(); }),
                      "ChkFrame")),
@@ -78,7 +78,8 @@ LedrixF0::~LedrixF0() {
 MainMenu::Commands LedrixF0::MenuCommands() {
   return {.compare_texts = [this] { jobs_.StartTextCompare(); },
           .compare_directories = [this](CompareRange range) { jobs_.StartDirCompare(range); },
-          .make_directory_information = [this] { jobs_.StartDirEdit(0, sides_[0].folder()); },
+          .make_directory_information =
+              [this] { jobs_.StartDirEdit(Side::kOld, sides_[Side::kOld].folder()); },
           .end = [this] { close(); },
           .clear_results = [this] { ClearResults(); },
           .refresh = [this] { Refresh(); },
@@ -89,7 +90,7 @@ MainMenu::Commands LedrixF0::MenuCommands() {
           .clear_settings = [this] { ClearSettingsAndEnd(); }};
 }
 
-FileFrame* LedrixF0::MakeSide(int side) {
+FileFrame* LedrixF0::MakeSide(Side side) {
   FileFrame::Hooks hooks;
   hooks.selection_changed = [this] { UpdatePreview(); };
   hooks.folder_followed = [this, side](const NativePath& from, const NativePath& to, bool shift) {
@@ -108,7 +109,7 @@ FileFrame* LedrixF0::MakeSide(int side) {
   hooks.folder_button_released = [this, side] { folder_buttons_.Release(side); };
   hooks.bar_moved = [this] { bars_.NoteMoved(); };
   return Named(new FileFrame(side, program_.options, program_.platform, std::move(hooks)),
-               "FileFrame", side);
+               "FileFrame", IndexOf(side));
 }
 
 QWidget* LedrixF0::MakeRightPane() {
@@ -116,7 +117,7 @@ QWidget* LedrixF0::MakeRightPane() {
   auto* const row = new QHBoxLayout(pane);
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(new SideButtons(sides_));
-  row->addWidget(&sides_[1], 1);
+  row->addWidget(&sides_[Side::kNew], 1);
   return pane;
 }
 
@@ -216,16 +217,16 @@ void LedrixF0::ApplyFont() {
 }
 
 void LedrixF0::UpdatePreview() {
-  for (int side = 0; side < 2; ++side) {
+  for (const Side side : kBothSides) {
     panels_.ShowCount(side, sides_[side].selected_count(), sides_[side].file_count());
   }
-  const FileSides brief = {sides_[0].Brief(), sides_[1].Brief()};
+  const FileSides brief = {sides_[Side::kOld].Brief(), sides_[Side::kNew].Brief()};
   OutputChoices& outputs = program_.job.outputs;
   FollowOutputSide(outputs, brief);
   panels_.ShowPreview(ToQString(OutputPreview(program_.options, outputs, brief)));
 }
 
-void LedrixF0::OpenOnSide(int side, const NativePath& path) {
+void LedrixF0::OpenOnSide(Side side, const NativePath& path) {
   sides_[side].OpenDropped(path);
 }
 

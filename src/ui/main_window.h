@@ -33,7 +33,7 @@ class LedrixF0 : public QMainWindow {
   ~LedrixF0() override;
 
   // Opens a file's folder on a side and selects it there, or opens a folder.
-  void OpenOnSide(int side, const NativePath& path);
+  void OpenOnSide(Side side, const NativePath& path);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -42,7 +42,7 @@ class LedrixF0 : public QMainWindow {
 
  private:
   MainMenu::Commands MenuCommands();
-  FileFrame* MakeSide(int side);
+  FileFrame* MakeSide(Side side);
   QWidget* MakeRightPane();
   QWidget* MakeButtonRow();
   void LayOut();

@@ -32,10 +32,14 @@ void SideButtons::LayOut() {
 
 void SideButtons::Connect() {
   connect(BtnEQ[0], &QToolButton::clicked, this, [this] { sides_.SwapFolders(); });
-  connect(BtnEQ[1], &QToolButton::clicked, this, [this] { sides_.AlignFolders(1, 0); });
-  connect(BtnEQ[2], &QToolButton::clicked, this, [this] { sides_.AlignFolders(0, 1); });
-  connect(BtnEQSel[0], &QToolButton::clicked, this, [this] { sides_.SelectNamesakesOf(1); });
-  connect(BtnEQSel[1], &QToolButton::clicked, this, [this] { sides_.SelectNamesakesOf(0); });
+  connect(BtnEQ[1], &QToolButton::clicked, this,
+          [this] { sides_.AlignFolders(Side::kNew, Side::kOld); });
+  connect(BtnEQ[2], &QToolButton::clicked, this,
+          [this] { sides_.AlignFolders(Side::kOld, Side::kNew); });
+  connect(BtnEQSel[0], &QToolButton::clicked, this,
+          [this] { sides_.SelectNamesakesOf(Side::kNew); });
+  connect(BtnEQSel[1], &QToolButton::clicked, this,
+          [this] { sides_.SelectNamesakesOf(Side::kOld); });
   connect(BtnEQSel[2], &QToolButton::clicked, this, [this] { sides_.SelectAllMatching(); });
 }
 

@@ -28,21 +28,21 @@ void SidePair::SwapFolders() const {
   frames_[1]->OpenFolder(old_folder);
 }
 
-void SidePair::AlignFolders(int to_side, int from_side) const {
+void SidePair::AlignFolders(Side to_side, Side from_side) const {
   FileFrame& to = (*this)[to_side];
   const NativePath folder = (*this)[from_side].folder();
   if (!IsSameFolder(folder, to.folder())) to.OpenFolder(folder);
 }
 
-void SidePair::FollowFolder(int side, const NativePath& from, const NativePath& to) const {
-  FileFrame& other = (*this)[1 - side];
+void SidePair::FollowFolder(Side side, const NativePath& from, const NativePath& to) const {
+  FileFrame& other = (*this)[OtherSide(side)];
   const auto folder = CorrespondingFolder(from, to, other.folder());
   if (folder && IsFolder(*folder)) other.OpenFolder(*folder);
 }
 
-void SidePair::SelectNamesakesOf(int side) const {
+void SidePair::SelectNamesakesOf(Side side) const {
   const FileFrame& from = (*this)[side];
-  FileFrame& other = (*this)[1 - side];
+  FileFrame& other = (*this)[OtherSide(side)];
   if (from.selected_count() == 0) return;
   const WaitCursor wait;
   FileSide matching = other.Snapshot();
@@ -54,7 +54,7 @@ void SidePair::SelectAllMatching() const {
   const WaitCursor wait;
   FileSides sides = Snapshot();
   SelectAllNamesakes(sides);
-  for (size_t side = 0; side < sides.size(); ++side) frames_[side]->Select(sides[side].files);
+  for (const Side side : kBothSides) (*this)[side].Select(sides[side].files);
 }
 
 }  // namespace ledrix

@@ -8,13 +8,12 @@
 
 namespace ledrix {
 
-// A side is numbered as everywhere: 0 is the old one, 1 the new one.
 class SidePair {
  public:
   // Both must outlive the pair.
   SidePair(FileFrame* old_side, FileFrame* new_side) : frames_{old_side, new_side} {}
 
-  FileFrame& operator[](int side) const { return *frames_[static_cast<size_t>(side)]; }
+  FileFrame& operator[](Side side) const { return *frames_[IndexOf(side)]; }
   auto begin() const { return frames_.begin(); }
   auto end() const { return frames_.end(); }
 
@@ -24,13 +23,13 @@ class SidePair {
 
   // A folder that both sides show already is not opened anew.
   void SwapFolders() const;
-  void AlignFolders(int to_side, int from_side) const;
+  void AlignFolders(Side to_side, Side from_side) const;
   // After one side went from one folder to another: the folder that corresponds on the other side
   // is opened there, if there is one.
-  void FollowFolder(int side, const NativePath& from, const NativePath& to) const;
+  void FollowFolder(Side side, const NativePath& from, const NativePath& to) const;
 
   // Selects on the other side the namesakes of what is selected on this one, if anything is.
-  void SelectNamesakesOf(int side) const;
+  void SelectNamesakesOf(Side side) const;
   void SelectAllMatching() const;
 
  private:

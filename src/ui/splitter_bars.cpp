@@ -57,17 +57,17 @@ void SplitterBars::LayOut() {
   center.layout()->activate();
   if (mode_ != BarMode::kAsTheyStand) middle_ = center.width() / 2 - kHalfMiddleStrip;
   between_.SetFirstWidth(middle_ - center.layout()->contentsMargins().left());
-  for (size_t i = 0; i < 2; ++i) {
-    FileFrame& side = sides_[static_cast<int>(i)];
-    if (side.parentWidget()->layout() != nullptr) side.parentWidget()->layout()->activate();
-    side.MoveBar(in_sides_[i]);
+  for (const Side side : kBothSides) {
+    FileFrame& frame = sides_[side];
+    if (frame.parentWidget()->layout() != nullptr) frame.parentWidget()->layout()->activate();
+    frame.MoveBar(in_sides_[IndexOf(side)]);
   }
 }
 
 void SplitterBars::NoteMoved() {
   const int left = between_.parentWidget()->layout()->contentsMargins().left();
   middle_ = between_.first_width() + left;
-  for (size_t i = 0; i < 2; ++i) in_sides_[i] = sides_[static_cast<int>(i)].bar();
+  for (const Side side : kBothSides) in_sides_[IndexOf(side)] = sides_[side].bar();
 }
 
 }  // namespace ledrix

@@ -76,8 +76,8 @@ StatusPanels::StatusPanels(QStatusBar& bar)
   new ClickFilter(PanelTrouble, [this] { ShowLines(troubles_, PanelTrouble->window()); });
 }
 
-void StatusPanels::ShowCount(int side, size_t selected, int files) {
-  const bool is_old = side == 0;
+void StatusPanels::ShowCount(Side side, size_t selected, int files) {
+  const bool is_old = side == Side::kOld;
   (is_old ? PanelOld : PanelNew)
       ->setText(QString(" %1 %2/%3 ").arg(is_old ? "Old" : "New").arg(selected).arg(files));
 }

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <string>
 
+#include "run/side.h"
+
 class QLabel;
 class QStatusBar;
 
@@ -15,8 +17,8 @@ class StatusPanels {
   // The bar owns the panels.
   explicit StatusPanels(QStatusBar& bar);
 
-  // Of the files of a side (0 old, 1 new).
-  void ShowCount(int side, size_t selected, int files);
+  // Of the files of a side.
+  void ShowCount(Side side, size_t selected, int files);
   // Where the outputs of the next compare go.
   void ShowPreview(const QString& preview);
   // Beside the preview, until it is hidden: the first line and how many follow. A click on it

@@ -60,10 +60,10 @@ void WindowState::LoadGeometry() {
 }
 
 void WindowState::LoadColumns() {
-  for (int side = 0; side < 2; ++side) {
+  for (const Side side : kBothSides) {
     for (int column = 0; column < 2; ++column) {
       const int width =
-          ReadPixels(program_.store, kColumnKeys[side][column], kColumnDefaults[column]);
+          ReadPixels(program_.store, kColumnKeys[IndexOf(side)][column], kColumnDefaults[column]);
       sides_[side].SetColumnWidth(column, std::min(width, ScreenSize().width()));
     }
   }
@@ -71,12 +71,13 @@ void WindowState::LoadColumns() {
 
 void WindowState::LoadSides() {
   const SettingsStore& store = program_.store;
-  for (int side = 0; side < 2; ++side) {
+  for (const Side side : kBothSides) {
     const NativePath folder =
         IsOn(program_.options.EndPath)
-            ? NativePath(store.ReadSetting("Option", kFolderKeys[side], program_.folder.bytes()))
+            ? NativePath(
+                  store.ReadSetting("Option", kFolderKeys[IndexOf(side)], program_.folder.bytes()))
             : MakeAbsolute(NativePath("."));
-    const std::string filter = store.ReadSetting("Option", kFilterKeys[side], "0");
+    const std::string filter = store.ReadSetting("Option", kFilterKeys[IndexOf(side)], "0");
     sides_[side].SetFilters(ToQString(filter).toInt());
     sides_[side].OpenFolder(MakeAbsolute(AddBackslash(folder)));
   }
@@ -85,11 +86,13 @@ void WindowState::LoadSides() {
 void WindowState::Save() {
   SettingsStore& store = program_.store;
   if (!window_.isMinimized() && !window_.isMaximized() && !window_.isFullScreen()) StoreGeometry();
-  for (int side = 0; side < 2; ++side) {
-    store.WriteSetting("Option", kFilterKeys[side], std::to_string(sides_[side].filter_index()));
+  for (const Side side : kBothSides) {
+    store.WriteSetting("Option", kFilterKeys[IndexOf(side)],
+                       std::to_string(sides_[side].filter_index()));
   }
   StoreVersion();
-  SaveOptions(program_.options, {sides_[0].folder().bytes(), sides_[1].folder().bytes()}, store);
+  SaveOptions(program_.options,
+              {sides_[Side::kOld].folder().bytes(), sides_[Side::kNew].folder().bytes()}, store);
   SaveSettings(store, program_.platform);
 }
 
@@ -99,9 +102,9 @@ void WindowState::StoreGeometry() {
   WritePixels(store, "MainTop", window_.y());
   WritePixels(store, "MainWidth", window_.width());
   WritePixels(store, "MainHeight", window_.height());
-  for (int side = 0; side < 2; ++side) {
+  for (const Side side : kBothSides) {
     for (int column = 0; column < 2; ++column) {
-      WritePixels(store, kColumnKeys[side][column], sides_[side].column_width(column));
+      WritePixels(store, kColumnKeys[IndexOf(side)][column], sides_[side].column_width(column));
     }
   }
   bars_.Store(store);

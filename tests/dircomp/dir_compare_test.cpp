@@ -150,7 +150,7 @@ TEST(DirComp, PairsByTheRangeAndTheNameRules) {
     TreeRun run;
     run.request.CompareRange = CompareRange(std::stoi(row[3]));
     run.SetAll(row[4]);
-    run.sides[0].filter_entry = row[5];
+    run.sides[Side::kOld].filter_entry = row[5];
     run.File("old/" + row[0], 1);
     run.File("new/" + row[1], 1);
     run.Run();

@@ -23,7 +23,7 @@ struct TreeRun : TestRun {
     request.OutPath = folder.At("d.lst");
     std::filesystem::create_directories(request.OldPath.bytes());
     std::filesystem::create_directories(request.NewPath.bytes());
-    sides[0].filter_entry = "全て (*.*)";
+    sides[Side::kOld].filter_entry = "全て (*.*)";
   }
   // Makes a file of so many bytes, last written so many seconds after the test's time.
   void File(const std::string& name, size_t size, time_t later = 0, long nanoseconds = 0) {

@@ -29,8 +29,8 @@ FileList List(std::string_view names) {  // "+a b": a selected, b not
 TEST(CheckPairSelection, TellsWhatIsMissing) {
   for (const auto& row : test::ReadTable("pair_selections.tsv")) {
     TestRun run;
-    run.sides[0] = {NativePath("/o/"), "", List(row[0])};
-    run.sides[1] = {NativePath(row[2]), "", List(row[1])};
+    run.sides[Side::kOld] = {NativePath("/o/"), "", List(row[0])};
+    run.sides[Side::kNew] = {NativePath(row[2]), "", List(row[1])};
     EXPECT_EQ(CheckPairSelection(run.sides, run.platform), row[3].empty());
     EXPECT_EQ(run.platform.messages, row[3].empty() ? Texts{} : Texts{"Ledrix: " + row[3]});
   }
@@ -38,9 +38,9 @@ TEST(CheckPairSelection, TellsWhatIsMissing) {
 
 TEST(FileSides, SelectNamesakesAndReadFilters) {
   FileSides sides;
-  sides[0].files = List("+A +b c +B");
-  sides[1].files = List("a +x B b");
-  SelectNamesakes(sides[0].files, sides[1].files);
+  sides[Side::kOld].files = List("+A +b c +B");
+  sides[Side::kNew].files = List("a +x B b");
+  SelectNamesakes(sides[Side::kOld].files, sides[Side::kNew].files);
   const auto selected = [](const FileList& list) {
     Texts names;
     for (const auto& entry : list.entries) {
@@ -48,22 +48,22 @@ TEST(FileSides, SelectNamesakesAndReadFilters) {
     }
     return names;
   };
-  EXPECT_EQ(selected(sides[1].files), (Texts{"a", "B", "b"}));
+  EXPECT_EQ(selected(sides[Side::kNew].files), (Texts{"a", "B", "b"}));
   SelectAllNamesakes(sides);
-  EXPECT_EQ(selected(sides[0].files), (Texts{"A", "b", "B"}));
-  sides[0].files = List("a A b B");
-  sides[1].files = List("A b");
+  EXPECT_EQ(selected(sides[Side::kOld].files), (Texts{"A", "b", "B"}));
+  sides[Side::kOld].files = List("a A b B");
+  sides[Side::kNew].files = List("A b");
   SelectAllNamesakes(sides);
-  EXPECT_EQ(selected(sides[0].files), (Texts{"A", "b"}));
+  EXPECT_EQ(selected(sides[Side::kOld].files), (Texts{"A", "b"}));
 
   OptionRecord options;
   options.FPatternTtl[1] = "  ";
   options.FPatternTtl[2] = " My (x) ";
   options.FPattern[2] = " *.m ";
-  EXPECT_EQ(FilterEntries(options, 0),
+  EXPECT_EQ(FilterEntries(options, Side::kOld),
             (Texts{"旧ﾌｧｲﾙ (*.OLD;*.BAK)", "CBLｿｰｽ (*.CBL;*.COB)", "My (x) (*.m)",
                    "ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙ (*.ddf)", "全て (*.*)"}));
-  EXPECT_EQ(FilterEntries(options, 1)[0], "新ﾌｧｲﾙ (*.NEW)");
+  EXPECT_EQ(FilterEntries(options, Side::kNew)[0], "新ﾌｧｲﾙ (*.NEW)");
   EXPECT_EQ(FilterPatterns("CBLｿｰｽ (*.CBL;*.COB)"), "*.CBL;*.COB");
   EXPECT_EQ(FilterPatterns("My (x) (*.m)"), "x) (*.m");
   EXPECT_EQ(FilterPatterns("none"), "");
@@ -91,8 +91,8 @@ struct FolderRun : TestRun {
     job.outputs.ElseOutputDir = NativePath(folder.path());
     job.outputs.OptCsvList = true;
     request.FileCount = 3;
-    sides[0] = {request.OldPath, "", List("+a.CBL +b.CBL +c.exe")};
-    sides[1] = {request.NewPath, "", List("+a.CBL +B.cbl +c.exe")};
+    sides[Side::kOld] = {request.OldPath, "", List("+a.CBL +b.CBL +c.exe")};
+    sides[Side::kNew] = {request.NewPath, "", List("+a.CBL +B.cbl +c.exe")};
     log = &run_log;
   }
   std::string Path(const char* name) const { return folder.At(name).bytes(); }

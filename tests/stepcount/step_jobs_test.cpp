@@ -104,7 +104,7 @@ struct CsvRun : TestRun {
     folder.Write("表.CBL", "");
     std::filesystem::create_directory(folder.At("sub").bytes());
     for (const char* name : {"a,b.CBL", "sub", "表.CBL", "none"}) {
-      sides[1].files.entries.push_back({name, false});
+      sides[Side::kNew].files.entries.push_back({name, false});
     }
   }
 };
