@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
   ledrix::LedrixF0 window({options, job, store, platform, actions, folder});
   window.show();
   auto& files = *window.findChild<QTreeView*>("inListView0");
-  std::printf("open %.0f ms", Time([&] { window.OpenOnSide(0, folder); }));
+  std::printf("open %.0f ms", Time([&] { window.OpenOnSide(ledrix::Side::kOld, folder); }));
   std::printf(", select all of %d files %.0f ms\n", files.model()->rowCount(), Time([&] {
                 files.clearSelection();
                 files.selectAll();

@@ -1,6 +1,5 @@
 #include "compare/pair_driver.h"
 
-#include <array>
 #include <optional>
 #include <utility>
 
@@ -9,8 +8,7 @@
 #include "compare/listing_body.h"
 #include "compare/listing_format.h"
 #include "compare/listing_frame.h"
-#include "compare/side_outputs.h"
-#include "platform/output_guard.h"
+#include "compare/pair_outputs.h"
 #include "text/code_page_932.h"
 
 namespace ledrix::modComp {
@@ -61,49 +59,36 @@ class PairCompare {
       : services_(services),
         job_(services.job()),
         files_(job_.files),
-        inputs_{files_.OldPath, files_.NewPath},
         old_side_{files_.OldPath, std::nullopt, {}},
         new_side_{files_.NewPath, std::nullopt, {}},
         options_(services.options()),
         format_(options_),
-        sides_(options_, job_.outputs.MergeMarks ? MergeMarks::kWritten : MergeMarks::kNone) {}
+        outputs_(services, options_) {}
 
   // Ends with `ended_early_` set unless the compare ran to its end.
   void CompareFiles();
-  // A listing or difference file of an earlier run must not pass for this pair's when it failed or
-  // was stopped before it opened its own.
-  void RemoveEarlierOutputs();
+  // Leaves no output of an earlier run that could pass for this pair's.
+  void EndOutputs();
   PairEnd MakeResultLine();
 
  private:
-  bool OutputsAreSafe();
+  // Tells why an output cannot be written, if so, and ends the pair; true when it can be.
+  bool OpenOutputs(std::optional<OutputFailure> failed);
   bool HaveSameContents();
   // The skip rule.
   bool Skips();
   bool ConvertInput(const NativePath& path, ReadInput& side, const char* title);
   std::optional<InputFile> OpenInput(const NativePath& path, ReadInput& side, const char* title);
-  bool CreateOutputs();
-  bool CreateOutput(const NativePath& path, const char* title, std::optional<OutputFile>& file,
-                    Result<OutputFile> (*create)(const NativePath&) = OutputFile::Create);
   void CompareOpened(InputFile old_file, InputFile new_file);
   void WriteHeader(const LineRing& old_ring, const LineRing& new_ring);
   void WriteSummary();
   // Runs the loop to the end of both files; false when it was stopped or an output failed.
   bool RunCompareLoop(Difference& difference);
-  bool OutputFailed() const;
   bool LossesHideADifference();
   // Tells of each side how many of its characters became "?".
   void TellLosses();
-  // Closes every output; on a failure removes them all and tells which file it was.
-  void CloseOutputs();
-  void DiscardOutputs();
-  // True for an output that is no input, and that no other pair has written.
-  bool IsNobodyElses(const NativePath& output) const;
-  void RemoveOutput(const NativePath& path);
-  void RemoveUnwantedOutputs();
   // Tells why a file cannot be opened and ends the pair; always false.
   bool FailToOpen(const char* title, const char* kind, const Error& error, const NativePath& path);
-  std::vector<OutputFile*> Outputs();
   // "UnMatch=" and what follows it in the result list.
   std::string CountsText() const;
 
@@ -120,21 +105,18 @@ class PairCompare {
   RunServices& services_;
   JobRecord& job_;
   const JobFiles& files_;
-  const std::vector<NativePath> inputs_;  // as they were named, before any conversion
-  ReadInput old_side_;                    // what is read
+  ReadInput old_side_;  // what is read
   ReadInput new_side_;
   const CompareOptions options_;
   const ListingFormat format_;
-  std::optional<OutputFile> listing_;
-  SideOutputs sides_;
+  PairOutputs outputs_;
   CompareCounts counts_;
-  bool has_claimed_ = false;            // the outputs are claimed for this pair
   bool both_regular_ = false;           // the skip rule has looked at both inputs
   std::optional<PairEnd> ended_early_;  // how the pair ended unless the compare ran to its end
 };
 
 void PairCompare::CompareFiles() {
-  if (!OutputsAreSafe() || Skips()) return;
+  if (!OpenOutputs(outputs_.Claim()) || Skips()) return;
   if (job_.GuiMode) services_.UpdateProgress(0, 0);
   if (!ConvertInput(files_.OldPath, old_side_, "OLD Error") ||
       !ConvertInput(files_.NewPath, new_side_, "NEW Error")) {
@@ -144,33 +126,13 @@ void PairCompare::CompareFiles() {
   if (!old_file) return;
   std::optional<InputFile> new_file = OpenInput(files_.NewPath, new_side_, "NEW Open Error");
   TellLosses();
-  if (!new_file || !CreateOutputs()) return;
+  if (!new_file || !OpenOutputs(outputs_.Create())) return;
   CompareOpened(std::move(*old_file), std::move(*new_file));
 }
 
 // The text is the one for an output that cannot be created: to the user it is the same.
-bool PairCompare::OutputsAreSafe() {
-  struct Output {
-    const NativePath& path;
-    const char* title;
-  };
-  const std::array<Output, 3> outputs = {{{files_.OutPath, "List Open Error"},
-                                          {files_.SbnPath, "Sbn List Open Error"},
-                                          {files_.MrgPath, "Merge Source Open Error"}}};
-  std::vector<NativePath> others;
-  if (services_.csv().is_open()) others.push_back(services_.csv().path());
-  for (const Output& output : outputs) {
-    if (output.path.empty()) continue;
-    if (const Status refused = RefuseOutput(output.path, inputs_, others, job_.ProtectedFiles);
-        !refused.ok()) {
-      return FailToOpen(output.title, "OUTPUT:", refused.error(), output.path);
-    }
-    others.push_back(output.path);
-  }
-  const auto met = job_.claims.Claim({files_.OutPath, files_.SbnPath, files_.MrgPath});
-  has_claimed_ = !met;
-  return !met ||
-         FailToOpen(outputs[met->index].title, "OUTPUT:", met->error, outputs[met->index].path);
+bool PairCompare::OpenOutputs(std::optional<OutputFailure> failed) {
+  return !failed || FailToOpen(failed->title, "OUTPUT:", failed->error, failed->path);
 }
 
 bool PairCompare::Skips() {
@@ -186,7 +148,7 @@ bool PairCompare::Skips() {
   if (!same) return false;
   if (job_.skip_rule == SkipRule::kSameContents && !HaveSameContents()) return false;
   ended_early_ = PairEnd::kSkipped;
-  RemoveOutput(files_.OutPath);
+  outputs_.RemoveListing();
   return true;
 }
 
@@ -229,27 +191,6 @@ std::optional<InputFile> PairCompare::OpenInput(const NativePath& path, ReadInpu
   return std::nullopt;
 }
 
-bool PairCompare::CreateOutputs() {
-  // Most pairs of a multiple compare are equal; their listings need not be made to be removed.
-  const auto create =
-      options_.drop_unchanged_listing ? OutputFile::CreateWhenNeeded : OutputFile::Create;
-  return CreateOutput(files_.OutPath, "List Open Error", listing_, create) &&
-         (!job_.outputs.OptSbnList ||
-          CreateOutput(files_.SbnPath, "Sbn List Open Error", sides_.difference_file)) &&
-         (!job_.outputs.OptMrgSrc ||
-          CreateOutput(files_.MrgPath, "Merge Source Open Error", sides_.merge_source));
-}
-
-bool PairCompare::CreateOutput(const NativePath& path, const char* title,
-                               std::optional<OutputFile>& file,
-                               Result<OutputFile> (*create)(const NativePath&)) {
-  Result<OutputFile> created = create(path);
-  if (!created.ok()) return FailToOpen(title, "OUTPUT:", created.error(), path);
-  file = std::move(created.value());
-  services_.platform().YieldBetweenBlocks(*file);
-  return true;
-}
-
 bool PairCompare::FailToOpen(const char* title, const char* kind, const Error& error,
                              const NativePath& path) {
   // A stop request ends a wait for a pipe with an error.
@@ -263,7 +204,8 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
   ProgressMeter meter(services_, old_file.info().size + new_file.info().size);
   LineRing old_ring(std::move(old_file), options_, meter);
   LineRing new_ring(std::move(new_file), options_, meter);
-  ListingBody body(options_, format_, old_ring, new_ring, *listing_, sides_, counts_);
+  ListingBody body(options_, format_, old_ring, new_ring, outputs_.listing(), outputs_.sides(),
+                   counts_);
   Difference difference(old_ring, new_ring, options_, body);
 
   WriteHeader(old_ring, new_ring);
@@ -277,19 +219,19 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
     Fail();
   }
   if (ended_early_ == PairEnd::kFailed) {
-    DiscardOutputs();
+    outputs_.Discard();
     return;
   }
   if (ended && LossesHideADifference()) {
-    DiscardOutputs();
+    outputs_.Discard();
     return;
   }
   if (ended) {
     body.Close();
     WriteSummary();
-    RemoveUnwantedOutputs();
+    if (counts_.total() == 0) outputs_.Drop();
   }
-  CloseOutputs();
+  if (!outputs_.Close()) Fail();
 }
 
 // Two texts that read the same only because different characters became "?" are not the same.
@@ -316,14 +258,14 @@ void PairCompare::WriteHeader(const LineRing& old_ring, const LineRing& new_ring
                         ToListedFile(new_side_.shown_path, new_ring.info()),
                         services_.platform().Now()};
   const auto write = options_.simple ? WriteSimpleHeader : WriteHeaderBox;
-  write(*listing_, options_, format_, data);
-  sides_.WriteHeading(FormatStamp(data.run_time), data.old_file.path, data.new_file.path);
+  write(outputs_.listing(), options_, format_, data);
+  outputs_.sides().WriteHeading(FormatStamp(data.run_time), data.old_file.path, data.new_file.path);
 }
 
 void PairCompare::WriteSummary() {
   const auto write = options_.simple ? WriteSimpleSummary : WriteSummaryBox;
-  write(*listing_, format_, counts_);
-  sides_.WriteEndLine(counts_);
+  write(outputs_.listing(), format_, counts_);
+  outputs_.sides().WriteEndLine(counts_);
 }
 
 bool PairCompare::RunCompareLoop(Difference& difference) {
@@ -332,47 +274,10 @@ bool PairCompare::RunCompareLoop(Difference& difference) {
   while (!difference.finished()) {
     difference.CompareStep();
     if (services_.YieldAndAskStop()) return Stop();
-    if (OutputFailed()) return false;
+    if (outputs_.Failed()) return false;
   }
   if (job_.GuiMode) services_.UpdateProgress(kProgressWidth, 1);
   return !services_.YieldAndAskStop() || Stop();
-}
-
-bool PairCompare::OutputFailed() const {
-  const auto failed = [](const std::optional<OutputFile>& file) {
-    return file && !file->failure().ok();
-  };
-  return failed(listing_) || failed(sides_.difference_file) || failed(sides_.merge_source);
-}
-
-std::vector<OutputFile*> PairCompare::Outputs() {
-  std::vector<OutputFile*> outputs;
-  for (auto* file : {&listing_, &sides_.difference_file, &sides_.merge_source}) {
-    if (*file) outputs.push_back(&**file);
-  }
-  return outputs;
-}
-
-void PairCompare::CloseOutputs() {
-  for (OutputFile* file : Outputs()) {
-    if (const Status failure = file->Close(); !failure.ok()) {
-      services_.ReportFileTrouble(file->path(), failure.error());
-      Fail();
-    }
-  }
-  if (ended_early_ == PairEnd::kFailed) DiscardOutputs();
-}
-
-void PairCompare::DiscardOutputs() {
-  for (OutputFile* file : Outputs()) file->Discard();
-}
-
-void PairCompare::RemoveUnwantedOutputs() {
-  if (!options_.drop_unchanged_listing || counts_.total() > 0) return;
-  if (sides_.difference_file) sides_.difference_file->Discard();
-  sides_.difference_file.reset();
-  listing_->Discard();
-  listing_.reset();
 }
 
 // Puts the pair's end into the result list and the CSV summary.
@@ -394,27 +299,9 @@ PairEnd PairCompare::MakeResultLine() {
   return end;
 }
 
-void PairCompare::RemoveEarlierOutputs() {
-  if (ended_early_ != PairEnd::kFailed && ended_early_ != PairEnd::kStopped) return;
-  if (!listing_ && IsNobodyElses(files_.OutPath)) RemoveOutput(files_.OutPath);
-  const NativePath& difference = files_.SbnPath;
-  if (difference.empty() || sides_.difference_file) return;
-  if (IsNobodyElses(difference)) RemoveOutput(difference);
-}
-
-bool PairCompare::IsNobodyElses(const NativePath& output) const {
-  std::vector<NativePath> others;
-  if (services_.csv().is_open()) others.push_back(services_.csv().path());
-  return (has_claimed_ || !job_.claims.Holds(output)) &&
-         RefuseOutput(output, inputs_, others, job_.ProtectedFiles).ok();
-}
-
-// A file that may not be written is not removed in its stead.
-void PairCompare::RemoveOutput(const NativePath& path) {
-  if (!MayWrite(path)) return;
-  if (const Status failed = RemoveFile(path); !failed.ok()) {
-    services_.ReportFileTrouble(path, failed.error());
-  }
+void PairCompare::EndOutputs() {
+  const bool ended_badly = ended_early_ == PairEnd::kFailed || ended_early_ == PairEnd::kStopped;
+  if (ended_badly) outputs_.RemoveEarlier();
 }
 
 std::string PairCompare::CountsText() const {
@@ -430,7 +317,7 @@ std::string PairCompare::CountsText() const {
 PairEnd ComparePair(RunServices& services) {
   PairCompare pair(services);
   pair.CompareFiles();
-  pair.RemoveEarlierOutputs();
+  pair.EndOutputs();
   return pair.MakeResultLine();
 }
 

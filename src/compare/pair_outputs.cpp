@@ -1,0 +1,134 @@
+#include "compare/pair_outputs.h"
+
+#include <array>
+#include <utility>
+
+#include "platform/output_guard.h"
+
+namespace ledrix::modComp {
+namespace {
+
+constexpr const char* kListingTitle = "List Open Error";
+constexpr const char* kDifferenceTitle = "Sbn List Open Error";
+constexpr const char* kMergeTitle = "Merge Source Open Error";
+
+}  // namespace
+
+PairOutputs::PairOutputs(RunServices& services, const CompareOptions& options)
+    : services_(services),
+      job_(services.job()),
+      names_(job_.files),
+      inputs_{job_.files.OldPath, job_.files.NewPath},
+      drops_unchanged_(options.drop_unchanged_listing),
+      sides_(options, job_.outputs.MergeMarks ? MergeMarks::kWritten : MergeMarks::kNone) {}
+
+std::vector<NativePath> PairOutputs::OtherOutputs() const {
+  if (!services_.csv().is_open()) return {};
+  return {services_.csv().path()};
+}
+
+std::optional<OutputFailure> PairOutputs::Claim() {
+  const std::array<std::pair<const NativePath&, const char*>, 3> outputs = {
+      {{names_.OutPath, kListingTitle},
+       {names_.SbnPath, kDifferenceTitle},
+       {names_.MrgPath, kMergeTitle}}};
+  std::vector<NativePath> others = OtherOutputs();
+  for (const auto& [path, title] : outputs) {
+    if (path.empty()) continue;
+    const Status refused = RefuseOutput(path, inputs_, others, job_.ProtectedFiles);
+    if (!refused.ok()) return OutputFailure{title, refused.error(), path};
+    others.push_back(path);
+  }
+  const auto met = job_.claims.Claim({names_.OutPath, names_.SbnPath, names_.MrgPath});
+  is_claimed_ = !met;
+  if (!met) return std::nullopt;
+  const auto& [path, title] = outputs[met->index];
+  return OutputFailure{title, met->error, path};
+}
+
+std::optional<OutputFailure> PairOutputs::Create() {
+  // Most pairs of a multiple compare are equal; their listings need not be made to be removed.
+  const auto create = drops_unchanged_ ? OutputFile::CreateWhenNeeded : OutputFile::Create;
+  if (auto failed = CreateOne(names_.OutPath, kListingTitle, listing_, create)) return failed;
+  if (job_.outputs.OptSbnList) {
+    auto failed =
+        CreateOne(names_.SbnPath, kDifferenceTitle, sides_.difference_file, OutputFile::Create);
+    if (failed) return failed;
+  }
+  if (!job_.outputs.OptMrgSrc) return std::nullopt;
+  return CreateOne(names_.MrgPath, kMergeTitle, sides_.merge_source, OutputFile::Create);
+}
+
+std::optional<OutputFailure> PairOutputs::CreateOne(
+    const NativePath& path, const char* title, std::optional<OutputFile>& file,
+    Result<OutputFile> (*create)(const NativePath&)) {
+  Result<OutputFile> created = create(path);
+  if (!created.ok()) return OutputFailure{title, created.error(), path};
+  file = std::move(created.value());
+  services_.platform().YieldBetweenBlocks(*file);
+  return std::nullopt;
+}
+
+bool PairOutputs::Failed() const {
+  const auto failed = [](const std::optional<OutputFile>& file) {
+    return file && !file->failure().ok();
+  };
+  return failed(listing_) || failed(sides_.difference_file) || failed(sides_.merge_source);
+}
+
+std::vector<OutputFile*> PairOutputs::Files() {
+  std::vector<OutputFile*> files;
+  for (auto* file : {&listing_, &sides_.difference_file, &sides_.merge_source}) {
+    if (*file) files.push_back(&**file);
+  }
+  return files;
+}
+
+bool PairOutputs::Close() {
+  bool closed = true;
+  for (OutputFile* file : Files()) {
+    const Status failure = file->Close();
+    if (failure.ok()) continue;
+    services_.ReportFileTrouble(file->path(), failure.error());
+    closed = false;
+  }
+  if (!closed) Discard();
+  return closed;
+}
+
+void PairOutputs::Discard() {
+  for (OutputFile* file : Files()) file->Discard();
+}
+
+void PairOutputs::Drop() {
+  if (!drops_unchanged_) return;
+  if (sides_.difference_file) sides_.difference_file->Discard();
+  sides_.difference_file.reset();
+  listing_->Discard();
+  listing_.reset();
+}
+
+void PairOutputs::RemoveListing() {
+  Remove(names_.OutPath);
+}
+
+void PairOutputs::RemoveEarlier() {
+  if (!listing_ && IsNobodyElses(names_.OutPath)) Remove(names_.OutPath);
+  if (names_.SbnPath.empty() || sides_.difference_file) return;
+  if (IsNobodyElses(names_.SbnPath)) Remove(names_.SbnPath);
+}
+
+bool PairOutputs::IsNobodyElses(const NativePath& output) const {
+  return (is_claimed_ || !job_.claims.Holds(output)) &&
+         RefuseOutput(output, inputs_, OtherOutputs(), job_.ProtectedFiles).ok();
+}
+
+// A file that may not be written is not removed in its stead.
+void PairOutputs::Remove(const NativePath& path) {
+  if (!MayWrite(path)) return;
+  if (const Status failed = RemoveFile(path); !failed.ok()) {
+    services_.ReportFileTrouble(path, failed.error());
+  }
+}
+
+}  // namespace ledrix::modComp
