@@ -14,6 +14,20 @@
 namespace ledrix {
 namespace {
 
+bool IsNull(const NativePath& path) {
+  const Result<FileInfo> info = GetFileInfo(path);
+  return info.ok() && info.value().kind == FileKind::kNull;
+}
+
+// The file of a folder that pairs with a path: of the same name, letter case aside if need be.
+NativePath NamesakeIn(const NativePath& folder, const NativePath& path) {
+  const std::string name = FileNameOf(path);
+  const Result<FileList> files = ListFiles(AddBackslash(folder));
+  const size_t found = files.ok() ? NameIndex(files.value()).Find(name) : std::string::npos;
+  return AddBackslash(folder) +
+         (found == std::string::npos ? name : files.value().entries[found].name);
+}
+
 void ChooseOutputs(const OptionRecord& options, const std::string& out, OutputChoices& choices,
                    NativePath& listing) {
   if (out.empty()) {
@@ -27,7 +41,7 @@ void ChooseOutputs(const OptionRecord& options, const std::string& out, OutputCh
   if (!is_folder) listing = path;
 }
 
-// Every output that a pair of this job would have, asked for or not.
+// The name of every output that a pair of this job would have, asked for or not.
 std::set<std::string> PossibleOutputs(const ConsoleRun& run) {
   OutputChoices choices = run.job.outputs;
   choices.OptSbnList = choices.OptMrgSrc = true;
@@ -39,7 +53,7 @@ std::set<std::string> PossibleOutputs(const ConsoleRun& run) {
                         run.sides[Side::kNew].folder + entry.name);
     for (const NativePath& path : {names.OutPath, names.SbnPath, names.MrgPath,
                                    DirOf(names.OutPath) + run.options.ComboCSVName}) {
-      outputs.insert(path.bytes());
+      outputs.insert(FileNameOf(path));
     }
   }
   return outputs;
@@ -51,7 +65,7 @@ void ReportSingles(ConsoleRun& run, Side side, const std::set<std::string>& outp
                    const char* text) {
   for (const FileList::Entry& entry : run.sides[side].files.entries) {
     const NativePath path = run.sides[side].folder + entry.name;
-    if (entry.selected || outputs.count(path.bytes()) > 0) continue;
+    if (entry.selected || outputs.count(entry.name) > 0) continue;
     if (run.services().IsExcludedType(entry.name)) continue;
     run.services().platform().ReportTrouble(PathToUtf8(path) + text);
     run.services().NoteEnd(JobEnd::kDifference);
@@ -122,6 +136,11 @@ int RunCompareCommand(const CommonArguments& common, const CompareArguments& arg
     }
     return CompareFolders(run);
   }
+  // Outputs go beside a file, which an empty file in /dev is none of.
+  if (arguments.out.empty() && IsNull(request.OldPath)) {
+    if (IsNull(request.NewPath)) return run.Refuse("出力先を --out で指定してください");
+    choices.OutputDirMode = OutputDirMode::kNewDir;
+  }
   // A file and a folder: the file of the same name in that folder.
   for (const NativePath& path : {request.OldPath, request.NewPath}) {
     const Result<FileInfo> info = GetFileInfo(path);
@@ -129,8 +148,8 @@ int RunCompareCommand(const CommonArguments& common, const CompareArguments& arg
       return run.Refuse(PathToUtf8(path) + ": " + DescribeError(info.error()));
     }
   }
-  if (old_is_folder) request.OldPath = AddBackslash(request.OldPath) + FileNameOf(request.NewPath);
-  if (new_is_folder) request.NewPath = AddBackslash(request.NewPath) + FileNameOf(request.OldPath);
+  if (old_is_folder) request.OldPath = NamesakeIn(request.OldPath, request.NewPath);
+  if (new_is_folder) request.NewPath = NamesakeIn(request.NewPath, request.OldPath);
   return run.Run();
 }
 

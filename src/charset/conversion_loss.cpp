@@ -20,7 +20,7 @@ void ConversionLoss::AddCharacter(uint64_t ordinal, char32_t character) {
 
 void ConversionLoss::AddInvalid(uint64_t ordinal, std::string_view bytes) {
   Begin(ordinal, Kind::kInvalid, bytes.size());
-  for (const char byte : bytes) Mix(static_cast<unsigned char>(byte));
+  AddToLast(bytes);
 }
 
 void ConversionLoss::Begin(uint64_t ordinal, Kind kind, uint64_t value) {

@@ -23,6 +23,11 @@ class ConversionLoss {
   void AddCharacter(uint64_t ordinal, char32_t character);
   void AddInvalid(uint64_t ordinal, std::string_view bytes);
 
+  // Mixes into the digest what belongs to the loss recorded last.
+  void AddToLast(std::string_view bytes) {
+    for (const char byte : bytes) Mix(static_cast<unsigned char>(byte));
+  }
+
   // Losses so far.
   uint64_t count() const { return count_; }
   // The first line with a loss, from 1; 0 when there is none.

@@ -41,6 +41,10 @@ class LineConverter {
     ConvertLine(bytes, writer);
   }
 
+  // A line of UTF-16 of an odd number of bytes was cut within a unit, so what ended it belongs to
+  // the invalid sequence at its end.
+  void NoteCutWithinUnit(std::string_view end_bytes) { loss_.AddToLast(end_bytes); }
+
   // What the lines so far lost.
   const ConversionLoss& loss() const { return loss_; }
 

@@ -36,6 +36,7 @@ bool LineCutter::NextBytes(std::string_view& bytes) {
 bool LineCutter::Take(size_t end, size_t next, std::string_view& line) {
   line = {buffer_.data() + start_, end - start_};
   line_end_ = dropped_ + end;
+  end_bytes_ = {buffer_.data() + end, next - end};
   start_ = scanned_ = next;
   return true;
 }

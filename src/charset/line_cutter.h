@@ -32,6 +32,8 @@ class LineCutter {
   // Returns false as Next does.
   bool NextBytes(std::string_view& bytes);
 
+  // The bytes that ended the line last taken, none at the end of the file; valid as long as it.
+  std::string_view end_bytes() const { return end_bytes_; }
   // Position behind the last byte of the line last taken, in bytes from the start of the file.
   uint64_t line_end() const { return line_end_; }
   const Status& failure() const { return failure_; }
@@ -57,6 +59,7 @@ class LineCutter {
   bool line_feed_known_ = false;
   uint64_t dropped_ = 0;  // bytes of the file before the buffer
   uint64_t line_end_ = 0;
+  std::string_view end_bytes_;
   bool file_ended_ = false;
   Status failure_;
 };

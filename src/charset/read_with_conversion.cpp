@@ -23,6 +23,7 @@ class Conversion {
     Judge();
     if (const Status unread = cutter_.failure(); !unread.ok()) return unread.error();
     if (services_.job().StopRequested) return AsItIs();
+    if (file_.info().kind == FileKind::kNull) return AsItIs();
     // A pipe can be read only once, so what was judged of it has to be kept in any case.
     if (is_regular() && (empty_ || choice_.NeedsNoConversion())) return AsItIs();
     converter_ = choice_.MakeConverter();
@@ -76,6 +77,9 @@ class Conversion {
     for (std::string_view bytes; cutter_.Next(choice_.cutting, bytes) && copy.failure().ok();) {
       text.Clear();
       converter_->Convert(bytes, lines == 0 ? LinePosition::kFirst : LinePosition::kLater, text);
+      if (choice_.cutting != LineCutting::kBytes && bytes.size() % 2 != 0) {
+        converter_->NoteCutWithinUnit(cutter_.end_bytes());
+      }
       copy.Write(text.bytes());
       copy.Write("\r\n");
       if (++lines % kLinesPerReport == 0) {

@@ -1,5 +1,6 @@
 #include "compare/pair_driver.h"
 
+#include <new>
 #include <optional>
 #include <utility>
 
@@ -69,6 +70,8 @@ class PairCompare {
   void CompareFiles();
   // Leaves no output of an earlier run that could pass for this pair's.
   void EndOutputs();
+  // Ends a pair that ran out of memory as failed.
+  void GiveUp();
   PairEnd MakeResultLine();
 
  private:
@@ -299,6 +302,13 @@ PairEnd PairCompare::MakeResultLine() {
   return end;
 }
 
+void PairCompare::GiveUp() {
+  Fail();
+  outputs_.Discard();
+  EndOutputs();
+  MakeResultLine();
+}
+
 void PairCompare::EndOutputs() {
   const bool ended_badly = ended_early_ == PairEnd::kFailed || ended_early_ == PairEnd::kStopped;
   if (ended_badly) outputs_.RemoveEarlier();
@@ -316,7 +326,12 @@ std::string PairCompare::CountsText() const {
 
 PairEnd ComparePair(RunServices& services) {
   PairCompare pair(services);
-  pair.CompareFiles();
+  try {
+    pair.CompareFiles();
+  } catch (const std::bad_alloc&) {
+    pair.GiveUp();
+    throw;
+  }
   pair.EndOutputs();
   return pair.MakeResultLine();
 }

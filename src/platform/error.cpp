@@ -59,6 +59,8 @@ std::string DescribeError(const Error& error) {
       return "入力ファイルと同じファイルには出力できません";
     case ErrorKind::kOutputTwice:
       return "他の出力ファイルと同じファイルには出力できません";
+    case ErrorKind::kFolderIsLocked:
+      return "フォルダに書き込めないため、変換用の写しを作れません";
     case ErrorKind::kWrittenByJob:
       return "この実行で既に出力したファイルです";
     case ErrorKind::kCharset:

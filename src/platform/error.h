@@ -10,14 +10,15 @@
 namespace ledrix {
 
 enum class ErrorKind {
-  kSystem,         // the system refused; `system_number` is its errno
-  kFolder,         // a folder stands where a file is wanted
-  kNotAFile,       // a device or a socket stands where a file is wanted
-  kPipe,           // a pipe stands where a file is wanted
-  kInputAsOutput,  // an output would overwrite one of the inputs
-  kOutputTwice,    // two outputs of one pair would be the same file
-  kWrittenByJob,   // the running job has written this file already
-  kCharset,        // no converter knows the charset
+  kSystem,          // the system refused; `system_number` is its errno
+  kFolder,          // a folder stands where a file is wanted
+  kNotAFile,        // a device or a socket stands where a file is wanted
+  kPipe,            // a pipe stands where a file is wanted
+  kInputAsOutput,   // an output would overwrite one of the inputs
+  kOutputTwice,     // two outputs of one pair would be the same file
+  kFolderIsLocked,  // a file cannot be made in the folder, whatever its own rights
+  kWrittenByJob,    // the running job has written this file already
+  kCharset,         // no converter knows the charset
 };
 
 struct Error {

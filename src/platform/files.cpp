@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -60,6 +61,8 @@ FileInfo ToFileInfo(const struct stat& status) {
     info.kind = FileKind::kFolder;
   } else if (S_ISFIFO(status.st_mode)) {
     info.kind = FileKind::kPipe;
+  } else if (S_ISCHR(status.st_mode) && status.st_rdev == makedev(1, 3)) {
+    info.kind = FileKind::kNull;
   }
   return info;
 }

@@ -20,7 +20,7 @@
 
 namespace ledrix {
 
-enum class FileKind { kRegular, kFolder, kPipe, kOther };
+enum class FileKind { kRegular, kFolder, kPipe, kNull, kOther };  // kNull: /dev/null
 
 // What the file system tells of a file; links are followed.
 struct FileInfo {
@@ -36,6 +36,11 @@ Error LastError();
 
 Result<FileInfo> GetFileInfo(const NativePath& path);
 FileInfo ToFileInfo(const struct stat& status);
+
+// True for what takes any number of outputs at once.
+inline bool IsDevice(const FileInfo& info) {
+  return info.kind == FileKind::kOther || info.kind == FileKind::kNull;
+}
 
 // True when both tell of one and the same file.
 inline bool IsSameFile(const FileInfo& a, const FileInfo& b) {

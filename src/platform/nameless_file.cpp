@@ -24,7 +24,9 @@ Result<OutputFile> CreateNamelessFile(const NativePath& folder, const NativePath
     descriptor = FileDescriptor(mkostemp(name.data(), O_CLOEXEC));
     if (descriptor.is_open() && unlink(name.c_str()) != 0) return Error::System(errno);
   }
-  if (!descriptor.is_open()) return Error::System(errno);
+  if (!descriptor.is_open()) {
+    return errno == EACCES ? Error{ErrorKind::kFolderIsLocked} : Error::System(errno);
+  }
   return OutputFile::OverDescriptor(shown_path, std::move(descriptor));
 }
 

@@ -45,7 +45,7 @@ NativePath BehindLinks(NativePath path) {
 Status RefuseOutput(const NativePath& output, const std::vector<NativePath>& inputs,
                     const std::vector<NativePath>& other_outputs, const FileSet& more_inputs) {
   const Result<FileInfo> info = GetFileInfo(output);
-  if (info.ok() && info.value().kind == FileKind::kOther) return Status();
+  if (info.ok() && IsDevice(info.value())) return Status();
   const auto is_same = [&](const NativePath& other) {
     if (other.empty()) return false;
     return info.ok() ? IsSameExisting(info.value(), other) : IsSameNewPlace(output, other);

@@ -20,7 +20,7 @@ bool OutputClaims::Holds(const NativePath& path) const {
 std::optional<OutputClaims::Refusal> OutputClaims::Claim(const std::vector<NativePath>& outputs) {
   const auto is_device = [](const NativePath& path) {
     const Result<FileInfo> info = GetFileInfo(path);
-    return info.ok() && info.value().kind == FileKind::kOther;
+    return info.ok() && IsDevice(info.value());
   };
   for (size_t i = 0; i < outputs.size(); ++i) {
     if (outputs[i].empty() || is_device(outputs[i])) continue;
