@@ -1,13 +1,9 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <filesystem>
-#include <functional>
 #include <random>
-#include <thread>
 
 #include "charset/japanese_codes.h"
 #include "charset/line_converter.h"
@@ -22,7 +18,6 @@ namespace ledrix {
 namespace {
 
 using test::FileExists;
-using test::Sjis;
 using test::TempFolder;
 using test::TestRun;
 using Texts = std::vector<std::string>;
@@ -245,39 +240,19 @@ TEST(LineCutter, LinesOfEveryLengthSurviveTheBlocks) {
 }
 
 TEST(ReadWithConversion, MakesACopyOnlyWhereOneIsNeeded) {
-  struct Case {
-    const char* charset_code;
-    std::string bytes;
-    const char* suffix;  // of the copy; nullptr when the file itself is read
-    std::string copy;
-  };
-  const Case cases[] = {
-      {"", "\xE3\x81\x82", nullptr, ""},
-      {kFullAuto, "", nullptr, ""},
-      {kFullAuto, Sjis("あ4"), nullptr, ""},
-      {kFullAuto,
-       "\xE3\x81\x82"
-       "4\nb",
-       "_UTF-8", Sjis("あ4\r\nb\r\n")},
-      {kFullAuto, Wide("a\r\nb"), "_UNICODE", "a\r\nb\r\n"},
-      {"Shift_JIS", "\xE3\x81\x82", nullptr, ""},
-      {"EUC-JP", Wide("4\r\n4"), "_EUC-JP", std::string("4\0\r\n4\0\r\n", 8)},
-      {"UTF-16LE", Wide("44\n44"), "_UTF-16LE", "44\r\n44\r\n"},
-      {"utf-8", "a4\rb\n", "_utf-8", "a4\r\nb\r\n"},
-  };
-  for (const Case& c : cases) {
+  for (const auto& row : test::ReadTable("converted_copies.tsv")) {
     const TempFolder folder;
     TestRun run;
-    run.options.CharsetCode = c.charset_code;
-    const NativePath path = folder.Write("f.txt", c.bytes);
+    run.options.CharsetCode = row[0];
+    const NativePath path = folder.Write("f.txt", row[1]);
     Result<ReadInput> read = ReadWithConversion(run.services, path);
-    ASSERT_TRUE(read.ok()) << c.charset_code;
-    EXPECT_EQ(read.value().shown_path, path + (c.suffix == nullptr ? "" : c.suffix));
-    ASSERT_EQ(read.value().copy.has_value(), c.suffix != nullptr) << c.charset_code;
-    if (c.suffix == nullptr) continue;
+    ASSERT_TRUE(read.ok()) << row[0];
+    EXPECT_EQ(read.value().shown_path, path + row[2]);
+    ASSERT_EQ(read.value().copy.has_value(), !row[2].empty()) << row[0];
+    if (row[2].empty()) continue;
     std::string copy(100, '\0');
     copy.resize(read.value().copy->Read(copy.data(), copy.size()).value());
-    EXPECT_EQ(copy, c.copy) << c.charset_code;
+    EXPECT_EQ(copy, row[3]) << row[0];
   }
 }
 
@@ -375,36 +350,6 @@ TEST(ConvertedCompare, RefusesAFileThatCannotBeConverted) {
   }
 }
 
-// Copies have no name, so nothing that is called like one is in their way or in danger.
-TEST(ConvertedCompare, WhatIsCalledLikeACopyStays) {
-  for (const char* const kind : {"file", "folder", "link", "new file"}) {
-    ConvertedPair run;
-    const NativePath place = run.folder.At("old.txt_UTF-8");
-    const NativePath precious = run.folder.Write("precious", "keep");
-    const std::string_view what = kind;
-    if (what == "file") run.folder.Write("old.txt_UTF-8", "keep");
-    if (what == "folder") std::filesystem::create_directory(place.bytes());
-    if (what == "link") {
-      ASSERT_EQ(symlink(precious.c_str(), place.c_str()), 0);
-    }
-    if (what == "new file") run.request.NewPath = run.folder.Write("old.txt_UTF-8", "keep");
-    run.Run();
-    EXPECT_EQ(run.platform.messages, Texts()) << kind;
-    EXPECT_EQ(run.services.end(), JobEnd::kDifference) << kind;
-    EXPECT_TRUE(what == "folder" || test::ReadFile(place) == "keep") << kind;
-    EXPECT_EQ(run.Names().size(), 5u) << kind;  // and the listing
-  }
-}
-
-TEST(ConvertedCompare, AFileIsEqualToItself) {
-  ConvertedPair run;
-  run.request.NewPath = run.request.OldPath;
-  run.Set("OptNoCngNoOut", "0");
-  run.Run();
-  EXPECT_EQ(run.services.end(), JobEnd::kNoDifference);
-  EXPECT_EQ(run.Names(), (Texts{"new.txt", "old.txt", "old_txt_COMP.TXT"}));
-}
-
 // Any two codes of the sample pair give the same body and counts.
 TEST(ConvertedCompare, TheSamplePairIsTheSameInEveryCode) {
   const std::string examples = LEDRIX_SOURCE_FOLDER "/examples/";
@@ -435,24 +380,6 @@ TEST(ConvertedCompare, TheSamplePairIsTheSameInEveryCode) {
     listing.erase(0, size_t{5} * 188);  // the header above the ruler
     if (body.empty()) body = listing;
     EXPECT_TRUE(listing == body) << sides[i];
-  }
-}
-
-// A pipe is read once, whatever it is judged to be.
-TEST(ConvertedCompare, PipesAreConvertedAsFilesAre) {
-  for (const std::string& bytes : {std::string("\xE3\x81\x82"
-                                               "4\n"),
-                                   Sjis("あ4\n"), std::string()}) {
-    ConvertedPair run;
-    const NativePath pipe = run.folder.At("pipe");
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    run.request.OldPath = pipe;
-    run.request.NewPath = run.folder.Write("new.txt", bytes);
-    std::thread writer([&] { run.folder.Write("pipe", bytes); });
-    run.Run();
-    writer.join();
-    EXPECT_EQ(run.services.end(), JobEnd::kNoDifference);
-    EXPECT_EQ(run.front_end.results.back().substr(0, 16), "    変更なし");
   }
 }
 

@@ -10,57 +10,10 @@ using test::ProgramResult;
 using test::ProgramRun;
 using test::Texts;
 
-constexpr const char* kSettings = "config/ledrix/settings.ini";
 const std::string kControls = "a\x1B[31m\x07\x7F\xC2\x9B表";
 
 ProgramResult Shell(const ProgramRun& run, const std::string& script, Texts environment = {}) {
   return run.Run("/bin/bash", {"-c", script}, {.environment = std::move(environment)});
-}
-
-TEST(ProgramEnds, SettingsThatCannotBeReadAreNoDefaults) {
-  const char* const obstacles[] = {"mkdir -p ", "mkdir -p config/ledrix; mkfifo "};
-  for (const char* const obstacle : obstacles) {
-    ProgramRun run;
-    ASSERT_EQ(Shell(run, std::string(obstacle) + kSettings).status, 0);
-    run.Made();
-    ProgramResult result = run.Console({"compare", "old.txt", "new.txt"});
-    EXPECT_EQ(result.status, 2);
-    EXPECT_NE(result.err.find("--settings none"), std::string::npos) << result.err;
-    EXPECT_EQ(run.Console({"compare", "old.txt", "new.txt", "--settings", kSettings}).status, 2);
-    EXPECT_EQ(run.Made(), Texts());
-    EXPECT_EQ(run.Compare({"old.txt", "new.txt"}).status, 1);
-#ifdef LEDRIX
-    run.Made();
-    result = run.Run(LEDRIX, {"/old", "old.txt", "/new", "new.txt", "/out", "o"},
-                     {.environment = {"DISPLAY=", "WAYLAND_DISPLAY=", "QT_QPA_PLATFORM="}});
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.err.find("ledrix: 設定ファイルを読めません / " + run.At(kSettings) + " / "),
-              0u)
-        << result.err;
-    EXPECT_EQ(run.Made(), Texts{"home/ledrixc.log"});
-    EXPECT_EQ(run.Read("home/ledrixc.log").substr(19),
-              "  SETTINGS ERROR      : " + run.At(kSettings) + "\r\n");
-#endif
-  }
-}
-
-TEST(ProgramEnds, TheRootIsNoFixedFolder) {
-  const ProgramRun run;
-  const ProgramResult result =
-      run.Compare({"old.txt", "new.txt", "--set", "ContOutDir=1", "--set", "ContOutDirPath="});
-  EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.err, "ledrixc: 出力結果ﾌｧｲﾙを出力するﾃﾞｨﾚｸﾄﾘが見つかりません: \n");
-}
-
-TEST(ProgramEnds, ClosedStreamsGetNoOutput) {
-  const ProgramRun run;
-  const std::string command = "'" LEDRIXC "' compare old new --settings none --quiet --csv --out ";
-  ASSERT_EQ(Shell(run, "touch old/single; mkdir x y; " + command + "x/ 2>told").status, 1);
-  ASSERT_NE(run.Read("told"), "");
-  EXPECT_EQ(Shell(run, command + "y/ <&- >&- 2>&-").status, 1);
-  const ProgramResult differs =
-      Shell(run, "cd x; for f in *; do sed s,/x/,/y/,g $f | cmp - ../y/$f; done");
-  EXPECT_EQ(differs.out + differs.err, "");
 }
 
 TEST(ProgramEnds, ATerminalGetsNoControlCharacters) {
@@ -102,6 +55,27 @@ TEST(ProgramEnds, WithoutMemoryItSaysSo) {
 #endif
 
 #ifdef LEDRIX
+constexpr const char* kSettings = "config/ledrix/settings.ini";
+
+TEST(ProgramEnds, SettingsThatCannotBeReadAreNoDefaults) {
+  const char* const obstacles[] = {"mkdir -p ", "mkdir -p config/ledrix; mkfifo "};
+  for (const char* const obstacle : obstacles) {
+    ProgramRun run;
+    ASSERT_EQ(Shell(run, std::string(obstacle) + kSettings).status, 0);
+    run.Made();
+    const ProgramResult result =
+        run.Run(LEDRIX, {"/old", "old.txt", "/new", "new.txt", "/out", "o"},
+                {.environment = {"DISPLAY=", "WAYLAND_DISPLAY=", "QT_QPA_PLATFORM="}});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err.find("ledrix: 設定ファイルを読めません / " + run.At(kSettings) + " / "),
+              0u)
+        << result.err;
+    EXPECT_EQ(run.Made(), Texts{"home/ledrixc.log"});
+    EXPECT_EQ(run.Read("home/ledrixc.log").substr(19),
+              "  SETTINGS ERROR      : " + run.At(kSettings) + "\r\n");
+  }
+}
+
 TEST(ProgramEnds, NoBoxWhereNobodySeesIt) {
   const ProgramRun run;
   ASSERT_EQ(Shell(run, "mkdir config/ledrix").status, 0);

@@ -18,74 +18,41 @@ using test::FileExists;
 using test::Texts;
 using test::TreeRun;
 
-// A chain of folders below the current one, deeper than a path can tell.
-void MakeDeepTree(const NativePath& root) {
-  const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path(root.bytes());
-  const std::string name(250, 'd');
-  for (int depth = 0; depth < 20; ++depth) {
-    ASSERT_EQ(mkdir(name.c_str(), 0700), 0);
-    ASSERT_EQ(chdir(name.c_str()), 0);
-  }
-  std::filesystem::current_path(before);
-}
-
-using Preparation = std::function<void(TreeRun&)>;
-
 // The job yields before it begins, when it enters a folder and before it looks at each entry: at 2
 // the first folder is entered, at 3 its list has been read.
-Preparation RemoveAtYield(const char* path, int number) {
-  return [=](TreeRun& run) {
-    run.platform.at_yield = [&run, path, number](int yield) {
-      if (yield == number) std::filesystem::remove_all(run.folder.At(path).bytes());
-    };
+void RemoveAtYield(TreeRun& run, const char* path, int number) {
+  run.platform.at_yield = [&run, path, number](int yield) {
+    if (yield == number) std::filesystem::remove_all(run.folder.At(path).bytes());
   };
 }
 
-struct FailingTree {
-  const char* name;
-  Preparation prepare;
-  const char* trouble;  // what the last line told begins with, below the test's folder
-  const char* reason;   // and ends with
-};
-
-constexpr const char* kGone = ": ファイルが見つかりません";
-
-std::vector<FailingTree> FailingTrees() {
-  return {
-      {"path too long", [](TreeRun& run) { MakeDeepTree(run.folder.At("old")); }, "/old/dddd",
-       "/: ファイル名が長すぎます"},
-      {"listed folder removed", RemoveAtYield("old/sub", 3), "/old/sub", kGone},
-      {"folder removed when it is entered", RemoveAtYield("old/sub", 5), "/old/sub/: ", kGone},
-      {"folder removed while it is read", RemoveAtYield("old/sub", 6), "/old/sub/: ", kGone},
-      {"root removed",
-       [](TreeRun& run) { std::filesystem::remove_all(run.folder.At("old").bytes()); },
-       "/old/: ", kGone},
-      {"link whose target is too long",
-       [](TreeRun& run) {
-         const std::string target = "../" + std::string(300, 'x');
-         ASSERT_EQ(symlink(target.c_str(), run.folder.At("old/link").c_str()), 0);
-       },
-       "/old/link: ", ": ファイル名が長すぎます"},
+TEST(DirJobs, FailAsAWholeWhenAFolderVanishes) {
+  struct Case {
+    const char* folder;
+    int yield;
+    const char* trouble;  // what the last line told begins with, below the test's folder
   };
-}
-
-TEST(DirJobs, FailAsAWholeWhenATreeCannotBeWalked) {
-  for (const FailingTree& c : FailingTrees()) {
-    for (const bool is_compare : {false, true}) {
+  const Case cases[] = {
+      {"old", 1, "/old/: "},  // before the job begins
+      {"old/sub", 3, "/old/sub"},
+      {"old/sub", 5, "/old/sub/: "},  // when it is entered
+      {"old/sub", 6, "/old/sub/: "},  // while it is read
+  };
+  for (const Case& c : cases) {
+    for (const JobKind kind : {JobKind::kDirEdit, JobKind::kDirComp}) {
       TreeRun run;
       run.File("old/a", 1);
       run.File("old/sub/f", 1);
-      if (!is_compare) run.request.JobKind = JobKind::kDirEdit;
+      run.request.JobKind = kind;
       run.folder.Write("d.lst", "of an earlier run");
-      c.prepare(run);
-      EXPECT_EQ(run.Result(), "    エラー") << c.name;
-      EXPECT_FALSE(FileExists(run.request.OutPath)) << c.name;
-      EXPECT_EQ(run.services.end(), JobEnd::kTrouble) << c.name;
-      ASSERT_FALSE(run.platform.troubles.empty()) << c.name;
+      RemoveAtYield(run, c.folder, c.yield);
+      EXPECT_EQ(run.Result(), "    エラー") << c.yield;
+      EXPECT_FALSE(FileExists(run.request.OutPath)) << c.yield;
+      EXPECT_EQ(run.services.end(), JobEnd::kTrouble) << c.yield;
+      ASSERT_FALSE(run.platform.troubles.empty()) << c.yield;
       const std::string& told = run.platform.troubles.back();
       EXPECT_TRUE(told.starts_with(run.folder.path() + c.trouble)) << told;
-      EXPECT_TRUE(told.ends_with(c.reason)) << told;
+      EXPECT_TRUE(told.ends_with(": ファイルが見つかりません")) << told;
     }
   }
 }
@@ -118,7 +85,7 @@ TEST(DirJobs, LeaveOutAFileThatVanishes) {
     TreeRun run;
     for (const char* name : {"old/a", "old/b", "new/a"}) run.File(name, 1);
     if (!is_compare) run.request.JobKind = JobKind::kDirEdit;
-    RemoveAtYield("old/b", 3)(run);
+    RemoveAtYield(run, "old/b", 3);
     EXPECT_EQ(run.Result(),
               is_compare ? "    UnMatch=    0 OLD=    1 NEW=    1 Rep=    0 Add=    0 Del=    0"
                          : "    FileCount:1");
@@ -128,63 +95,18 @@ TEST(DirJobs, LeaveOutAFileThatVanishes) {
   }
 }
 
-TEST(DirJobs, DoNotListTheirOwnOutput) {
-  for (const char* out : {"old/out", "old/link", "old/hard"}) {
-    TreeRun run;
-    run.File("old/a", 1);
-    run.File("new/a", 1);
-    run.File("old/out", 1);
-    std::filesystem::create_symlink("out", run.folder.At("old/link").bytes());
-    std::filesystem::create_hard_link(run.folder.At("old/out").bytes(),
-                                      run.folder.At("old/hard").bytes());
-    run.request.OutPath = run.folder.At(out);
-    EXPECT_EQ(run.Result(), "    UnMatch=    0 OLD=    1 NEW=    1 Rep=    0 Add=    0 Del=    0");
-    run.request.JobKind = JobKind::kDirEdit;
-    EXPECT_EQ(run.Result(), "    FileCount:1");
-  }
-}
-
 TEST(DirComp, NamesThatDifferInWhatShiftJisLacksStayApart) {
-  struct Case {
-    const char* name;
-    const char* old_file;
-    const char* new_file;
-    CompareRange range;
-    const char* settings;
-    bool pairs;
-    bool pairs_with_snapshot;
-    int replaced;  // names that a compare of the trees lists with "?"
-  };
-  constexpr CompareRange kCurrent = CompareRange::kCurrentPath;
-  const Case cases[] = {
-      {"letters", "承認é.txt", "承認è.txt", kCurrent, "", false, true, 2},
-      {"the same letter", "承認é.txt", "承認é.txt", kCurrent, "", true, true, 0},
-      {"letter case ignored", "É", "é", kCurrent, "", true, true, 0},
-      {"letter case told apart", "É", "é", kCurrent, "DCompBinary=1", false, true, 2},
-      {"kana folded", "ｱé", "アé", kCurrent, "DCompKana=0", true, true, 0},
-      {"a question mark", "é", "?", kCurrent, "", false, true, 1},
-      {"a question mark, kana folded", "é", "?", kCurrent, "DCompKana=0", false, true, 1},
-      {"a letter whose capital Shift_JIS holds", "µ", "m", kCurrent, "", false, false, 1},
-      {"bytes that are no UTF-8", "\xFF", "\xFE", kCurrent, "", false, true, 2},
-      {"line ends and backslashes", "a\nb", "a\\b", kCurrent, "", false, true, 0},
-      {"a yen sign", "a¥b", "a\\b", kCurrent, "", false, true, 1},
-      {"folders", "é/x", "è/x", kCurrent, "", false, true, 2},
-      {"folders, no path", "é/x", "è/x", CompareRange::kNoPath, "", true, true, 0},
-  };
-  for (const Case& c : cases) {
+  for (const auto& row : test::ReadTable("replaced_names.tsv")) {
     TreeRun run;
-    run.SetAll(c.settings);
-    run.request.CompareRange = c.range;
-    run.File(std::string("old/") + c.old_file, 1);
-    run.File(std::string("new/") + c.new_file, 1);
+    run.SetAll(row[3]);
+    run.request.CompareRange =
+        row[2] == "none" ? CompareRange::kNoPath : CompareRange::kCurrentPath;
+    run.File("old/" + row[0], 1);
+    run.File("new/" + row[1], 1);
     const std::string counts = run.Result();
-    EXPECT_EQ(counts.find("UnMatch=    0") != std::string::npos, c.pairs) << c.name << counts;
-    Texts told;
-    if (c.replaced > 0) {
-      told.push_back(std::to_string(c.replaced) +
-                     " 件の名前に Shift_JIS にない文字があり ? で書きました");
-    }
-    EXPECT_EQ(run.platform.troubles, told) << c.name;
+    EXPECT_EQ(counts.find("UnMatch=    0") != std::string::npos, row[4] == "yes") << row[0];
+    const std::string told = row[6] + " 件の名前に Shift_JIS にない文字があり ? で書きました";
+    EXPECT_EQ(run.platform.troubles, row[6] == "0" ? Texts{} : Texts{told}) << row[0];
 
     // A tree never differs from its own snapshot.
     const NativePath old_path = run.request.OldPath;
@@ -196,7 +118,7 @@ TEST(DirComp, NamesThatDifferInWhatShiftJisLacksStayApart) {
     for (const NativePath& path : {old_path, new_path}) {
       run.request.NewPath = path;
       const bool pairs = run.Result().find("UnMatch=    0") != std::string::npos;
-      EXPECT_EQ(pairs, path == old_path || c.pairs_with_snapshot) << c.name;
+      EXPECT_EQ(pairs, path == old_path || row[5] == "yes") << row[0];
     }
   }
 }

@@ -124,16 +124,5 @@ TEST(PatternSlots, ASaveReplacesTheFileOnce) {
   EXPECT_EQ(replacements, 1);
 }
 
-TEST(SettingsStore, ManySectionsCostNoSeconds) {
-  const TempFolder folder;
-  std::string bytes;
-  for (int i = 0; i < 200'000; ++i) bytes += "[" + std::to_string(i) + "]\nk=v\n";
-  SettingsStore store(folder.Write("s", bytes));
-  const time_t start = time(nullptr);
-  ASSERT_TRUE(store.Load().ok());
-  EXPECT_LT(time(nullptr) - start, 10);
-  EXPECT_EQ(store.ReadSetting("199999", "k", ""), "v");
-}
-
 }  // namespace
 }  // namespace ledrix
