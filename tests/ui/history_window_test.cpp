@@ -45,9 +45,9 @@ struct History {
     return names;
   }
 
-  LedrixFr window{log, store, 1, [this](int side, const NativePath& path) {
+  LedrixFr window{log, store, Side::kNew, [this](Side side, const NativePath& path) {
                     const std::string name = path.bytes().substr(folder.path().size());
-                    opened.push_back(std::to_string(side) + name);
+                    opened.push_back(std::to_string(IndexOf(side)) + name);
                   }};
   QTreeWidget& List() { return *Find<QTreeWidget>(window, "DirList"); }
   void Select(int row) { List().setCurrentItem(List().topLevelItem(row)); }
@@ -149,7 +149,7 @@ TEST(HistoryWindow, KeepsItsSize) {
   for (const auto& [stored, width] : widths) {
     History history;
     if (!stored.empty()) history.store.WriteSetting("Settings", "LViewWidth", stored);
-    EXPECT_EQ(LedrixFr(history.log, history.store, 0, {}).width(), width) << stored;
+    EXPECT_EQ(LedrixFr(history.log, history.store, Side::kOld, {}).width(), width) << stored;
   }
   for (const bool by_box : {false, true}) {
     History history;

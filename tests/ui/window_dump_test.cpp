@@ -27,7 +27,7 @@ TEST(Windows, HoldTheirControls) {
   int tab = 0;
   ExpectDump(run, "options_dialog", DumpWindow(LedrixFo(run.options, patterns, run.platform, tab)));
   RunLog log(run.home.At(""), run.platform);
-  ExpectDump(run, "history_window", DumpWindow(LedrixFr(log, run.store, 0, {})));
+  ExpectDump(run, "history_window", DumpWindow(LedrixFr(log, run.store, Side::kOld, {})));
   ExpectDump(run, "version_window", DumpWindow(LedrixFv(LedrixFv::Use::kOnDemand, run.actions)));
   ExpectDump(run, "splash", DumpWindow(LedrixFv(LedrixFv::Use::kSplash, run.actions)));
 }
