@@ -18,7 +18,7 @@ std::string WithoutControls(std::string_view text) {
   return shown;
 }
 
-std::string ShownOn(int descriptor, std::string text) {
+std::string ShownOn(int descriptor, const std::string& text) {
   return isatty(descriptor) == 1 ? WithoutControls(text) : text;
 }
 

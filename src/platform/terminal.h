@@ -12,6 +12,6 @@ std::string WithoutControls(std::string_view text);
 
 // The text as it may be written to a descriptor: WithoutControls where that is a terminal, the same
 // bytes anywhere else. A name in it may hold anything.
-std::string ShownOn(int descriptor, std::string text);
+std::string ShownOn(int descriptor, const std::string& text);
 
 }  // namespace ledrix

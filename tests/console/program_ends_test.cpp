@@ -38,8 +38,8 @@ TEST(ProgramEnds, ATerminalGetsNoControlCharacters) {
 #ifndef __SANITIZE_ADDRESS__
 TEST(ProgramEnds, WithoutMemoryItSaysSo) {
   const ProgramRun run;
-  run.File("o", std::string(20'000'000, 'a'));
-  run.File("n", std::string(20'000'001, 'b'));
+  run.File("o", test::Repeat("a", 20'000'000));
+  run.File("n", test::Repeat("b", 20'000'001));
   int lacking = 0;
   for (int kilobytes = 14'000; kilobytes < 70'000; kilobytes += 1'700) {
     const ProgramResult result =

@@ -139,7 +139,7 @@ TEST(DirComp, NamesOfOneKeyPairByTheirOwnCharacters) {
 }
 
 TEST(LocalTime, AStampThatCannotBeWrittenIsReadBackEqual) {
-  constexpr time_t kTwoDays = 2 * 86400;
+  constexpr time_t kTwoDays = time_t{2} * 86400;
   constexpr time_t kFirst = -62'135'596'800;  // 0001/01/01 in Greenwich
   constexpr time_t kEnd = 253'402'268'400;    // 10000/01/01 in Japan
   const time_t stamps[] = {-99'999'999'999,
