@@ -20,7 +20,9 @@ Result<std::string> ReadHead(const NativePath& path) {
   if (!file.ok()) return file.error();
   LineCutter cutter(file.value());
   const std::string head(cutter.Peek(modJudgeCode::kDecidingBytes));
-  if (!cutter.failure().ok()) return cutter.failure().error();
+  Status failure = cutter.failure();
+  failure.KeepFirst(CheckUnchanged(path, file.value().info()));
+  if (!failure.ok()) return failure.error();
   return head;
 }
 

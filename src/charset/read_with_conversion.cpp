@@ -6,7 +6,8 @@
 
 #include "charset/judge_code.h"
 #include "platform/files.h"
-#include "platform/nameless_file.h"
+#include "platform/output_file.h"
+#include "platform/temporary_copy.h"
 
 namespace ledrix {
 namespace {
@@ -34,7 +35,7 @@ class Conversion {
   }
 
  private:
-  ReadInput AsItIs() const { return {path_, std::nullopt, {}}; }
+  ReadInput AsItIs() const { return {path_, std::nullopt, file_.info(), {}}; }
   bool is_regular() const { return file_.info().kind == FileKind::kRegular; }
 
   void Judge() {
@@ -61,7 +62,7 @@ class Conversion {
     Result<InputFile> readable = ReadBack(std::move(copy.value()));
     if (!readable.ok()) return readable.error();
     services_.SetBarText("");
-    return ReadInput{std::move(shown_path), std::move(readable.value()),
+    return ReadInput{std::move(shown_path), std::move(readable.value()), file_.info(),
                      converts ? converter_->loss() : ConversionLoss()};
   }
 
@@ -110,7 +111,8 @@ class Conversion {
 }  // namespace
 
 Result<ReadInput> ReadWithConversion(RunServices& services, const NativePath& path) {
-  if (services.options().CharsetCode.empty()) return ReadInput{path, std::nullopt, {}};
+  if (services.options().CharsetCode.empty())
+    return ReadInput{path, std::nullopt, std::nullopt, {}};
   Result<InputFile> file = InputFile::Open(path);
   if (!file.ok()) return file.error();
   services.platform().YieldBetweenBlocks(file.value());

@@ -20,6 +20,7 @@ namespace ledrix {
 struct ReadInput {
   NativePath shown_path;          // what outputs call it
   std::optional<InputFile> copy;  // to be read in place of the file; nothing: the file itself
+  std::optional<FileInfo> seen;   // the file as it was when reading began, if it did
   ConversionLoss loss;            // what became "?" in the copy
 };
 

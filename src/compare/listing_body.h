@@ -5,7 +5,7 @@
 #include "compare/difference.h"
 #include "compare/listing_format.h"
 #include "compare/side_outputs.h"
-#include "platform/files.h"
+#include "platform/output_file.h"
 #include "run/run_services.h"
 
 namespace ledrix::modComp {

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "compare/listing_format.h"
-#include "platform/files.h"
 #include "platform/local_time.h"
+#include "platform/output_file.h"
 #include "run/run_services.h"
 #include "settings/compare_options.h"
 #include "text/sjis_text.h"

@@ -60,8 +60,8 @@ class PairCompare {
       : services_(services),
         job_(services.job()),
         files_(job_.files),
-        old_side_{files_.OldPath, std::nullopt, {}},
-        new_side_{files_.NewPath, std::nullopt, {}},
+        old_side_{files_.OldPath, std::nullopt, std::nullopt, {}},
+        new_side_{files_.NewPath, std::nullopt, std::nullopt, {}},
         options_(services.options()),
         format_(options_),
         outputs_(services, options_) {}
@@ -87,6 +87,7 @@ class PairCompare {
   void WriteSummary();
   // Runs the loop to the end of both files; false when it was stopped or an output failed.
   bool RunCompareLoop(Difference& difference);
+  void CheckInput(const NativePath& path, const ReadInput& side, const LineRing& ring);
   bool LossesHideADifference();
   // Tells of each side how many of its characters became "?".
   void TellLosses();
@@ -146,9 +147,7 @@ bool PairCompare::Skips() {
   const FileInfo& a = old_info.value();
   const FileInfo& b = new_info.value();
   both_regular_ = a.kind == FileKind::kRegular && b.kind == FileKind::kRegular;
-  const bool same = both_regular_ && a.size == b.size && a.modified.tv_sec == b.modified.tv_sec &&
-                    a.modified.tv_nsec == b.modified.tv_nsec;
-  if (!same) return false;
+  if (!both_regular_ || !HaveSameStamp(a, b)) return false;
   if (job_.skip_rule == SkipRule::kSameContents && !HaveSameContents()) return false;
   ended_early_ = PairEnd::kSkipped;
   outputs_.RemoveListing();
@@ -161,7 +160,9 @@ bool PairCompare::HaveSameContents() {
   Result<InputFile> new_file = InputFile::OpenRegular(files_.NewPath);
   if (!old_file.ok() || !new_file.ok()) return false;
   services_.platform().YieldBetweenBlocks(old_file.value());
-  return SameContents(old_file.value(), new_file.value());
+  return SameContents(old_file.value(), new_file.value()) &&
+         CheckUnchanged(files_.OldPath, old_file.value().info()).ok() &&
+         CheckUnchanged(files_.NewPath, new_file.value().info()).ok();
 }
 
 bool PairCompare::ConvertInput(const NativePath& path, ReadInput& side, const char* title) {
@@ -188,6 +189,7 @@ std::optional<InputFile> PairCompare::OpenInput(const NativePath& path, ReadInpu
   Result<InputFile> file = both_regular_ ? InputFile::OpenRegular(path) : InputFile::Open(path);
   if (file.ok()) {
     services_.platform().YieldBetweenBlocks(file.value());
+    if (!side.seen) side.seen = file.value().info();
     return std::move(file.value());
   }
   FailToOpen(title, "INFILE:", file.error(), path);
@@ -215,11 +217,9 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
   const bool ended = RunCompareLoop(difference);
   counts_.old_lines = old_ring.lines_read();
   counts_.new_lines = new_ring.lines_read();
-  for (const auto& [ring, path] :
-       {std::pair(&old_ring, &files_.OldPath), std::pair(&new_ring, &files_.NewPath)}) {
-    if (ring->failure().ok() || ended_early_ == PairEnd::kStopped) continue;
-    services_.ReportFileTrouble(*path, ring->failure().error());
-    Fail();
+  if (ended_early_ != PairEnd::kStopped) {
+    CheckInput(files_.OldPath, old_side_, old_ring);
+    CheckInput(files_.NewPath, new_side_, new_ring);
   }
   if (ended_early_ == PairEnd::kFailed) {
     outputs_.Discard();
@@ -235,6 +235,15 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
     if (counts_.total() == 0) outputs_.Drop();
   }
   if (!outputs_.Close()) Fail();
+}
+
+// A file that could not be read to its end, or that is no longer what was read, has no result.
+void PairCompare::CheckInput(const NativePath& path, const ReadInput& side, const LineRing& ring) {
+  Status failure = ring.failure();
+  if (side.seen) failure.KeepFirst(CheckUnchanged(path, *side.seen));
+  if (failure.ok()) return;
+  services_.ReportFileTrouble(path, failure.error());
+  Fail();
 }
 
 // Two texts that read the same only because different characters became "?" are not the same.

@@ -49,14 +49,17 @@ std::optional<OutputFailure> PairOutputs::Claim() {
 std::optional<OutputFailure> PairOutputs::Create() {
   // Most pairs of a multiple compare are equal; their listings need not be made to be removed.
   const auto create = drops_unchanged_ ? OutputFile::CreateWhenNeeded : OutputFile::Create;
-  if (auto failed = CreateOne(names_.OutPath, kListingTitle, listing_, create)) return failed;
-  if (job_.outputs.OptSbnList) {
-    auto failed =
+  auto failed = CreateOne(names_.OutPath, kListingTitle, listing_, create);
+  if (!failed && job_.outputs.OptSbnList) {
+    failed =
         CreateOne(names_.SbnPath, kDifferenceTitle, sides_.difference_file, OutputFile::Create);
-    if (failed) return failed;
   }
-  if (!job_.outputs.OptMrgSrc) return std::nullopt;
-  return CreateOne(names_.MrgPath, kMergeTitle, sides_.merge_source, OutputFile::Create);
+  if (!failed && job_.outputs.OptMrgSrc) {
+    failed = CreateOne(names_.MrgPath, kMergeTitle, sides_.merge_source, OutputFile::Create);
+  }
+  // Those that could be created stand empty beside the one that could not.
+  if (failed) Close();
+  return failed;
 }
 
 std::optional<OutputFailure> PairOutputs::CreateOne(

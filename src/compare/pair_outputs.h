@@ -7,7 +7,7 @@
 
 #include "compare/side_outputs.h"
 #include "platform/error.h"
-#include "platform/files.h"
+#include "platform/output_file.h"
 #include "run/run_services.h"
 #include "settings/compare_options.h"
 

@@ -15,7 +15,7 @@
 #include <string>
 
 #include "compare/prepare_line.h"
-#include "platform/files.h"
+#include "platform/output_file.h"
 #include "run/run_services.h"
 #include "text/sjis_text.h"
 

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "dircomp/dir_side.h"
-#include "platform/files.h"
 #include "platform/local_time.h"
+#include "platform/output_file.h"
 #include "settings/dir_compare_options.h"
 #include "text/sjis_text.h"
 

@@ -118,6 +118,7 @@ std::optional<std::string> DirSide::Expand(const Expansion& expansion) {
 
 std::optional<std::string> DirSide::ExpandFile(const Expansion& expansion) {
   const std::string path_text = PathToUtf8(path_);
+  const FileInfo seen = file_->info();
   DirInfoReader reader(std::move(*file_));
   const std::optional<std::string> root_name = reader.ReadRootName();
   if (!reader.failure().ok()) return path_text + ": " + DescribeError(reader.failure().error());
@@ -130,8 +131,11 @@ std::optional<std::string> DirSide::ExpandFile(const Expansion& expansion) {
       case DirInfoReader::Outcome::kRecord:
         Add(record, {}, expansion.rules);
         break;
-      case DirInfoReader::Outcome::kEnd:
-        return std::nullopt;
+      case DirInfoReader::Outcome::kEnd: {
+        const Status changed = CheckUnchanged(path_, seen);
+        if (changed.ok()) return std::nullopt;
+        return path_text + ": " + DescribeError(changed.error());
+      }
       case DirInfoReader::Outcome::kFailed:
         if (!reader.failure().ok()) {
           return path_text + ": " + DescribeError(reader.failure().error());

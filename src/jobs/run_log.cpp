@@ -4,6 +4,9 @@
 #include <optional>
 
 #include "platform/files.h"
+#include "platform/folder_lock.h"
+#include "platform/output_file.h"
+#include "platform/replacement.h"
 #include "text/ascii.h"
 #include "text/code_page_932.h"
 #include "text/utf8.h"
@@ -66,6 +69,7 @@ std::optional<HistoryEntry> ReadLine(std::string_view line, const LocalTime& now
 }
 
 void AppendLine(const NativePath& path, const SjisText& line) {
+  const FolderLock lock(DirOf(path));
   Result<OutputFile> file = OutputFile::Append(path);
   if (!file.ok()) return;
   file.value().Write(line.bytes() + "\r\n");
@@ -105,6 +109,11 @@ std::vector<HistoryEntry> RunLog::LoadHistory() {
 }
 
 void RunLog::SaveHistory(std::vector<HistoryEntry> entries) {
+  const FolderLock lock(DirOf(log_path_));
+  ReplaceEntries(std::move(entries));
+}
+
+void RunLog::ReplaceEntries(std::vector<HistoryEntry> entries) {
   const Status unread = ReadWholeFile(log_path_).status();
   if (!unread.ok() && !unread.error().IsMissing()) return;
   std::vector<SortedEntry> sorted = WithKeys(std::move(entries));
@@ -117,6 +126,8 @@ void RunLog::SaveHistory(std::vector<HistoryEntry> entries) {
 }
 
 void RunLog::CompactHistory() {
+  const FolderLock lock(DirOf(log_path_));
+  RemoveOldReplacements(log_path_);
   std::vector<SortedEntry> entries = WithKeys(LoadHistory());
   // Of neighbours with one folder the last is the newest.
   std::vector<SortedEntry> newest;
@@ -128,7 +139,7 @@ void RunLog::CompactHistory() {
     return a.entry.date_text > b.entry.date_text;
   });
   if (newest.size() > kFoldersKept) newest.resize(kFoldersKept);
-  SaveHistory(WithoutKeys(std::move(newest)));
+  ReplaceEntries(WithoutKeys(std::move(newest)));
 }
 
 void RunLog::WriteDebugLog(const std::string& text) {

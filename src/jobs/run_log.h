@@ -20,6 +20,7 @@ struct HistoryEntry {
   std::string date_text;  // "yyyy/mm/dd hh:mm:ss"
 };
 
+// Programs that run at the same time write it one after the other.
 class RunLog {
  public:
   // `program_folder` ends in a separator; `platform` must outlive the log.
@@ -44,6 +45,9 @@ class RunLog {
   void WriteDebugLog(const std::string& text);
 
  private:
+  // REQUIRES: the log's folder is locked.
+  void ReplaceEntries(std::vector<HistoryEntry> entries);
+
   NativePath log_path_;
   NativePath debug_path_;
   PlatformServices& platform_;

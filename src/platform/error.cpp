@@ -63,6 +63,8 @@ std::string DescribeError(const Error& error) {
       return "フォルダに書き込めないため、変換用の写しを作れません";
     case ErrorKind::kWrittenByJob:
       return "この実行で既に出力したファイルです";
+    case ErrorKind::kChanged:
+      return "処理中に変更されたか、なくなりました";
     case ErrorKind::kCharset:
       return "この文字コードは使用できません";
   }

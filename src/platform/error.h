@@ -18,6 +18,7 @@ enum class ErrorKind {
   kOutputTwice,     // two outputs of one pair would be the same file
   kFolderIsLocked,  // a file cannot be made in the folder, whatever its own rights
   kWrittenByJob,    // the running job has written this file already
+  kChanged,         // a file is no longer what it was when the job began to read it
   kCharset,         // no converter knows the charset
 };
 

@@ -4,11 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <memory>
 
 #include "platform/files.h"
+#include "platform/replacement.h"
 
 namespace ledrix {
 namespace {
@@ -22,12 +21,8 @@ Status CopyBytes(const FileDescriptor& from, const FileDescriptor& to,
     const ssize_t size = read(from.number(), buffer.get(), kBlockSize);
     if (size < 0) return LastError();
     if (size == 0) return Status();
-    for (ssize_t done = 0; done < size;) {
-      const ssize_t count =
-          write(to.number(), buffer.get() + done, static_cast<size_t>(size - done));
-      if (count < 0) return LastError();
-      done += count;
-    }
+    const Status failed = WriteAll(to, {buffer.get(), static_cast<size_t>(size)});
+    if (!failed.ok()) return failed;
   }
 }
 
@@ -52,15 +47,12 @@ Status CopyFile(const NativePath& from, const NativePath& to,
     const bool same = target.st_dev == status.st_dev && target.st_ino == status.st_ino;
     if (same) return Error{ErrorKind::kInputAsOutput};
   }
-  std::string temporary = to.bytes() + ".XXXXXX";
-  FileDescriptor copy(mkostemp(temporary.data(), O_CLOEXEC));
-  if (!copy.is_open()) return LastError();
-  Status failure = CopyBytes(source, copy, on_block);
-  if (failure.ok()) failure = CopyAttributes(status, copy);
-  failure.KeepFirst(copy.Close());
-  if (failure.ok() && rename(temporary.c_str(), to.c_str()) != 0) failure = LastError();
-  if (!failure.ok()) unlink(temporary.c_str());
-  return failure;
+  Result<Replacement> copy = Replacement::Begin(to);
+  if (!copy.ok()) return copy.error();
+  Status failure = CopyBytes(source, copy.value().descriptor(), on_block);
+  if (failure.ok()) failure = CopyAttributes(status, copy.value().descriptor());
+  if (failure.ok()) failure = CheckUnchanged(from, ToFileInfo(status));
+  return failure.ok() ? copy.value().Commit(false) : failure;
 }
 
 }  // namespace ledrix

@@ -12,20 +12,7 @@
 
 namespace ledrix {
 
-Error LastError() {
-  return Error::System(errno);
-}
-
 namespace {
-
-Status WriteAll(const FileDescriptor& descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t count = ::write(descriptor.number(), bytes.data(), bytes.size());
-    if (count < 0) return LastError();
-    bytes.remove_prefix(static_cast<size_t>(count));
-  }
-  return Status();
-}
 
 Status RefuseUnreadable(const FileInfo& info) {
   if (info.kind == FileKind::kFolder) return Error{ErrorKind::kFolder};
@@ -33,21 +20,12 @@ Status RefuseUnreadable(const FileInfo& info) {
   return Status();
 }
 
+}  // namespace
+
 Status RefuseIrregular(const FileInfo& info) {
   if (info.kind == FileKind::kPipe) return Error{ErrorKind::kPipe};
   return RefuseUnreadable(info);
 }
-
-// Gives the file that replaces another one its mode and, as far as the system allows, its owner.
-Status TakeOver(const FileDescriptor& descriptor, const struct stat& replaced) {
-  // A group that can be kept is kept without the owner as well. Setting either clears mode bits.
-  constexpr auto kSameOwner = static_cast<uid_t>(-1);
-  static_cast<void>(fchown(descriptor.number(), replaced.st_uid, replaced.st_gid) == 0 ||
-                    fchown(descriptor.number(), kSameOwner, replaced.st_gid) == 0);
-  return fchmod(descriptor.number(), replaced.st_mode & 07777) == 0 ? Status() : LastError();
-}
-
-}  // namespace
 
 FileInfo ToFileInfo(const struct stat& status) {
   FileInfo info;
@@ -129,24 +107,12 @@ Status MakePrivateFolder(const NativePath& path) {
   return Status();
 }
 
-Status ReplaceFile(const NativePath& path, std::string_view bytes) {
-  const NativePath real = RealPath(path);
-  const NativePath& target = real.empty() ? path : real;
-  struct stat replaced {};
-  const bool replaces = stat(target.c_str(), &replaced) == 0;
-  if (replaces) {
-    if (const Status refused = RefuseIrregular(ToFileInfo(replaced)); !refused.ok()) return refused;
-  }
-  std::string temporary = target.bytes() + ".XXXXXX";
-  FileDescriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
-  if (!descriptor.is_open()) return LastError();
-  Status failure = WriteAll(descriptor, bytes);
-  if (failure.ok() && replaces) failure = TakeOver(descriptor, replaced);
-  if (failure.ok() && fsync(descriptor.number()) != 0) failure = LastError();
-  failure.KeepFirst(descriptor.Close());
-  if (failure.ok() && rename(temporary.c_str(), target.c_str()) != 0) failure = LastError();
-  if (!failure.ok()) unlink(temporary.c_str());
-  return failure;
+Status CheckUnchanged(const NativePath& path, const FileInfo& seen) {
+  if (seen.kind != FileKind::kRegular) return Status();
+  const Result<FileInfo> now = GetFileInfo(path);
+  if (!now.ok() && !now.error().IsMissing()) return now.error();
+  const bool same = now.ok() && IsSameFile(now.value(), seen) && HaveSameStamp(now.value(), seen);
+  return same ? Status() : Status(Error{ErrorKind::kChanged});
 }
 
 Result<std::string> ReadWholeFile(const NativePath& path) {
@@ -165,17 +131,6 @@ Result<std::string> ReadWholeFile(const NativePath& path) {
     bytes.resize(size + count.value());
     if (count.value() == 0) return bytes;
   }
-}
-
-FileDescriptor::~FileDescriptor() {
-  if (is_open()) ::close(number_);
-}
-
-Status FileDescriptor::Close() {
-  if (!is_open()) return Status();
-  const int result = ::close(std::exchange(number_, -1));
-  // After EINTR the descriptor is closed all the same.
-  return result == 0 || errno == EINTR ? Status() : Status(LastError());
 }
 
 Result<InputFile> InputFile::Open(const NativePath& path) {
@@ -231,111 +186,6 @@ bool SameContents(InputFile& a, InputFile& b) {
     }
     if (done != size.value() || std::memcmp(block_a.get(), block_b.get(), done) != 0) return false;
     if (done == 0) return true;
-  }
-}
-
-Result<FileDescriptor> OutputFile::Open(const NativePath& path, int flags, unsigned mode) {
-  FileDescriptor descriptor(
-      ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY | flags, mode));
-  if (!descriptor.is_open()) return LastError();
-  return descriptor;
-}
-
-Result<OutputFile> OutputFile::Make(const NativePath& path, Result<FileDescriptor> descriptor) {
-  if (!descriptor.ok()) return descriptor.error();
-  return OutputFile(path, std::move(descriptor.value()));
-}
-
-Result<OutputFile> OutputFile::Create(const NativePath& path) {
-  return Make(path, Open(path, O_TRUNC, 0666));
-}
-
-Result<OutputFile> OutputFile::CreateWhenNeeded(const NativePath& path) {
-  struct stat status {};
-  const bool is_new = lstat(path.c_str(), &status) != 0 && errno == ENOENT;
-  if (!is_new || access(DirOf(path).c_str(), W_OK | X_OK) != 0) return Create(path);
-  OutputFile file(path, FileDescriptor());
-  file.is_waiting_ = true;
-  return file;
-}
-
-Result<OutputFile> OutputFile::Append(const NativePath& path) {
-  const Result<FileInfo> info = GetFileInfo(path);
-  if (info.ok()) {
-    if (const Status refused = RefuseIrregular(info.value()); !refused.ok()) return refused.error();
-  }
-  return Make(path, Open(path, O_APPEND, 0666));
-}
-
-void OutputFile::CreateNow() {
-  is_waiting_ = false;
-  Result<FileDescriptor> descriptor = Open(path_, O_TRUNC, 0666);
-  if (descriptor.ok()) {
-    descriptor_ = std::move(descriptor.value());
-  } else {
-    failure_ = descriptor.error();
-  }
-}
-
-void OutputFile::Buffer(std::string_view bytes) {
-  if (bytes.empty()) return;
-  std::memcpy(buffer_.get() + used_, bytes.data(), bytes.size());
-  used_ += bytes.size();
-}
-
-void OutputFile::MakeRoom() {
-  Flush();
-  if (capacity_ < kBufferSize) {
-    buffer_ = std::make_unique_for_overwrite<char[]>(kBufferSize);
-    capacity_ = kBufferSize;
-  }
-  if (on_block_) on_block_();
-}
-
-void OutputFile::WriteThrough(std::string_view bytes) {
-  MakeRoom();
-  if (bytes.size() <= kBufferSize) {
-    Buffer(bytes);
-  } else {
-    WriteAll(bytes);
-  }
-}
-
-void OutputFile::WriteAll(std::string_view bytes) {
-  if (is_waiting_) CreateNow();
-  if (failure_.ok()) failure_ = ledrix::WriteAll(descriptor_, bytes);
-}
-
-void OutputFile::Flush() {
-  WriteAll({buffer_.get(), used_});
-  used_ = 0;
-}
-
-Status OutputFile::Close() {
-  if (is_waiting_ || descriptor_.is_open()) {
-    Flush();
-    failure_.KeepFirst(descriptor_.Close());
-  }
-  return failure_;
-}
-
-Result<FileDescriptor> OutputFile::Release() {
-  Flush();
-  if (!failure_.ok()) return failure_.error();
-  return std::move(descriptor_);
-}
-
-void OutputFile::Discard() {
-  descriptor_.Close().Ignore();
-  used_ = 0;
-  if (std::exchange(is_waiting_, false)) return;
-  // Through a link the file itself is removed and not the link.
-  struct stat status {};
-  if (lstat(path_.c_str(), &status) != 0) return;
-  if (S_ISREG(status.st_mode)) {
-    unlink(path_.c_str());
-  } else if (S_ISLNK(status.st_mode)) {
-    RemoveFile(RealPath(path_)).Ignore();
   }
 }
 

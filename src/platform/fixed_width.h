@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/files.h"
+#include "platform/output_file.h"
 #include "text/sjis_text.h"
 
 namespace ledrix {

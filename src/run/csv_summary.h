@@ -12,7 +12,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/files.h"
+#include "platform/output_file.h"
 #include "run/pair_result.h"
 #include "text/sjis_text.h"
 

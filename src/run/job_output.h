@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "platform/output_file.h"
 #include "run/pair_result.h"
 #include "run/run_services.h"
 #include "text/sjis_text.h"

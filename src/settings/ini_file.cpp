@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "platform/replacement.h"
 #include "text/ascii.h"
 #include "text/code_page_932.h"
 

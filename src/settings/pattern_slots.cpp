@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "platform/replacement.h"
 #include "settings/ini_file.h"
 #include "settings/option_draft.h"
 #include "text/ascii.h"
@@ -24,6 +25,7 @@ NativePath PatternSlots::FileOf(size_t n) const {
 }
 
 Status PatternSlots::LoadPattern(size_t n) {
+  RemoveOldReplacements(FileOf(n));
   clsIniFile file;
   file.pFileName(FileOf(n));
   if (const Status unread = file.CheckReadable(); !unread.ok()) return unread;

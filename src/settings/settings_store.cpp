@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/files.h"
+#include "platform/replacement.h"
 #include "settings/option_draft.h"
 #include "text/ascii.h"
 
@@ -54,6 +55,7 @@ std::string Unescaped(std::string_view text) {
 Status SettingsStore::Load() {
   ClearSettingKey("");
   unread_ = Status();
+  RemoveOldReplacements(path_);
   const Result<std::string> bytes = ReadWholeFile(path_);
   if (!bytes.ok()) {
     if (!bytes.error().IsMissing()) unread_ = bytes.error();

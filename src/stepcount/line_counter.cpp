@@ -34,6 +34,9 @@ Result<int64_t> CountFileLines(RunServices& services, const NativePath& path) {
     }
   }
   if (services.YieldAndAskStop()) return int64_t{0};
+  if (const Status changed = CheckUnchanged(path, file.value().info()); !changed.ok()) {
+    return changed.error();
+  }
   return count + (in_line ? 1 : 0);
 }
 
