@@ -19,13 +19,30 @@ bool IsNull(const NativePath& path) {
   return info.ok() && info.value().kind == FileKind::kNull;
 }
 
+struct FolderFiles {
+  FileList files;       // the regular ones, links to one included, in byte order of their names
+  int64_t folders = 0;  // how many stand beside them
+};
+
+Result<FolderFiles> ListFiles(const NativePath& folder) {
+  const Result<std::vector<FolderEntry>> entries = ReadFolder(folder);
+  if (!entries.ok()) return entries.error();
+  FolderFiles list;
+  for (const FolderEntry& entry : entries.value()) {
+    if (entry.info.kind == FileKind::kRegular) list.files.entries.push_back({entry.name, false});
+    if (entry.info.kind == FileKind::kFolder) ++list.folders;
+  }
+  return list;
+}
+
 // The file of a folder that pairs with a path: of the same name, letter case aside if need be.
 NativePath NamesakeIn(const NativePath& folder, const NativePath& path) {
   const std::string name = FileNameOf(path);
-  const Result<FileList> files = ListFiles(AddBackslash(folder));
-  const size_t found = files.ok() ? NameIndex(files.value()).Find(name) : std::string::npos;
-  return AddBackslash(folder) +
-         (found == std::string::npos ? name : files.value().entries[found].name);
+  const Result<FolderFiles> list = ListFiles(AddBackslash(folder));
+  if (!list.ok()) return AddBackslash(folder) + name;
+  const FileList& files = list.value().files;
+  const size_t found = NameIndex(files).Find(name);
+  return AddBackslash(folder) + (found == std::string::npos ? name : files.entries[found].name);
 }
 
 void ChooseOutputs(const OptionRecord& options, const std::string& out, OutputChoices& choices,
@@ -72,27 +89,17 @@ void ReportSingles(ConsoleRun& run, Side side, const std::set<std::string>& outp
   }
 }
 
-// Reads a folder's files into a side; its folders are only counted.
-std::optional<std::string> ReadSide(const NativePath& folder, FileSide& side, int64_t& folders) {
-  const Result<std::vector<FolderEntry>> entries = ReadFolder(folder);
-  if (!entries.ok()) return PathToUtf8(folder) + ": " + DescribeError(entries.error());
-  side.folder = folder;
-  for (const FolderEntry& entry : entries.value()) {
-    if (entry.info.kind == FileKind::kRegular) side.files.entries.push_back({entry.name, false});
-    if (entry.info.kind == FileKind::kFolder) ++folders;
-  }
-  return std::nullopt;
-}
-
 int CompareFolders(ConsoleRun& run) {
   JobRequest& request = run.request;
   PerSide<int64_t> folders;
   for (const Side side : kBothSides) {
     NativePath& path = side == Side::kOld ? request.OldPath : request.NewPath;
     path = AddBackslash(path);
-    if (const auto refused = ReadSide(path, run.sides[side], folders[side])) {
-      return run.Refuse(*refused);
-    }
+    Result<FolderFiles> list = ListFiles(path);
+    if (!list.ok()) return run.Refuse(PathToUtf8(path) + ": " + DescribeError(list.error()));
+    run.sides[side].folder = path;
+    run.sides[side].files = std::move(list.value().files);
+    folders[side] = list.value().folders;
   }
   SelectAllNamesakes(run.sides);
   const std::set<std::string> outputs = PossibleOutputs(run);

@@ -2,7 +2,6 @@
 
 #include "app/console_options.h"
 #include "jobs/run_loop.h"
-#include "platform/folders.h"
 #include "platform/program_folder.h"
 
 namespace ledrix {
@@ -27,16 +26,6 @@ int ConsoleRun::Run() {
     RunJob(services_, {sides, &log});
   }
   return static_cast<int>(services_.end());
-}
-
-Result<FileList> ListFiles(const NativePath& folder) {
-  const Result<std::vector<FolderEntry>> entries = ReadFolder(folder);
-  if (!entries.ok()) return entries.error();
-  FileList list;
-  for (const FolderEntry& entry : entries.value()) {
-    if (entry.info.kind == FileKind::kRegular) list.entries.push_back({entry.name, false});
-  }
-  return list;
 }
 
 }  // namespace ledrix

@@ -46,8 +46,4 @@ class ConsoleRun {
   RunServices services_{options, job, platform_, front_end_};
 };
 
-// The regular files directly in a folder, links to one included, in byte order of their names; a
-// message for the user when the folder cannot be read.
-Result<FileList> ListFiles(const NativePath& folder);
-
 }  // namespace ledrix
