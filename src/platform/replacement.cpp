@@ -80,7 +80,7 @@ Status ReplaceFile(const NativePath& path, std::string_view bytes) {
 }
 
 void RemoveOldReplacements(const NativePath& path) {
-  constexpr time_t kOld = 24 * 60 * 60;  // seconds; a younger one may be in the making
+  constexpr time_t kOld = time_t{24} * 60 * 60;  // seconds; a younger one may be in the making
   const NativePath real = RealPath(path);
   const std::string stem = ReplacementStem(real.empty() ? path : real).bytes();
   std::error_code failure;

@@ -104,7 +104,7 @@ TEST(Replacement, OldLeftoversGo) {
   const auto make = [&](const std::string& name, time_t age) {
     test::SetModified(folder.Write(name, ""), now - age);
   };
-  constexpr time_t kDay = 24 * 60 * 60;
+  constexpr time_t kDay = time_t{24} * 60 * 60;
   for (const char* name :
        {"f.ini.Ab3dEf", "f.ini.Ab3dE", "f.ini.Ab3dEfg", "f.ini.a-3dEf", "g.ini.Ab3dEf", "f.ini"}) {
     make(name, 2 * kDay);
