@@ -53,7 +53,9 @@ IconvDecoder::Step IconvDecoder::Decode(std::string_view bytes, std::u32string& 
     const int error = errno;
     characters.append(buffer, (sizeof buffer - out_left) / sizeof(char32_t));
     if (!failed || error == E2BIG) continue;
-    return {bytes.size() - in_left, error == EINVAL ? in_left : 1};
+    // Some converters step over what they refuse, also at the end of the bytes.
+    const size_t refused = std::max<size_t>(in_left, 1);
+    return {bytes.size() - refused, error == EINVAL ? refused : 1};
   }
   return {bytes.size(), 0};
 }
