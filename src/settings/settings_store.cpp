@@ -10,6 +10,8 @@
 namespace ledrix {
 namespace {
 
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 // A character that may not stand as it is, and the letter behind the backslash that names it.
 struct Escape {
   char character;
@@ -67,10 +69,7 @@ Status SettingsStore::Load() {
 
 void SettingsStore::Parse(std::string_view bytes) {
   std::string section;
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  if (bytes.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-    bytes.remove_prefix(kByteOrderMark.size());
-  }
+  if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
   while (!bytes.empty()) {
     const std::string_view line = TakeLine(bytes);
     const size_t equals = line.find('=');
@@ -135,6 +134,8 @@ Status SettingsStore::Save() const {
       bytes += Escaped(value.key, "]") + "=" + Escaped(value.text, "=[]") + "\n";
     }
   }
+  // Behind a backslash the first key's own mark is text and not the file's.
+  if (bytes.starts_with(kByteOrderMark)) bytes.insert(0, "\\");
   return ReplaceFile(path_, bytes);
 }
 
