@@ -7,7 +7,6 @@
 #include "settings/ini_file.h"
 #include "settings/option_draft.h"
 #include "text/ascii.h"
-#include "text/code_page_932.h"
 
 namespace ledrix {
 
@@ -40,7 +39,7 @@ Status PatternSlots::LoadPattern(size_t n) {
 }
 
 Status PatternSlots::SavePattern(size_t n, PatternSlot slot) {
-  slot.name = DecodeSjis(EncodeSjis(Trimmed(slot.name)));  // as the file will give it back
+  slot.name = std::string(Trimmed(slot.name));
   if (slot.name.empty()) return DeletePattern(n);
   std::vector<IniValue> values = {{"Pattern", "Name", slot.name}};
   for (const OptionKey key : PatternKeys()) {
@@ -49,7 +48,9 @@ Status PatternSlots::SavePattern(size_t n, PatternSlot slot) {
   clsIniFile file;
   file.pFileName(FileOf(n));
   const Status failed = file.SetAll(values);
-  if (failed.ok()) slots_[n] = std::move(slot);
+  if (!failed.ok()) return failed;
+  slot.name = file.mGetString("Pattern", "Name", slot.name);  // as the next run will read it
+  slots_[n] = std::move(slot);
   return failed;
 }
 
