@@ -23,7 +23,7 @@ function(ledrix_target name)
   # -Wno-restrict: the compiler of Debian 12 sees overlaps in std::string that are none.
   target_compile_options(${name} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                                          -Wno-sign-conversion -Wno-missing-field-initializers
-                                         -Wno-restrict)
+                                         $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
   if(LEDRIX_WERROR)
     target_compile_options(${name} PRIVATE -Werror)
   endif()
