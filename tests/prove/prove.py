@@ -9,7 +9,7 @@ import time
 import proof
 
 # Each is a module of rows/ with a list ROWS.
-MODULES = ("rebuild",)
+MODULES = ("rebuild", "fuzzing")
 
 
 def all_rows():
