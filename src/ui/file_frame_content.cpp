@@ -103,7 +103,8 @@ void FileFrame::OpenDropped(const NativePath& path) {
   OpenFolder(is_folder ? path : DirOf(path));
   const std::string name = is_folder ? "" : FileNameOf(path);
   // What was asked for is shown, whatever the filter says.
-  const bool hidden = is_folder ? table_.rows() == 0 : table_.RowOf(name) < 0 && PathExists(path);
+  const bool hidden =
+      is_folder ? table_.rows() == 0 : table_.RowOf(name) < 0 && GetFileInfo(path).ok();
   if (hidden) {
     inCombo->setCurrentIndex(inCombo->count() - 1);  // the entry that shows every file
     FillFiles(ReadOpenFolder());

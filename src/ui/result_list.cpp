@@ -51,7 +51,7 @@ QMimeData* ResultListModel::mimeData(const QModelIndexList& indexes) const {
   QList<QUrl> urls;
   for (const QModelIndex& index : indexes) {
     const NativePath path = OutputOfEntry(lines_, static_cast<size_t>(index.row()));
-    if (PathExists(path)) urls.append(ToUrl(path));
+    if (GetFileInfo(path).ok()) urls.append(ToUrl(path));
   }
   if (urls.isEmpty()) return nullptr;
   auto* const data = new QMimeData;
