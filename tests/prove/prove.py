@@ -11,6 +11,7 @@ import proof
 # Each is a module of rows/ with a list ROWS.
 MODULES = ("rebuild", "fuzzing")
 MODULES = ("no_shell",)
+MODULES = ("hostile_trees", "no_shell")
 
 
 def all_rows():

@@ -168,6 +168,8 @@ def console_case(bench, tally, name):
         tally.check(ended.status == status, f"{again}: status {ended.status}: {ended.err}")
         tally.check({path: after.get(path) for path in inputs} == inputs, f"{again}: inputs changed")
         tally.check(len(made) == outputs and b"" not in made.values(), f"{again}: made {list(made)}")
+        rows = [content.count(b"\n") for path, content in made.items() if path.endswith(b"Ledrix.CSV")]
+        tally.check(rows in ([], [2]), f"{again}: rows of CSV {rows}")
         tally.check(not any(os.path.basename(path) == b"x" for path in made), f"{again}: made x")
         for path in made:
             os.unlink(os.path.join(root, path))
