@@ -12,6 +12,7 @@ import proof
 MODULES = ("rebuild", "fuzzing")
 MODULES = ("no_shell",)
 MODULES = ("hostile_trees", "no_shell")
+MODULES = ("hostile_texts", "hostile_trees", "no_shell")
 
 
 def all_rows():
