@@ -28,6 +28,7 @@ LINES = (
     ("a", "ascii", (), 1), ("\0", "ascii", (), 1), ("表ソ", "cp932", (), 1), (" ", "ascii", (), 1),
     ("ab", "ascii", ("OptUpperCase=0", "OptSpData=2"), 1), ("a b", "ascii", ("OptSpData=1",), 1),
     ("a\t", "ascii", ("OptTABtoSPACE=1", "OptTABtoKETA=8"), 4),
+    ("\t", "ascii", ("OptTABtoSPACE=1", "OptTABtoKETA=16"), 16),
     ("漢字", "utf-8", (), 1), ("ｱ", "utf-8", (), 1), ("漢字", "euc_jp", (), 1),
     ("a漢", "iso2022_jp", (), 1), ("漢a", "utf-16-le", (), 1), ("漢a", "utf-16-be", (), 1),
     ("漢a", "utf-7", (), 1), ("a", "utf-8", ("OptTABtoSPACE=1",), 1),
@@ -102,8 +103,9 @@ class Texts:
         return ["compare", self.old, self.new, "--charset", charset, *sets, *more, "--out", "./"]
 
     def long_line(self, case, size, limits):
-        """A line of the file's length, compared, and compared again in little memory."""
+        """A line of so many bytes when prepared, compared, and compared again in little memory."""
         line, code, options, growth = case
+        size //= growth
         for last in (True, False):
             length = self.write(line, code, size, last)
             most = 2 * (TIMES * growth * length + SIDE)
@@ -176,14 +178,12 @@ def run(bench, cases):
     texts = Texts(bench, tally)
     texts.nothing_but_nul((1024 if whole else 64) * MB)
     texts.empty_lines(1000000)
-    for case in LINES if whole else LINES[6:8]:
-        texts.long_line(case, (500 if whole else 50) * MB, [
-            limit * MB for limit in ((200, 700, 1300, 2000, 3000) if whole else (60, 150))])
+    for case, size in zip(LINES, itertools.repeat(500)) if whole else ((LINES[6], 50), (LINES[8], 5)):
+        texts.long_line(case, size * MB, [(16 + size * part // 2) * MB for part in (1, 2, 3, 5)])
     # In little memory, however much that is.
-    for case, limit in itertools.product(LINES if whole else LINES[7:8], range(16, 100, 4)):
-        if limit == 16:
-            texts.write(case[0], case[1], 10 * MB, False)
-        if whole or limit % 16 == 0:
+    for case in LINES if whole else LINES[:1]:
+        texts.write(case[0], case[1], 10 * MB, False)
+        for limit in range(16, 100, 4):
             texts.run(f"10 MB of {case}", 1, 0, texts.compare(*case[2], charset=CHARSETS[case[1]]),
                       limit * MB)
     for case in list(cuts())[::1 if whole else 97]:
