@@ -149,7 +149,8 @@ class Texts:
         room = (BLOCK - cut - len(head.encode(encode))) // unit
         filler = "a" * (room - 2) + "\r\n"
         if not one_line:
-            filler = (("a" * 98 + "\r\n") * (room // 100 + 1))[-room:]
+            lines = ("a" * 98 + "\r\n") * (room // 100 + 1)
+            filler = "a" + lines[len(lines) - room + 1:]  # never from within a line end
         text = head + filler + PASSAGE * 9000
         for path, more in ((self.old, ""), (self.new, "追加\r\n")):
             with open(path, "wb") as file:
