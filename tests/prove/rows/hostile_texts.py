@@ -38,7 +38,8 @@ CHARSETS = {"ascii": "none", "cp932": "none", "utf-8": "UTF-8", "euc_jp": "EUC-J
             "iso2022_jp": "ISO-2022-JP", "iso2022_jp_ext": "ISO-2022-JP", "utf-16-le": "UTF-16LE",
             "utf-16-be": "UTF-16BE", "utf-7": "UTF-7"}
 PASSAGE = "漢字ｱｲa\r\n表ソb\r\n\r\nﾊﾟ終\r\n"
-CUT_CODES = ("cp932", "sjis", "utf-8", "euc_jp", "iso2022_jp_ext", "utf-16-le", "utf-16-be", "utf-7")
+CUT_CODES = ("cp932", "sjis", "utf-8", "euc_jp", "iso2022_jp_ext", "utf-16-le", "utf-16-be",
+             "utf-7")
 
 
 def measured(command, limit=None, **more):
@@ -84,14 +85,15 @@ class Texts:
         out = self.folder + b"/out/"
         shutil.rmtree(out, ignore_errors=True)
         os.mkdir(out)
-        before = os.listdir(self.folder)
+        before = set(os.listdir(self.folder))
         status, told, peak = measured([self.bench.program("ledrixc"), *arguments, *DEFAULTS], limit,
                                       cwd=out, env=self.env)
         self.tally.cases += 1
         again = f"{again}: {arguments}, limit {limit and limit // MB} MB"
         if limit and status == 2:
-            left = os.listdir(out) + [name for name in os.listdir(self.folder) if name not in before]
-            self.tally.check(SHORT_OF_MEMORY in told and not left, f"{again}: left {left}, told {told}")
+            left = os.listdir(out) + sorted(set(os.listdir(self.folder)) - before)
+            self.tally.check(SHORT_OF_MEMORY in told and not left,
+                             f"{again}: left {left}, told {told}")
             return
         self.tally.check(status == wanted, f"{again}: status {status}, not {wanted}: {told}")
         if not limit:
@@ -149,8 +151,8 @@ class Texts:
         room = (BLOCK - cut - len(head.encode(encode))) // unit
         filler = "a" * (room - 2) + "\r\n"
         if not one_line:
-            lines = ("a" * 98 + "\r\n") * (room // 100 + 1)
-            filler = "a" + lines[len(lines) - room + 1:]  # never from within a line end
+            filler = (("a" * 98 + "\r\n") * (room // 100 + 1))[-room:]
+            filler = filler.replace("\n", "a", 1) if filler[0] == "\n" else filler
         text = head + filler + PASSAGE * 9000
         for path, more in ((self.old, ""), (self.new, "追加\r\n")):
             with open(path, "wb") as file:
@@ -162,14 +164,15 @@ class Texts:
         for name in merged:
             with open(self.folder + b"/out/" + name, "rb") as file:
                 made += file.read()
-        self.tally.check(made == (text + "追加\r\n").encode("cp932"), f"cut {case}: the text is lost")
+        whole = (text + "追加\r\n").encode("cp932")
+        self.tally.check(made == whole, f"cut {case}: the text is lost")
 
 
 def cuts():
     """Every byte of the passage in every code, after lines and after one long line."""
     for code in CUT_CODES:
-        encode = "cp932" if code == "sjis" else code
-        for cut, one_line in itertools.product(range(len(PASSAGE.encode(encode)) + 2), (False, True)):
+        encoded = PASSAGE.encode("cp932" if code == "sjis" else code)
+        for cut, one_line in itertools.product(range(len(encoded) + 2), (False, True)):
             yield code, cut, one_line
 
 
@@ -179,7 +182,7 @@ def run(bench, cases):
     texts = Texts(bench, tally)
     texts.nothing_but_nul((1024 if whole else 64) * MB)
     texts.empty_lines(1000000)
-    for case, size in zip(LINES, itertools.repeat(500)) if whole else ((LINES[6], 50), (LINES[8], 5)):
+    for case, size in [(case, 500) for case in LINES] if whole else ((LINES[6], 50), (LINES[8], 5)):
         texts.long_line(case, size * MB, [(16 + size * part // 2) * MB for part in (1, 2, 3, 5)])
     # In little memory, however much that is.
     for case in LINES if whole else LINES[:1]:
@@ -194,5 +197,5 @@ def run(bench, cases):
 
 
 FLOOR = 1000
-ROWS = [proof.Row("hostile_texts", "lines as long as the file under limits on memory, and texts cut "
-                  "at every byte of a passage", run, floor=FLOOR, short=30)]
+ROWS = [proof.Row("hostile_texts", "lines as long as the file under limits on memory, texts cut at "
+                  "every byte of a passage", run, floor=FLOOR, short=30)]

@@ -20,9 +20,10 @@ import time
 import proof
 
 SECONDS = 20
-NAMES = (b"a", b"b", b"A", b"z.txt", b"\xff\xfe", b"\xc2\x9b2J", b"\x1b[2J", b"\x1b]0;t\x07", b"a\nb",
-         b"a\r\nb", b"'\"", b"\\", b",", b"a,20260101,7", b" ", b"x" * 255, b"\n" * 255,
-         "表ソ.TXT".encode(), "名前〜～ｱア.cbl".encode(), "💣".encode() * 63, "💣".encode(), "😀".encode(), b"\x85\x80", b"-", b"--out", b"%s%n",
+NAMES = (b"a", b"b", b"A", b"z.txt", b"\xff\xfe", b"\xc2\x9b2J", b"\x1b[2J", b"\x1b]0;t\x07",
+         b"a\nb", b"a\r\nb", b"'\"", b"\\", b",", b"a,20260101,7", b" ", b"x" * 255, b"\n" * 255,
+         "表ソ.TXT".encode(), "名前〜～ｱア.cbl".encode(), "💣".encode() * 63, "💣".encode(),
+         "😀".encode(), b"\x85\x80", b"-", b"--out", b"%s%n",
          b"\x7f\x08\x08", "é".encode(), "e\u0301".encode(), b"con", b"...", b"\t")
 COMMANDS = 8  # a tree
 IN_OPEN = 0x20
@@ -47,8 +48,9 @@ class Tree:
         for _ in range(entries):
             path = rng.choice(self.folders) + b"/" + rng.choice(NAMES)
             maker = rng.choice(makers)
-            # Half of the trees can be walked to their ends.
-            if not os.path.lexists(path) and not (maker == self.closed_folder and rng.random() < .8):
+            if maker == self.closed_folder and rng.random() < .8:  # most trees can be walked
+                continue
+            if not os.path.lexists(path):
                 maker(path)
         self.watch()
 
@@ -98,6 +100,7 @@ class Tree:
             return False
 
     def close(self):
+        """Ends the notes and opens what is closed, so that the tree can be removed."""
         os.close(self.notes)
         for path, folders, _ in os.walk(os.path.dirname(self.root)):
             for name in folders:

@@ -12,14 +12,13 @@ import proof
 
 # Each would make a file x in the current folder if a shell read it.
 ATTACKS = (
-    b'$(touch x);"a\'b.txt', b"`touch x`", b"a\ntouch x\n.txt", b"a;touch x;b.txt", b"a|touch x",
-    b"a&touch x&", b"&&touch x", b"'$(touch x)'", b'"$(touch x)"', b"\\$(touch x)\\", b"%f;touch x",
-    b"\xff$(touch x).txt", b"\x95\x5c;touch x;.txt", b"-c", b"--help", b"-rf $(touch x)",
-    b"--out=x", b"%f", b"%u%F%k%%", b"%", b"a%20b%2Fc", b" a  b ", b"\t", b"a\r\nb.txt", b"\\",
-    b"a\\nb\\", b"'", b'"', b"#touch", b"~", b"$HOME", b"*", b"?", b"[a-z]", b"{a,b}", b"a,b=\"c\".csv",
-    b"=cmd|'touch x'!A1", b"!!", b"<x", b">x", b"a\x1b]0;x\x07.txt", b"\xe8\xa1", b"\xc3", b"...",
-    "表;touch x;ソ.txt".encode(), b"a" * 200 + b";touch x", b"file:", b"http:", b"a.desktop",
-    b"$(touch x).desktop", b"NAME=touch x", b"@x", b"/".replace(b"/", b":"), b"COM1", b"a.")
+    b'$(touch x);"a\'b.txt', b"\xff`touch x`\n", b"-rf $(touch x)", b"%f%u|touch x&", b" 'a  b\\ ",
+    b"`touch x`", b"a\ntouch x\n.txt", b"a;touch x;b.txt", b"a|touch x", b"a&touch x&", b"&&touch x", b"'$(touch x)'", b'"$(touch x)"', b"\\$(touch x)\\",
+    b"%f;touch x", b"\xff$(touch x).txt", b"\x95\x5c;touch x;.txt", b"-c", b"--help", b"--out=x", b"%f", b"%u%F%k%%", b"%", b"a%20b%2Fc", b" a  b ", b"\t", b"a\r\nb.txt", b"\\",
+    b"a\\nb\\", b"'", b'"', b"#touch", b"~", b"$HOME", b"*", b"?", b"[a-z]", b"{a,b}",
+    b"a,b=\"c\".csv", b"=cmd|'touch x'!A1", b"!!", b"<x", b">x", b"a\x1b]0;x\x07.txt", b"\xe8\xa1",
+    b"\xc3", b"...", "表;touch x;ソ.txt".encode(), b"a" * 200 + b";touch x", b"file:", b"http:",
+    b"a.desktop", b"$(touch x).desktop", b"NAME=touch x", b"@x", b":", b"COM1", b"a.")
 
 # The Exec lines of launchers, and what the program gets for a file; {} is the recording program.
 LAUNCHERS = (
@@ -92,7 +91,7 @@ def make_home(home):
 
 
 def told(home, count):
-    """The arguments of each program started, sorted, when there are `count` or ten seconds are over."""
+    """The arguments of each program started, sorted, once `count` are there or ten seconds over."""
     end = time.monotonic() + 10
     folder = home + b"/told"
     while len(os.listdir(folder)) < count and time.monotonic() < end:
@@ -118,8 +117,9 @@ def window_case(bench, tally, name):
         steps += ["sendto", file, home + b"/launchers/%d.desktop" % number]
         expected.append(arguments(file))
     before = files_below(root)
-    ended = bench.run([bench.program("tests/window_driver"), *steps, "delete", old + b"/trash/" + name],
-                      cwd=old, env=bench.environment(os.fsdecode(home)))
+    steps += ["delete", old + b"/trash/" + name]
+    ended = bench.run([bench.program("tests/window_driver"), *steps], cwd=old,
+                      env=bench.environment(os.fsdecode(home)))
     tally.cases += WINDOW_ACTIONS
     again = f"name {name!r}: window_driver"
     goes = is_text(name)  # the trash takes no other name
@@ -129,11 +129,11 @@ def window_case(bench, tally, name):
     trash = b"home/.local/share/Trash/"
     after = {path: content for path, content in files_below(root).items()
              if not path.startswith((b"home/told/", trash + b"info/"))}
-    wanted = before | {b"copy/" + name: b"text of the file\n", b"new/" + name: b"text of the file\n"}
+    wanted = before | dict.fromkeys((b"copy/" + name, b"new/" + name), b"text of the file\n")
     if goes:
         del wanted[b"old/trash/" + name]
         wanted[trash + b"files/" + name] = b"to the trash\n"
-    tally.check(after == wanted, f"{again}: files differ: {set(after.items()) ^ set(wanted.items())}")
+    tally.check(after == wanted, f"{again}: files {set(after.items()) ^ set(wanted.items())}")
 
 
 def console_case(bench, tally, name):
@@ -155,7 +155,8 @@ def console_case(bench, tally, name):
         ("steps", [*plain, "--out", out + name, "--", old + b"/d/" + name], 0, 1),
         ("steps", [*plain, "--out", out + b"S.CSV", "--", old + b"/tree/" + name], 0, 1),
         ("snapshot", [*plain, "--out", out + name + b".ddf", "--", old + b"/tree"], 0, 1),
-        ("dircomp", [*plain, "--out", out + b"L.TXT", "--", old + b"/tree/" + name, new + b"/d"], 1, 1),
+        ("dircomp", [*plain, "--out", out + b"L.TXT", "--", old + b"/tree/" + name, new + b"/d"],
+         1, 1),
     )
     inputs = files_below(root)
     for job, arguments, status, outputs in jobs:
@@ -166,9 +167,10 @@ def console_case(bench, tally, name):
         made = {path: content for path, content in after.items() if path not in inputs}
         again = f"name {name!r}: {job} {arguments}"
         tally.check(ended.status == status, f"{again}: status {ended.status}: {ended.err}")
-        tally.check({path: after.get(path) for path in inputs} == inputs, f"{again}: inputs changed")
-        tally.check(len(made) == outputs and b"" not in made.values(), f"{again}: made {list(made)}")
-        rows = [content.count(b"\n") for path, content in made.items() if path.endswith(b"Ledrix.CSV")]
+        tally.check(inputs.items() <= after.items(), f"{again}: inputs changed")
+        tally.check(len(made) == outputs and all(made.values()), f"{again}: made {list(made)}")
+        rows = [content.count(b"\n") for path, content in made.items()
+                if path.endswith(b"Ledrix.CSV")]
         tally.check(rows in ([], [2]), f"{again}: rows of CSV {rows}")
         tally.check(not any(os.path.basename(path) == b"x" for path in made), f"{again}: made x")
         for path in made:
