@@ -272,7 +272,7 @@ def wide_tree(commands, files):
         with open(path, "wb") as file:
             file.write(b"%d\n" % number)
         os.link(path, b"%s/%06d.txt" % (twin, number))
-    commands.seconds = SECONDS + files / 5000  # a compare of folders is as many jobs
+    commands.seconds = SECONDS + files / 1000  # a compare of folders is as many jobs
     snapshot = commands.all_of(f"{files} files", root, twin, (0,), files)
     commands.seconds = SECONDS
     commands.tally.check(snapshot.count(b"\r\n") == files + 1, f"{files} files: not all recorded")

@@ -13,8 +13,10 @@ import proof
 # Each would make a file x in the current folder if a shell read it.
 ATTACKS = (
     b'$(touch x);"a\'b.txt', b"\xff`touch x`\n", b"-rf $(touch x)", b"%f%u|touch x&", b" 'a  b\\ ",
-    b"`touch x`", b"a\ntouch x\n.txt", b"a;touch x;b.txt", b"a|touch x", b"a&touch x&", b"&&touch x", b"'$(touch x)'", b'"$(touch x)"', b"\\$(touch x)\\",
-    b"%f;touch x", b"\xff$(touch x).txt", b"\x95\x5c;touch x;.txt", b"-c", b"--help", b"--out=x", b"%f", b"%u%F%k%%", b"%", b"a%20b%2Fc", b" a  b ", b"\t", b"a\r\nb.txt", b"\\",
+    b"`touch x`", b"a\ntouch x\n.txt", b"a;touch x;b.txt", b"a|touch x", b"a&touch x&",
+    b"&&touch x", b"'$(touch x)'", b'"$(touch x)"', b"\\$(touch x)\\", b"%f;touch x",
+    b"\xff$(touch x).txt", b"\x95\x5c;touch x;.txt", b"-c", b"--help", b"--out=x", b"%f",
+    b"%u%F%k%%", b"%", b"a%20b%2Fc", b" a  b ", b"\t", b"a\r\nb.txt", b"\\",
     b"a\\nb\\", b"'", b'"', b"#touch", b"~", b"$HOME", b"*", b"?", b"[a-z]", b"{a,b}",
     b"a,b=\"c\".csv", b"=cmd|'touch x'!A1", b"!!", b"<x", b">x", b"a\x1b]0;x\x07.txt", b"\xe8\xa1",
     b"\xc3", b"...", "表;touch x;ソ.txt".encode(), b"a" * 200 + b";touch x", b"file:", b"http:",
