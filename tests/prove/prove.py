@@ -13,6 +13,7 @@ MODULES = ("rebuild", "fuzzing")
 MODULES = ("no_shell",)
 MODULES = ("hostile_trees", "no_shell")
 MODULES = ("hostile_texts", "hostile_trees", "no_shell")
+MODULES = ("rebuild", "faults")
 
 
 def all_rows():

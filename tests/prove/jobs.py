@@ -1,0 +1,281 @@
+"""Every job of the programs on small inputs, run while a preloaded library (faults.cpp) makes one
+of its calls go wrong, and the one check of what it leaves.
+"""
+
+import dataclasses
+import os
+import pathlib
+import re
+import shutil
+import struct
+import subprocess
+import time
+
+import proof
+
+# What a job runs. A word with "/" in it, but not at its begin, is a path below the case folder.
+JOBS = {
+    "pair": "ledrixc compare old/A.CBL new/A.CBL --sbn --csv --mrg --marks --out out/",
+    "folders": "ledrixc compare old/ new/ --sbn --csv --mrg --set OptNoCngNoOut=1 --out out/",
+    "euc": "ledrixc compare old/E.TXT new/E.TXT --charset EUC-JP --csv --out out/",
+    "auto": "ledrixc compare old/ new/ --charset auto --sbn --csv --out out/",
+    "skip": "ledrixc compare old/C.CBL new/C.CBL --csv --set OptNoCngNoOut=1 --out out/",
+    "steps": "ledrixc steps old/A.CBL --out out/A.STP",
+    "stepcsv": "ledrixc steps old/ --out out/STEP.CSV",
+    "snapshot": "ledrixc snapshot tree1/ --out out/T.ddf",
+    "trees": "ledrixc dircomp tree1/ tree2/ --out out/D.TXT",
+    "snaps": "ledrixc dircomp snaps/1.ddf snaps/2.ddf --out out/D.TXT",
+    "judge": "ledrixc judge old/A.CBL old/E.TXT old/U.TXT",
+    "batch": "ledrix /old old/A.CBL /new new/A.CBL /out out/L.TXT",
+}
+SAVES = {
+    "settings": "tests/window_driver settings OptBuff 77",
+    "pattern": "tests/window_driver pattern 1 PATTERN",
+    "log": "tests/window_driver log old/",
+    "copy": "tests/window_driver copy old/A.CBL out/COPY.CBL",
+}
+SETTINGS, PATTERN, LOG = "ledrix/settings.ini", "LedrixPtn1.ini", "Ledrixr.Log"
+CSV = "Ledrix.CSV"
+ERROR, STOPPED, UNCHANGED = "エラー", "中断", "変更なし"
+NO_MEMORY = "メモリが足りません"
+DAY = 86400
+
+
+def lines(text, count=24):
+    return "".join(f"{i * 100:06}     MOVE {text} TO W-{i:03}.\r\n" for i in range(1, count))
+
+
+def contents():
+    """The inputs: path below the case folder -> (bytes, whether both sides share a time)."""
+    old, new = lines("売上"), lines("売上").replace("W-005", "X-005").replace("W-009", "ｶﾅ")
+    found = {"tree1/a.txt": "a", "tree1/sub/b.txt": "bb", "tree1/sub/deep/c.txt": "c",
+             "tree2/a.txt": "aa", "tree2/sub/b.txt": "bb", "tree2/sub/new.txt": "n",
+             "tree1/gone/d.txt": "d"}
+    for side, text in (("old", old), ("new", new)):
+        found[f"{side}/A.CBL"] = text
+        found[f"{side}/B.CBL"] = found[f"{side}/C.CBL"] = old
+        found[f"{side}/E.TXT"] = text.encode("euc_jp")
+        found[f"{side}/U.TXT"] = (text + "\u4e02\u9fa5 不明\r\n").encode()
+    return {name: text if isinstance(text, bytes) else text.encode("cp932")
+            for name, text in found.items()}
+
+
+SKIP_ON, SKIP_OFF = "OptNoCngNoOut=1", "OptNoCngNoOut=0"
+
+
+def suspects(left, goes_on):
+    """The names one of which a message must hold after a call on `left.path` has failed."""
+    folder, name = os.path.split(left.path.rstrip("/"))
+    name = re.sub(r"\.[A-Za-z0-9]{6}$", "", name)
+    if goes_on:  # what else has failed is not known
+        return [os.path.basename(path) for path in contents()] + [name, "settings.ini", PATTERN, LOG, CSV, "_COMP", "_SBN", "_MRG"]
+    if name.startswith(("#", ".ledrix")) or name in ("old", "new"):  # a copy without a name
+        return [os.path.basename(path) for path in contents()] + [name]
+    return [name, f"/{os.path.basename(folder)}/: "]
+
+
+@dataclasses.dataclass
+class Left:
+    """How one run ended and what it left."""
+
+    status: object
+    out: list  # the lines of standard output
+    err: str
+    outputs: dict  # name -> bytes
+    kept: dict  # settings, pattern and log: name -> bytes, or None
+    strays: list  # inputs that were touched, and names that are new
+    happened: int  # the number of the call, or 0
+    path: str  # of that call
+    watched: tuple  # of the calls on the watched path: the first, the last open, the last look
+    calls: dict  # kind -> how many
+
+
+KINDS = ("open read write close rename unlink link stat mkdir opendir readdir fsync mkostemp mode "
+         "alloc any").split()
+
+
+class Case:
+    """A folder with inputs for every job, a home, and a folder for outputs."""
+
+    def __init__(self, bench, name):
+        self.bench = bench
+        self.root = bench.folder(name)
+        self.report = str(self.root) + ".report"
+        self.now = int(time.time()) // 60 * 60
+        self.inputs = contents()
+        stamp = self.now - 40 * DAY
+        for number, path in enumerate(sorted(self.inputs)):
+            self.write(path, self.inputs[path], stamp + number * (path[4:] != "C.CBL"))
+        for tree in "12":
+            (self.root / "snaps").mkdir(exist_ok=True)
+            bench.run([bench.program("ledrixc"), "snapshot", self.root / f"tree{tree}", "--out",
+                       self.root / f"snaps/{tree}.ddf", "--settings", "none"])
+        date = time.strftime("%Y/%m/%d %H:%M:%S", time.localtime(self.now - DAY))
+        log = "".join(f"{self.root}/{name}/,{date}\r\n" for name in ("old", "snaps"))
+        self.kept = {SETTINGS: b"[Option]\nOptMatch=2\nOptNoCngNoOut=0\n", LOG: log.encode(),
+                     PATTERN: "[Pattern]\r\nName=前\r\n[Option]\r\nOptBuff=55\r\n".encode("cp932")}
+        (self.root / "out").mkdir()
+        self.environment = bench.environment(
+            self.root / "home", LD_PRELOAD=bench.program("tests/libledrix_faults.so"),
+            FAULT_UNDER=self.root, FAULT_REPORT=self.report, FAULT_CLOCK=self.now,
+            TMPDIR=bench.scratch)
+        self.found = self.look()
+        self.faultless = {}
+
+    def write(self, path, content, stamp):
+        place = self.root / path
+        place.parent.mkdir(parents=True, exist_ok=True)
+        if place.is_dir():
+            shutil.rmtree(place)
+        place.unlink(missing_ok=True)
+        place.write_bytes(content)
+        os.utime(place, (stamp, stamp))
+
+    def look(self):
+        """What tells that an input was touched: path -> its status."""
+        found, waiting = {}, [str(self.root / part) for part in
+                              ("old", "new", "tree1", "tree2", "snaps")]
+        while waiting:
+            with os.scandir(waiting.pop()) as entries:
+                for entry in entries:
+                    info = entry.stat(follow_symlinks=False)
+                    found[entry.path] = (info.st_ino, info.st_mode, info.st_size) + (
+                        () if entry.is_dir() else (info.st_mtime_ns, info.st_ctime_ns))
+                    if entry.is_dir():
+                        waiting.append(entry.path)
+        return found
+
+    def restore(self, path):
+        """Gives a changed input, or folder of inputs, its content and time again."""
+        stamp = self.now - 40 * DAY
+        for number, name in enumerate(sorted(self.inputs)):
+            if f"{name}/".startswith(f"{path}/"):
+                self.write(name, self.inputs[name], stamp + number * (name[4:] != "C.CBL"))
+        self.found = self.look()
+
+    def home(self):
+        return self.root / "home"
+
+    def words(self, job):
+        program, *words = job.split()
+        return [self.bench.program(program)] + [
+            f"{self.root}/{word}" if "/" in word[1:] and word[0] != "/" else word for word in words]
+
+    def prepare(self):
+        """Empties the output folder and puts back what the programs keep."""
+        for left in os.scandir(self.root / "out"):
+            os.unlink(left.path)
+        for name, content in self.kept.items():
+            place = self.home() / name
+            if not place.exists() or place.read_bytes() != content:
+                self.write(f"home/{name}", content, self.now - DAY)
+        for folder in (self.home(), self.home() / "ledrix"):
+            for left in os.scandir(folder):
+                if left.is_file() and os.path.relpath(left.path, self.home()) not in self.kept:
+                    os.unlink(left.path)
+
+    def start(self, job, fault):
+        """Starts a job; `fault` holds the library's variables without "FAULT_"."""
+        self.prepare()
+        return subprocess.Popen(
+            self.words(job), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE, cwd=self.root,
+            env=self.environment | {f"FAULT_{name}": str(value) for name, value in fault.items()})
+
+    def run(self, job, **fault):
+        return self.end(self.start(job, {"AT": -1} | fault))
+
+    def end(self, process, seconds=20):
+        """Waits for a job and tells what it left."""
+        try:
+            out, err = process.communicate(timeout=seconds)
+            status = process.returncode
+        except subprocess.TimeoutExpired:
+            process.kill()
+            out, err, status = *process.communicate(), proof.Ended.HANG
+        report = pathlib.Path(self.report).read_bytes().ljust(80, b"\0")
+        numbers = struct.unpack("20i", report[:80])
+        now = self.look()
+        return Left(
+            status, out.decode(errors="replace").splitlines(), err.decode(errors="replace"),
+            {left.name: pathlib.Path(left.path).read_bytes()
+             for left in os.scandir(self.root / "out")},
+            {name: self.read_kept(name) for name in self.kept},
+            sorted(path for path in now.keys() | self.found.keys()
+                   if now.get(path) != self.found.get(path)),
+            numbers[0], report[80:].partition(b"\0")[0].decode(errors="replace"), numbers[1:4],
+            dict(zip(KINDS, numbers[4:])))
+
+    def read_kept(self, name):
+        place = self.home() / name
+        return place.read_bytes() if place.exists() else None
+
+    def references(self, job):
+        """The runs of a job without a fault. A file that cannot be looked at, and then can, is
+        compared where the skip rule would leave it out: that run is as right."""
+        if job not in self.faultless:
+            runs = [self.run(job)]
+            if SKIP_ON in job:
+                runs.append(self.run(job.replace(SKIP_ON, SKIP_OFF)))
+            for left in runs:
+                if left.status not in (0, 1) or left.strays:
+                    raise RuntimeError(f"{job}: {left}")
+            self.faultless[job] = runs
+        return self.faultless[job]
+
+    # What a run has left is right or told:
+
+    def is_log_whole(self, log):
+        """Whether each line of the run log is whole, and no folder of the old one is lost."""
+        rows = (log or b"").split(b"\r\n")
+        return rows[-1] == b"" and all(
+            re.fullmatch(rb"/[^,]*/,\d{4}/\d\d/\d\d \d\d:\d\d:\d\d", row) for row in rows[:-1]
+        ) and {row.partition(b",")[0] for row in self.kept[LOG].split(b"\r\n")} <= {
+            row.partition(b",")[0] for row in rows}
+
+    def is_output_right(self, name, content, references):
+        """Whether an output is a faultless one, but for rows that tell of a failed pair."""
+        right = [left.outputs[name] for left in references if name in left.outputs]
+        if content in right or name != CSV or not right:
+            return content in right
+        rows = content.split(b"\n")
+        goods = [whole.split(b"\n") for whole in right]
+        return len(rows) == len(goods[0]) and all(
+            row in good or (row.split(b",")[0] == good[0].split(b",")[0] and
+                            row.endswith((f",{ERROR}\r".encode("cp932"),
+                                          f",{STOPPED}\r".encode("cp932"))))
+            for row, *good in zip(rows, *goods))
+
+    def damage(self, left, references, endings=(0, 1, 2)):
+        """What must not be after any run, faulty or not, as texts."""
+        if left.status not in endings:
+            yield f"status {left.status}: {left.err[-200:]}"
+        if left.strays:
+            yield f"inputs touched: {left.strays}"
+        for name, content in left.kept.items():
+            whole = self.is_log_whole(content) if name == LOG else content in (
+                self.kept[name], references[0].kept[name])
+            if not whole:
+                yield f"{name} is torn: {content}"
+        for name, content in left.outputs.items():
+            if not self.is_output_right(name, content, references):
+                yield f"{name} is wrong: {content[-120:]}"
+        known = {line for reference in references for line in reference.out}
+        for line in left.out:
+            if line not in known and ERROR not in line and STOPPED not in line:
+                yield f"result that is wrong: {line}"
+
+    def silence(self, left, references, names):
+        """What is not as in the faultless run and not told, as texts."""
+        status = references[0].status
+        if left.status == status:
+            missing = [name for name in references[0].outputs if name not in left.outputs]
+            failed = [line for line in left.out if ERROR in line or STOPPED in line]
+            if missing or failed or len(left.out) != len(references[0].out):
+                yield f"status {status}, but {missing or left.out} is not as it should be"
+            if any(left.kept[name] != references[0].kept[name] for name in (SETTINGS, PATTERN)):
+                yield f"not saved, and status {status}"
+        elif left.status == 2 and not any(name in left.err for name in names):
+            yield f"status 2, but none of {names[:3]} is told: {left.err!r}"
+        elif left.status in (0, 1):
+            yield f"status {left.status} instead of {status}"
