@@ -55,6 +55,12 @@ std::vector<HistoryEntry> WithoutKeys(std::vector<SortedEntry> sorted) {
   return entries;
 }
 
+// A folder that cannot be looked at may well be there.
+bool MayBeFolder(const NativePath& path) {
+  const Result<FileInfo> info = GetFileInfo(path);
+  return info.ok() ? info.value().kind == FileKind::kFolder : !info.error().IsMissing();
+}
+
 std::optional<HistoryEntry> ReadLine(std::string_view line, const LocalTime& now) {
   // A comma is no trail byte, so it may be searched for in the bytes.
   const size_t comma = line.rfind(',');
@@ -64,7 +70,7 @@ std::optional<HistoryEntry> ReadLine(std::string_view line, const LocalTime& now
   const std::optional<LocalTime> date = ParseDateTime(line.substr(comma + 1));
   if (!date || DayNumber(now) - DayNumber(*date) > kDaysKept) return std::nullopt;
   NativePath folder(DecodeSjis(SjisView::FromBytes(line.substr(0, comma))));
-  if (!IsFolder(folder)) return std::nullopt;
+  if (!MayBeFolder(folder)) return std::nullopt;
   return HistoryEntry{std::move(folder), FormatDateTime(*date)};
 }
 
@@ -89,8 +95,9 @@ void RunLog::WriteRunRecord(const NativePath& path) {
 std::vector<HistoryEntry> RunLog::LoadHistory() {
   const Result<std::string> bytes = ReadWholeFile(log_path_);
   std::vector<HistoryEntry> entries;
+  is_unread_ = !bytes.ok() && !bytes.error().IsMissing();
   if (!bytes.ok()) {
-    if (!bytes.error().IsMissing()) {
+    if (is_unread_) {
       platform_.ReportTrouble(PathToUtf8(log_path_) + ": " + DescribeError(bytes.error()));
     }
     return entries;
@@ -115,7 +122,7 @@ void RunLog::SaveHistory(std::vector<HistoryEntry> entries) {
 
 void RunLog::ReplaceEntries(std::vector<HistoryEntry> entries) {
   const Status unread = ReadWholeFile(log_path_).status();
-  if (!unread.ok() && !unread.error().IsMissing()) return;
+  if (is_unread_ || (!unread.ok() && !unread.error().IsMissing())) return;
   std::vector<SortedEntry> sorted = WithKeys(std::move(entries));
   SortByFolder(sorted);
   std::string bytes;

@@ -32,12 +32,12 @@ class RunLog {
   // Appends the folder of a path with the current time. Failures are dropped, here and below.
   void WriteRunRecord(const NativePath& path);
 
-  // The folders that exist and were used at most 30 calendar days ago, sorted by folder without
-  // regard to letter case, the uses of one folder by date. A log that exists but cannot be read is
-  // told as trouble and gives none.
+  // The folders that exist, as far as can be told, and were used at most 30 calendar days ago,
+  // sorted by folder without regard to letter case, the uses of one folder by date. A log that
+  // exists but cannot be read is told as trouble and gives none.
   std::vector<HistoryEntry> LoadHistory();
   // Replaces the log by these entries, sorted as LoadHistory gives them. A log that exists but
-  // cannot be read stays as it is.
+  // cannot be read, now or when it was loaded, stays as it is.
   void SaveHistory(std::vector<HistoryEntry> entries);
   // Keeps the newest use of each folder, and of those the 50 newest.
   void CompactHistory();
@@ -51,6 +51,7 @@ class RunLog {
   NativePath log_path_;
   NativePath debug_path_;
   PlatformServices& platform_;
+  bool is_unread_ = false;  // the log exists and could not be loaded
 };
 
 }  // namespace ledrix
