@@ -109,6 +109,11 @@ std::optional<std::string> FindValue(const NativePath& path, std::string_view se
   return lines.ok() ? lines.value().Find(section, key) : std::nullopt;
 }
 
+std::string TextOr(std::string_view default_text, const std::optional<std::string>& value) {
+  if (!value || value->empty()) return std::string(default_text);
+  return DecodeSjis(SjisView::FromBytes(*value).First(kLongestValue));
+}
+
 // Spaces and quotation marks at the ends survive only between quotation marks.
 std::string ValueText(std::string_view value) {
   std::string text(value);
@@ -120,8 +125,13 @@ std::string ValueText(std::string_view value) {
 
 }  // namespace
 
-Status clsIniFile::CheckReadable() const {
-  return ReadLines(file_name_).status();
+Status clsIniFile::GetAll(std::span<IniValue> values) const {
+  const Result<IniLines> lines = ReadLines(file_name_);
+  if (!lines.ok()) return lines.error();
+  for (auto& [section, key, text] : values) {
+    text = TextOr(text, lines.value().Find(section, key));
+  }
+  return Status();
 }
 
 Status clsIniFile::SetAll(std::span<const IniValue> values) {
@@ -141,9 +151,7 @@ bool clsIniFile::mSetString(std::string_view section, std::string_view key,
 
 std::string clsIniFile::mGetString(std::string_view section, std::string_view key,
                                    std::string_view default_text) const {
-  const std::optional<std::string> value = FindValue(file_name_, section, key);
-  if (!value || value->empty()) return std::string(default_text);
-  return DecodeSjis(SjisView::FromBytes(*value).First(kLongestValue));
+  return TextOr(default_text, FindValue(file_name_, section, key));
 }
 
 int16_t clsIniFile::mGetInteger(std::string_view section, std::string_view key,

@@ -19,7 +19,7 @@
 
 namespace ledrix {
 
-// A value on its way into a file: texts in UTF-8.
+// A value on its way into a file or out of one: texts in UTF-8.
 struct IniValue {
   std::string_view section;
   std::string_view key;
@@ -31,9 +31,9 @@ class clsIniFile {  // NOLINT(readability-identifier-naming)
   const NativePath& pFileName() const { return file_name_; }
   void pFileName(const NativePath& new_file_name) { file_name_ = new_file_name; }
 
-  // Why the file, which exists, cannot be read; success when there is none. The reads below take
-  // such a file for a missing one.
-  Status CheckReadable() const;
+  // Reads values at once, each as mGetString does: a text that comes in is the default. Fails when
+  // the file exists and cannot be read, which the reads below take for a missing one.
+  Status GetAll(std::span<IniValue> values) const;
 
   // Writes values, making file, sections and keys as needed; all other lines stay as they are. The
   // file is replaced once, by all of them; after a failure it is as it was, and one that cannot be

@@ -25,15 +25,18 @@ NativePath PatternSlots::FileOf(size_t n) const {
 
 Status PatternSlots::LoadPattern(size_t n) {
   RemoveOldReplacements(FileOf(n));
+  std::vector<IniValue> values = {{"Pattern", "Name", {}}};
+  for (const OptionKey key : PatternKeys()) {
+    values.push_back({"Option", key.text(), std::string(FieldOf(key).default_text)});
+  }
   clsIniFile file;
   file.pFileName(FileOf(n));
-  if (const Status unread = file.CheckReadable(); !unread.ok()) return unread;
+  if (const Status unread = file.GetAll(values); !unread.ok()) return unread;
   PatternSlot& slot = slots_[n];
-  slot.name = file.mGetString("Pattern", "Name");
+  slot.name = values[0].text;
   if (slot.name.empty()) return Status();
-  for (const OptionKey key : PatternKeys()) {
-    const OptionField& field = FieldOf(key);
-    field.Set(slot.values, file.mGetString("Option", key.text(), field.default_text));
+  for (size_t i = 0; i < PatternKeys().size(); ++i) {
+    FieldOf(PatternKeys()[i]).Set(slot.values, values[i + 1].text);
   }
   return Status();
 }
