@@ -8,7 +8,8 @@
 //                 folder with all in it)
 //   FAULT_ARG     what the action needs
 //   FAULT_ON      set when it goes on so from that call on
-//   FAULT_UNDER   the folder that counts; FAULT_PATH  what is changed, and watched
+//   FAULT_UNDER   the folder that counts; FAULT_PATH  what is changed, and watched up to the first
+//                 call on FAULT_UNTIL
 //   FAULT_REPORT  the file of the report; FAULT_CLOCK  the time of day, in seconds
 // Descriptor 2 never fails, since nobody could be told.
 #include <dirent.h>
@@ -104,6 +105,7 @@ int Act() {
 }
 
 void Watch(Kind kind, const char* path) {
+  if (watched != nullptr && std::strcmp(path, Variable("FAULT_UNTIL")) == 0) watched = nullptr;
   if (watched == nullptr || !IsBelow(path, watched)) return;
   const int32_t now = report->calls[kAny];
   if (report->watched[0] == 0) report->watched[0] = now;

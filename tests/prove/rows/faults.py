@@ -1,11 +1,10 @@
 """Every call of every job goes wrong once: failing calls, no memory, signals, changing inputs."""
 
+import concurrent.futures
 import errno
-import itertools
 import queue
 import random
 import signal
-import threading
 import time
 
 import jobs
@@ -14,31 +13,28 @@ import proof
 WORKERS = 2
 
 
-def drive(bench, cases, trials):
-    """Runs functions (Case) -> texts of faults, each in a case folder of its own; `cases` of them
-    at least, evenly spread, when there are more."""
-    tally = proof.Tally()
+def spread(bench, cases, trials):
+    """As many trials as there are to be cases, or some more, evenly spread."""
     stride = max(1, len(trials) // cases)
-    waiting = queue.SimpleQueue()
-    for trial in trials[bench.seed % stride::stride]:
-        waiting.put(trial)
-        tally.cases += 1
+    return trials[bench.seed % stride::stride]
 
-    def work(case):
-        while True:
-            try:
-                told, trial = waiting.get_nowait()
-            except queue.Empty:
-                return
-            for fault in trial(case):
-                tally.faults.append(f"{told}: {fault}")
 
-    workers = [threading.Thread(target=work, args=(jobs.Case(bench, f"case{i}"),))
-               for i in range(WORKERS)]
-    for worker in workers:
-        worker.start()
-    for worker in workers:
-        worker.join()
+def drive(bench, trials):
+    """Runs trials, each a text and a function (Case) -> texts of faults."""
+    tally = proof.Tally(len(trials))
+    idle = queue.SimpleQueue()
+    for number in range(WORKERS):
+        idle.put(jobs.Case(bench, f"case{number}"))
+
+    def run(trial):
+        case = idle.get()
+        faults = [f"{trial[0]}: {fault}" for fault in trial[1](case)]
+        idle.put(case)
+        return faults
+
+    with concurrent.futures.ThreadPoolExecutor(WORKERS) as pool:
+        for faults in pool.map(run, trials):
+            tally.faults += faults
     return tally
 
 
@@ -73,11 +69,11 @@ ERRORS = {"open": "EIO EACCES EINTR EMFILE", "read": "EIO EINTR short", "close":
 
 def calls(bench, cases):
     case = jobs.Case(bench, "counted")
-    return drive(bench, cases, [
+    return drive(bench, spread(bench, cases, [
         faulty(name, {"KIND": kind, "AT": at, "DO": getattr(errno, error, error)} | on)
         for name, job in ALL.items() for kind, errors in ERRORS.items()
         for error in errors.split() for on in ({}, {"ON": 1})
-        for at in range(1, case.references(job)[0].calls[kind] + 1)])
+        for at in range(1, case.references(job)[0].calls[kind] + 1)]))
 
 
 MOST_MEMORY, MEMORY_STEP = 3 << 20, 6 << 10  # bytes
@@ -91,7 +87,7 @@ def memory(bench, cases):
               for at in range(1, case.references(job)[0].calls["alloc"] + 1)]
     trials += [faulty(name, {"AT": 0, "DO": "limit", "ARG": size}, names)
                for name in jobs.JOBS for size in range(0, MOST_MEMORY, MEMORY_STEP)]
-    return drive(bench, cases, trials)
+    return drive(bench, spread(bench, cases, trials))
 
 
 HANDLED = (signal.SIGTERM, signal.SIGINT, signal.SIGHUP)
@@ -111,7 +107,7 @@ def signalled(name, number, fault, delay=0):
         left = case.end(process)
         yield from case.damage(left, references, (0, 1, 2, -number))
         if left.status == 2:
-            if not any(jobs.STOPPED in text for text in (left.err, *left.out)):
+            if not left.is_stopped():
                 yield f"a stop that is not told: {left.out} {left.err}"
         elif left.status != -number and not case.is_faultless(left, references):
             yield f"status {left.status}, and not all is there: {left.out} {left.err}"
@@ -138,7 +134,7 @@ def next_start(case, job, references):
     for name, young, old in zip(case.kept, fresh, stale):
         if not young.exists():
             yield f"{young.name} was removed, though it is new"
-        if old.exists() and name in read:
+        if old.exists() and name in read and "judge" not in job:
             yield f"{old.name} stays, though it is old"
 
 
@@ -159,7 +155,62 @@ def signals(bench, cases):
                        for at in range(1, count + 1, 1 if number == signal.SIGKILL else 4)]
         trials += [signalled(name, chance.choice((signal.SIGKILL, *HANDLED)), {"AT": -1},
                              chance.uniform(0.001, seconds)) for _ in range(20)]
-    return drive(bench, cases, trials)
+    return drive(bench, spread(bench, cases, trials))
+
+
+FILE_CHANGES = ("shrink", "grow", "vanish", "replace", "folder")
+FOLDERS = {"folders": ["old"], "auto": ["new"], "stepcsv": ["old"],
+           "snapshot": ["tree1", "tree1/sub", "tree1/gone", "tree1/sub/deep"],
+           "trees": ["tree1", "tree1/sub", "tree1/gone", "tree2/sub"]}
+
+
+def change(case, name, what, path, at):
+    """Runs a job while an input changes at a call; 0 is before the first, -1 after the last."""
+    case.write("spare", jobs.lines("交換").encode("cp932"), case.now - 30 * jobs.DAY)
+    left = case.run(ALL[name], KIND="any", AT=at, DO=what, PATH=case.root / path,
+                    ARG=case.root / "spare")
+    case.restore(path)
+    return left
+
+
+def changing(name, what, path, at):
+    """A trial: an input changes at a call; either that is told, or nobody could have seen it."""
+    def trial(case):
+        references = case.references(ALL[name])
+        key = (name, what, path)
+        if key not in case.faultless:
+            case.faultless[key] = [change(case, *key, 0)]
+        left = change(case, *key, at)
+        left.strays = [stray for stray in left.strays
+                       if not f"{stray}/".startswith(f"{case.root}/{path}/")]
+        yield from case.damage(left, references + case.faultless[key])
+        _, opened, last = left.watched
+        known = [jobs.os.path.basename(below) for below in (path, *case.inputs)
+                 if f"{below}/".startswith(f"{path}/")]
+        is_told = left.status == 2 and any(each in left.err for each in known)
+        is_early = at <= (opened or last or at) and case.is_faultless(left, case.faultless[key])
+        is_late = at > last and case.is_faultless(left, references)
+        if not (is_told or is_early or is_late):
+            yield f"not told (opened at {opened}, last look {last}): {left.status} {left.out} " \
+                  f"{left.err} {left.path}"
+    return told(f"{name} {what} {path}", {"AT": at}), trial
+
+
+def changes(bench, cases):
+    case = jobs.Case(bench, "counted")
+    tried = jobs.JOBS | {"copy": jobs.SAVES["copy"]}
+    trials = {what: [] for what in (*FILE_CHANGES, "gone")}
+    for name, job in tried.items():
+        count = case.references(job)[0].calls["any"]
+        files = [path for path in case.inputs
+                 if case.run(job, PATH=case.root / path).watched[0]]
+        for what in trials:
+            trials[what] += [changing(name, what, path, at) for at in range(1, count + 1)
+                             for path in (FOLDERS.get(name, []) if what == "gone" else files)]
+    some = [spread(bench, cases // len(trials), each) for each in trials.values()]
+    tally = drive(bench, sum(some, []))
+    tally.figures = {what: len(each) for what, each in zip(trials, some)}
+    return tally
 
 
 ROWS = [
@@ -168,4 +219,5 @@ ROWS = [
     proof.Row("memory", "each allocation fails, or memory is limited", memory, 2500, 60),
     proof.Row("signals", "signals, kill among them, at each call and at any moment", signals,
               500, 40),
+    proof.Row("changes", "an input changes, vanishes or is replaced at each call", changes, 1800, 30),
 ]
