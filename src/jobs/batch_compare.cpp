@@ -106,9 +106,10 @@ void BatchCompare(const CommandLineArgs& args, const NativePath& program_folder,
     return;
   }
   services.platform().YieldToUi();
-  if (modComp::ComparePair(services) == PairEnd::kSkipped) {
+  const PairEnd end = modComp::ComparePair(services);
+  if (end == PairEnd::kSkipped || end == PairEnd::kStopped) {
     services.platform().ReportTrouble(PathToUtf8(services.job().files.OldPath) + ": " +
-                                      PairEndText(PairEnd::kSkipped));
+                                      PairEndText(end));
   }
 }
 

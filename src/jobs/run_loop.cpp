@@ -74,7 +74,7 @@ class MultipleCompare {
       if (!ended) break;
     }
     services_.ReportTotalLoss();
-    if (job_.StopRequested) services_.NoteEnd(JobEnd::kTrouble);
+    if (job_.StopRequested) TellStop(number);
     if (!job_.outputs.OptCsvList) return;
     ended ? services_.CloseCsvSummary(job_.request.FileCount) : services_.AbandonCsvSummary();
   }
@@ -105,6 +105,14 @@ class MultipleCompare {
     if (meeting == 0) return;
     services_.platform().ReportTrouble("出力ファイル名が " + std::to_string(meeting) +
                                        " 組で重なります（後の組はエラーになります）");
+  }
+
+  // Between two pairs no result tells of a stop.
+  void TellStop(size_t pairs) {
+    services_.NoteEnd(JobEnd::kTrouble);
+    services_.platform().ReportTrouble(std::string(PairEndText(PairEnd::kStopped)) + "（" +
+                                       std::to_string(pairs_.size()) + " 組の " +
+                                       std::to_string(pairs) + " 組目まで）");
   }
 
   // False when the job cannot go on.
