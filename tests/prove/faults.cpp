@@ -66,6 +66,11 @@ const char* Variable(const char* name) {
   return value != nullptr ? value : "";
 }
 
+time_t Clock() {
+  static const time_t clock = std::atol(Variable("FAULT_CLOCK"));
+  return clock;
+}
+
 bool IsBelow(const char* path, const char* folder) {
   const size_t size = std::strlen(folder);
   return std::strncmp(path, folder, size) == 0 && (path[size] == '/' || path[size] == '\0');
@@ -275,7 +280,14 @@ HAND_ON(int, unlinkat, (int fd, const char* path, int flags) __THROW, (fd, path,
 
 HAND_ON(int, stat, (const char* path, struct stat* to) __THROW, (path, to), kStat, Named(path), -1)
 HAND_ON(int, lstat, (const char* path, struct stat* to) __THROW, (path, to), kStat, Named(path), -1)
-HAND_ON(int, fstat, (int fd, struct stat* to) __THROW, (fd, to), kStat, PathOf(fd), -1)
+int fstat(int fd, struct stat* to) __THROW {
+  REAL(fstat);
+  MEET(kStat, PathOf(fd), -1)
+  const int result = real(fd, to);
+  // Listings show the time of a copy without a name.
+  if (result == 0 && to->st_nlink == 0 && Clock() != 0) to->st_mtim = {Clock(), 0};
+  return result;
+}
 HAND_ON(int, fstatat, (int fd, const char* path, struct stat* to, int flags) __THROW, (fd, path, to, flags),
         kStat, PathOf(fd, path), -1)
 HAND_ON(int, statx, (int fd, const char* path, int flags, unsigned mask, struct statx* to) __THROW,
@@ -300,10 +312,9 @@ HAND_ON(int, fchmod, (int fd, mode_t mode) __THROW, (fd, mode), kMode, PathOf(fd
 HAND_ON(int, futimens, (int fd, const timespec* times) __THROW, (fd, times), kMode, PathOf(fd), -1)
 
 int clock_gettime(clockid_t clock, timespec* to) __THROW {
-  static const long fixed = std::atol(Variable("FAULT_CLOCK"));
   REAL(clock_gettime);
-  if (clock != CLOCK_REALTIME || fixed == 0) return real(clock, to);
-  *to = {fixed, 0};
+  if (clock != CLOCK_REALTIME || Clock() == 0) return real(clock, to);
+  *to = {Clock(), 0};
   return 0;
 }
 
