@@ -176,10 +176,13 @@ class Case:
         return [self.bench.program(program)] + [
             f"{self.root}/{word}" if "/" in word[1:] and word[0] != "/" else word for word in words]
 
-    def prepare(self):
-        """Empties the output folder and puts back what the programs keep."""
+    def remove_outputs(self):
         for left in os.scandir(self.root / "out"):
             os.unlink(left.path)
+
+    def prepare(self):
+        """Empties the output folder and puts back what the programs keep."""
+        self.remove_outputs()
         for name, content in self.kept.items():
             place = self.home() / name
             if not place.exists() or place.read_bytes() != content:
@@ -262,11 +265,11 @@ class Case:
         right = [left.outputs[name] for left in references if name in left.outputs]
         rows = content.split(b"\n")
         goods = [whole.split(b"\n") for whole in right]
-        if left.status == 2 and right and not content:
-            return True
+        if right and not content and (left.status == 2 or name == "L.TXT"):
+            return True  # the batch line's is empty before it begins
         if left.is_stopped() and right and content.endswith(b"\r\n"):
             known = {row for good in goods for row in good}
-            return all(row in known or row.endswith(ENDINGS) for row in rows)
+            return all(row in known or row.endswith(ENDINGS + (b",0\r",)) for row in rows)
         return content in right or right and len(rows) == len(goods[0]) and all(
             row in good or row.endswith(ENDINGS) and
             row.partition(b",")[0].startswith(good[0].partition(b",")[0][:10])
@@ -286,7 +289,8 @@ class Case:
                 yield f"{name} is wrong: {content[-200:]}"
         known = {line for reference in references for line in reference.out}
         for line in left.out:
-            if line not in known and not line.endswith((ERROR, STOPPED, "LINE COUNT :  0")):
+            if line not in known and not line.endswith((ERROR, STOPPED, "LINE COUNT :  0")) and not (
+                    left.is_stopped() and re.match(r" *File ?Count ?:", line, re.IGNORECASE)):
                 yield f"result that is wrong: {line}"
 
     def is_faultless(self, left, references):

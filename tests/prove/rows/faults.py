@@ -125,6 +125,7 @@ def next_start(case, job, references):
         place.write_bytes(b"[Option]")
     for place in stale:
         jobs.os.utime(place, (case.now - 2 * jobs.DAY,) * 2)
+    case.remove_outputs()
     left = case.end(case.start(job, {"AT": -1}))
     yield from (f"next start: {fault}" for fault in case.damage(left, references))
     if not case.is_faultless(left, references):
