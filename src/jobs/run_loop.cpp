@@ -74,7 +74,6 @@ class MultipleCompare {
       if (!ended) break;
     }
     services_.ReportTotalLoss();
-    if (job_.StopRequested) TellStop(number);
     if (!job_.outputs.OptCsvList) return;
     ended ? services_.CloseCsvSummary(job_.request.FileCount) : services_.AbandonCsvSummary();
   }
@@ -105,14 +104,6 @@ class MultipleCompare {
     if (meeting == 0) return;
     services_.platform().ReportTrouble("出力ファイル名が " + std::to_string(meeting) +
                                        " 組で重なります（後の組はエラーになります）");
-  }
-
-  // Between two pairs no result tells of a stop.
-  void TellStop(size_t pairs) {
-    services_.NoteEnd(JobEnd::kTrouble);
-    services_.platform().ReportTrouble(std::string(PairEndText(PairEnd::kStopped)) + "（" +
-                                       std::to_string(pairs_.size()) + " 組の " +
-                                       std::to_string(pairs) + " 組目まで）");
   }
 
   // False when the job cannot go on.
@@ -205,6 +196,12 @@ std::string DebugText(const NativePath& old_path, const LocalTime& start, const 
          " ///// " + std::to_string(second_of_day(end) - second_of_day(start));
 }
 
+// Not every result says so: a count has none but 0, and between two pairs there is none.
+void TellStop(RunServices& services) {
+  services.NoteEnd(JobEnd::kTrouble);
+  services.platform().ReportTrouble("中断しました");
+}
+
 void RecordJob(RunServices& services, RunLog& log, const LocalTime& start) {
   const JobRecord& job = services.job();
   for (const NativePath* path : {&job.request.OldPath, &job.request.NewPath, &job.files.OutPath}) {
@@ -243,6 +240,7 @@ void RunJob(RunServices& services, const JobSurroundings& surroundings) {
   services.front_end().JobStarted();
   services.platform().YieldToUi();
   Dispatch(services, surroundings.sides);
+  if (job.StopRequested) TellStop(services);
   if (surroundings.log != nullptr) RecordJob(services, *surroundings.log, start);
   services.front_end().JobEnded();
 }
