@@ -75,7 +75,12 @@ int RunProgram(const char* name, int (*run)(int, char**), int argc, char** argv)
   Reserve();
   std::set_new_handler(OnNoMemory);
   std::set_terminate(OnTerminate);
+  errno = 0;
   tzset();
+  if (errno == ENOMEM) {  // every time would be shown as that of another zone
+    WriteTrouble(name, kNoMemory);
+    return kTroubleStatus;
+  }
   InstallSignalHandlers();
   try {
     return run(argc, argv);
