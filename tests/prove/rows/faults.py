@@ -68,7 +68,7 @@ ERRORS = {"open": "EIO EACCES EINTR EMFILE", "read": "EIO EINTR short", "close":
 
 
 def calls(bench, cases):
-    case = jobs.Case(bench, "counted")
+    case = jobs.Case(bench, "case9")
     return drive(bench, spread(bench, cases, [
         faulty(name, {"KIND": kind, "AT": at, "DO": getattr(errno, error, error)} | on)
         for name, job in ALL.items() for kind, errors in ERRORS.items()
@@ -80,7 +80,7 @@ MOST_MEMORY, MEMORY_STEP = 3 << 20, 6 << 10  # bytes
 
 
 def memory(bench, cases):
-    case = jobs.Case(bench, "counted")
+    case = jobs.Case(bench, "case9")
     names = [jobs.NO_MEMORY]
     trials = [faulty(name, {"KIND": "alloc", "AT": at, "DO": errno.ENOMEM} | on, names)
               for name, job in jobs.JOBS.items() for on in ({}, {"ON": 1})
@@ -143,7 +143,7 @@ UNLOGGED = [ALL[name] for name in ("judge", "batch", "settings", "pattern", "cop
 
 
 def signals(bench, cases):
-    case = jobs.Case(bench, "counted")
+    case = jobs.Case(bench, "case9")
     chance = random.Random(bench.seed)
     trials = []
     for name, job in ALL.items():
@@ -198,7 +198,7 @@ def changing(name, what, path, at):
 
 
 def changes(bench, cases):
-    case = jobs.Case(bench, "counted")
+    case = jobs.Case(bench, "case9")
     tried = jobs.JOBS | {"copy": jobs.SAVES["copy"]}
     trials = {what: [] for what in (*FILE_CHANGES, "gone")}
     for name, job in tried.items():
