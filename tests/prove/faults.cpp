@@ -1,11 +1,12 @@
 // Preloaded into a program under proof: at one of its calls, counted from main on, something goes
 // wrong. What, when and where is told by variables of the environment:
-//   FAULT_KIND    the kind of calls that count: a name of kNames; "any" is each but "alloc"
+//   FAULT_KIND    the kind of calls that count: one of kKinds; "any" is each but "alloc"
 //   FAULT_AT      the number of the call, from 1; 0 is the begin of main
-//   FAULT_DO      an errno as number; short (one byte is read or written); signal; limit (of memory,
+//   FAULT_DO      an errno as number; short (one byte is read or written); signal; limit (of
+//   memory,
 //                 at main: what is in use and FAULT_ARG bytes more); shrink, grow, vanish, folder,
-//                 replace (the file FAULT_PATH; FAULT_ARG is the file that takes its place), gone (a
-//                 folder with all in it)
+//                 replace (the file FAULT_PATH; FAULT_ARG is the file that takes its place), gone
+//                 (a folder with all in it)
 //   FAULT_ARG     what the action needs
 //   FAULT_ON      set when it goes on so from that call on
 //   FAULT_UNDER   the folder that counts; FAULT_PATH  what is changed, and watched up to the first
@@ -34,19 +35,25 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <string_view>
 
 namespace {
 
-enum Kind { kOpen, kRead, kWrite, kClose, kRename, kUnlink, kLink, kStat, kMkdir, kOpendir,
-            kReaddir, kFsync, kMkostemp, kMode, kAlloc, kAny };
-constexpr const char* kNames[] = {"open", "read", "write", "close", "rename", "unlink", "link", "stat",
-                                  "mkdir", "opendir", "readdir", "fsync", "mkostemp", "mode", "alloc",
-                                  "any"};
+constexpr std::string_view kKinds[] = {"open",     "read", "write", "close",   "rename",  "unlink",
+                                       "link",     "stat", "mkdir", "opendir", "readdir", "fsync",
+                                       "mkostemp", "mode", "alloc", "any"};
+constexpr int KindOf(std::string_view name) {
+  int kind = 0;
+  while (kKinds[kind] != name) ++kind;
+  return kind;
+}
+constexpr int kAlloc = KindOf("alloc");
+constexpr int kAny = KindOf("any");
 constexpr int kShort = -1;
 
 struct Report {
-  int32_t happened;     // the number of the call
-  int32_t watched[3];   // of any kind, on the watched path: the first, the last open, the last look
+  int32_t happened;    // the number of the call
+  int32_t watched[3];  // of any kind, on the watched path: the first, the last open, the last look
   int32_t calls[kAny + 1];
   char path[PATH_MAX];  // of the call at which it happened
 };
@@ -54,7 +61,7 @@ static_assert(offsetof(Report, path) == 80);
 
 Report* report = nullptr;  // while nothing is counted: none
 bool busy = false;         // the library's own calls
-Kind chosen = kAny;
+int chosen = kAny;
 int at = 0;
 int to = 0;     // the last call
 int error = 0;  // what Act returns
@@ -109,17 +116,17 @@ int Act() {
   return 0;
 }
 
-void Watch(Kind kind, const char* path) {
+void Watch(int kind, const char* path) {
   if (watched != nullptr && std::strcmp(path, Variable("FAULT_UNTIL")) == 0) watched = nullptr;
   if (watched == nullptr || !IsBelow(path, watched)) return;
   const int32_t now = report->calls[kAny];
   if (report->watched[0] == 0) report->watched[0] = now;
-  if (kind == kOpen || kind == kOpendir) report->watched[1] = now;
-  if (kind != kClose) report->watched[2] = now;
+  if (kind == KindOf("open") || kind == KindOf("opendir")) report->watched[1] = now;
+  if (kind != KindOf("close")) report->watched[2] = now;
 }
 
 // What a call of this kind on this path has to do: to fail with an errno, kShort, or 0.
-int Meet(Kind kind, const char* path) {
+int Meet(int kind, const char* path) {
   if (report == nullptr || busy || (kind != kAlloc && !IsBelow(path, under))) return 0;
   const int before = errno;
   ++report->calls[kind];
@@ -165,19 +172,20 @@ class PathOf {
   size_t size_ = 0;
 };
 
-PathOf Named(const char* name) { return PathOf(AT_FDCWD, name); }
+PathOf Named(const char* name) {
+  return PathOf(AT_FDCWD, name);
+}
 
 void Begin() {
-  for (size_t i = 0; i <= kAny; ++i) {
-    if (std::strcmp(kNames[i], Variable("FAULT_KIND")) == 0) chosen = static_cast<Kind>(i);
-  }
+  if (*Variable("FAULT_KIND") != '\0') chosen = KindOf(Variable("FAULT_KIND"));
   const std::string what = Variable("FAULT_DO");
   error = what == "short" ? kShort : std::atoi(what.c_str());
   at = std::atoi(Variable("FAULT_AT"));
   to = *Variable("FAULT_ON") == '\0' ? at : error == EINTR ? at + 50 : INT_MAX;
   under = Variable("FAULT_UNDER");
   watched = std::getenv("FAULT_PATH");
-  const long file = syscall(SYS_openat, AT_FDCWD, Variable("FAULT_REPORT"), O_RDWR | O_CREAT | O_TRUNC, 0600);
+  const long file =
+      syscall(SYS_openat, AT_FDCWD, Variable("FAULT_REPORT"), O_RDWR | O_CREAT | O_TRUNC, 0600);
   if (file < 0 || ftruncate(static_cast<int>(file), sizeof(Report)) != 0) std::abort();
   void* const memory =
       mmap(nullptr, sizeof(Report), PROT_READ | PROT_WRITE, MAP_SHARED, static_cast<int>(file), 0);
@@ -191,7 +199,8 @@ Function* Real(const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-int (*program_main)(int, char**, char**) = nullptr;
+using MainFunction = int (*)(int, char**, char**);
+MainFunction program_main = nullptr;
 
 int Main(int argc, char** argv, char** environment) {
   Begin();
@@ -201,11 +210,12 @@ int Main(int argc, char** argv, char** environment) {
 }  // namespace
 
 #define REAL(name) static auto* const real = Real<decltype(name)>(#name)
-#define MEET(kind, path, failed)                     \
-  const int met = Meet(kind, path);                  \
-  if (met > 0) {                                     \
-    errno = met;                                     \
-    return failed;                                   \
+#define MEET(kind, path, failed)      \
+  constexpr int kKind = KindOf(kind); \
+  const int met = Meet(kKind, path);  \
+  if (met > 0) {                      \
+    errno = met;                      \
+    return failed;                    \
   }
 // A function of `kind` that is looked at by `path`; the call is handed on.
 #define HAND_ON(type, name, parameters, arguments, kind, path, failed) \
@@ -214,102 +224,99 @@ int Main(int argc, char** argv, char** environment) {
     MEET(kind, path, failed)                                           \
     return real arguments;                                             \
   }
-#define HAND_ON_OPEN(name, parameters, path, ...)                                     \
-  int name parameters {                                                               \
-    REAL(name);                                                                       \
-    va_list rest;                                                                     \
-    va_start(rest, flags);                                                            \
+#define HAND_ON_OPEN(name, parameters, path, ...)                                       \
+  int name parameters {                                                                 \
+    REAL(name);                                                                         \
+    va_list rest;                                                                       \
+    va_start(rest, flags);                                                              \
     const unsigned mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(rest, unsigned) : 0; \
-    va_end(rest);                                                                     \
-    MEET(kOpen, path, -1)                                                             \
-    return real(__VA_ARGS__, mode);                                                   \
+    va_end(rest);                                                                       \
+    MEET("open", path, -1)                                                              \
+    return real(__VA_ARGS__, mode);                                                     \
   }
-#define HAND_ON_BYTES(type, name, parameters, kind, ...)      \
-  ssize_t name parameters {                                   \
-    REAL(name);                                               \
-    if (fd == STDERR_FILENO) return real(__VA_ARGS__);        \
-    MEET(kind, PathOf(fd), -1)                                \
-    if (met == kShort && size > 1) size = 1;                  \
-    return real(__VA_ARGS__);                                 \
+#define HAND_ON_BYTES(name, parameters, kind, ...)     \
+  ssize_t name parameters {                            \
+    REAL(name);                                        \
+    if (fd == STDERR_FILENO) return real(__VA_ARGS__); \
+    MEET(kind, PathOf(fd), -1)                         \
+    if (met == kShort && size > 1) size = 1;           \
+    return real(__VA_ARGS__);                          \
   }
 
 extern "C" {
 
-int __libc_start_main(int (*main)(int, char**, char**), int argc, char** argv, int (*init)(int, char**, char**),
-                      void (*fini)(), void (*rtld_fini)(), void* stack_end);
-int __libc_start_main(int (*main)(int, char**, char**), int argc, char** argv, int (*init)(int, char**, char**),
-                      void (*fini)(), void (*rtld_fini)(), void* stack_end) {
-  REAL(__libc_start_main);
+int __libc_start_main(MainFunction main, int argc, char** argv, void (*init)(), void (*fini)(),
+                      void (*rtld_fini)(), void* stack_end) {
+  using Start = int(MainFunction, int, char**, void (*)(), void (*)(), void (*)(), void*);
+  static auto* const real = Real<Start>("__libc_start_main");
   program_main = main;
   return real(Main, argc, argv, init, fini, rtld_fini, stack_end);
 }
 
 HAND_ON_OPEN(open, (const char* path, int flags, ...), Named(path), path, flags)
-HAND_ON_OPEN(open64, (const char* path, int flags, ...), Named(path), path, flags)
 HAND_ON_OPEN(openat, (int fd, const char* path, int flags, ...), PathOf(fd, path), fd, path, flags)
-HAND_ON_OPEN(openat64, (int fd, const char* path, int flags, ...), PathOf(fd, path), fd, path, flags)
-HAND_ON(int, creat, (const char* path, mode_t mode), (path, mode), kOpen, Named(path), -1)
 
-HAND_ON_BYTES(ssize_t, read, (int fd, void* to, size_t size), kRead, fd, to, size)
-HAND_ON_BYTES(ssize_t, pread, (int fd, void* to, size_t size, off_t at), kRead, fd, to, size, at)
-HAND_ON_BYTES(ssize_t, pread64, (int fd, void* to, size_t size, off64_t at), kRead, fd, to, size, at)
-HAND_ON_BYTES(ssize_t, write, (int fd, const void* from, size_t size), kWrite, fd, from, size)
-HAND_ON_BYTES(ssize_t, pwrite, (int fd, const void* from, size_t size, off_t at), kWrite, fd, from, size, at)
-HAND_ON_BYTES(ssize_t, writev, (int fd, const iovec* from, int size), kWrite, fd, from, size)
+HAND_ON_BYTES(read, (int fd, void* to, size_t size), "read", fd, to, size)
+HAND_ON_BYTES(pread, (int fd, void* to, size_t size, off_t at), "read", fd, to, size, at)
+HAND_ON_BYTES(write, (int fd, const void* from, size_t size), "write", fd, from, size)
+HAND_ON_BYTES(pwrite, (int fd, const void* from, size_t size, off_t at), "write", fd, from, size,
+              at)
+HAND_ON_BYTES(writev, (int fd, const iovec* from, int size), "write", fd, from, size)
 
 int close(int fd) {
   REAL(close);
-  const int met = fd == STDERR_FILENO ? 0 : Meet(kClose, PathOf(fd));
+  const int met = fd == STDERR_FILENO ? 0 : Meet(KindOf("close"), PathOf(fd));
   const int result = real(fd);  // it is closed in any case
   if (met <= 0) return result;
   errno = met;
   return -1;
 }
 
-HAND_ON(int, rename, (const char* from, const char* to) __THROW, (from, to), kRename, Named(to), -1)
-HAND_ON(int, renameat, (int a, const char* from, int b, const char* to) __THROW, (a, from, b, to), kRename,
-        PathOf(b, to), -1)
-HAND_ON(int, renameat2, (int a, const char* from, int b, const char* to, unsigned flags) __THROW,
-        (a, from, b, to, flags), kRename, PathOf(b, to), -1)
-HAND_ON(int, link, (const char* from, const char* to) __THROW, (from, to), kLink, Named(to), -1)
-HAND_ON(int, linkat, (int a, const char* from, int b, const char* to, int flags) __THROW,
-        (a, from, b, to, flags), kLink, PathOf(b, to), -1)
-HAND_ON(int, unlink, (const char* path) __THROW, (path), kUnlink, Named(path), -1)
-HAND_ON(int, unlinkat, (int fd, const char* path, int flags) __THROW, (fd, path, flags), kUnlink,
+HAND_ON(int, rename, (const char* from, const char* to)__THROW, (from, to), "rename", Named(to), -1)
+HAND_ON(int, renameat, (int a, const char* from, int b, const char* to)__THROW, (a, from, b, to),
+        "rename", PathOf(b, to), -1)
+HAND_ON(int, renameat2, (int a, const char* from, int b, const char* to, unsigned flags)__THROW,
+        (a, from, b, to, flags), "rename", PathOf(b, to), -1)
+HAND_ON(int, link, (const char* from, const char* to)__THROW, (from, to), "link", Named(to), -1)
+HAND_ON(int, linkat, (int a, const char* from, int b, const char* to, int flags)__THROW,
+        (a, from, b, to, flags), "link", PathOf(b, to), -1)
+HAND_ON(int, unlink, (const char* path)__THROW, (path), "unlink", Named(path), -1)
+HAND_ON(int, unlinkat, (int fd, const char* path, int flags)__THROW, (fd, path, flags), "unlink",
         PathOf(fd, path), -1)
 
-HAND_ON(int, stat, (const char* path, struct stat* to) __THROW, (path, to), kStat, Named(path), -1)
-HAND_ON(int, lstat, (const char* path, struct stat* to) __THROW, (path, to), kStat, Named(path), -1)
+HAND_ON(int, stat, (const char* path, struct stat* to)__THROW, (path, to), "stat", Named(path), -1)
+HAND_ON(int, lstat, (const char* path, struct stat* to)__THROW, (path, to), "stat", Named(path), -1)
 int fstat(int fd, struct stat* to) __THROW {
   REAL(fstat);
-  MEET(kStat, PathOf(fd), -1)
+  MEET("stat", PathOf(fd), -1)
   const int result = real(fd, to);
   // Listings show the time of a copy without a name.
   if (result == 0 && to->st_nlink == 0 && Clock() != 0) to->st_mtim = {Clock(), 0};
   return result;
 }
-HAND_ON(int, fstatat, (int fd, const char* path, struct stat* to, int flags) __THROW, (fd, path, to, flags),
-        kStat, PathOf(fd, path), -1)
-HAND_ON(int, statx, (int fd, const char* path, int flags, unsigned mask, struct statx* to) __THROW,
-        (fd, path, flags, mask, to), kStat, PathOf(fd, path), -1)
-HAND_ON(int, access, (const char* path, int mode) __THROW, (path, mode), kStat, Named(path), -1)
-HAND_ON(char*, realpath, (const char* path, char* to) __THROW, (path, to), kStat, Named(path), nullptr)
+HAND_ON(int, fstatat, (int fd, const char* path, struct stat* to, int flags)__THROW,
+        (fd, path, to, flags), "stat", PathOf(fd, path), -1)
+HAND_ON(int, statx, (int fd, const char* path, int flags, unsigned mask, struct statx* to)__THROW,
+        (fd, path, flags, mask, to), "stat", PathOf(fd, path), -1)
+HAND_ON(int, access, (const char* path, int mode)__THROW, (path, mode), "stat", Named(path), -1)
+HAND_ON(char*, realpath, (const char* path, char* to)__THROW, (path, to), "stat", Named(path),
+        nullptr)
 
-HAND_ON(int, mkdir, (const char* path, mode_t mode) __THROW, (path, mode), kMkdir, Named(path), -1)
-HAND_ON(DIR*, opendir, (const char* path), (path), kOpendir, Named(path), nullptr)
-HAND_ON(DIR*, fdopendir, (int fd), (fd), kOpendir, PathOf(fd), nullptr)
-HAND_ON(dirent*, readdir, (DIR * folder), (folder), kReaddir, PathOf(dirfd(folder)), nullptr)
-HAND_ON(dirent64*, readdir64, (DIR * folder), (folder), kReaddir, PathOf(dirfd(folder)), nullptr)
+HAND_ON(int, mkdir, (const char* path, mode_t mode)__THROW, (path, mode), "mkdir", Named(path), -1)
+HAND_ON(DIR*, opendir, (const char* path), (path), "opendir", Named(path), nullptr)
+HAND_ON(DIR*, fdopendir, (int fd), (fd), "opendir", PathOf(fd), nullptr)
+HAND_ON(dirent*, readdir, (DIR * folder), (folder), "readdir", PathOf(dirfd(folder)), nullptr)
 // The disk is not waited for: nothing here cuts its power.
 int fsync(int fd) {
-  MEET(kFsync, PathOf(fd), -1)
+  MEET("fsync", PathOf(fd), -1)
   return 0;
 }
-int fdatasync(int fd) { return fsync(fd); }
-HAND_ON(int, mkostemp, (char* path, int flags), (path, flags), kMkostemp, Named(path), -1)
-HAND_ON(int, mkostemp64, (char* path, int flags), (path, flags), kMkostemp, Named(path), -1)
-HAND_ON(int, fchmod, (int fd, mode_t mode) __THROW, (fd, mode), kMode, PathOf(fd), -1)
-HAND_ON(int, futimens, (int fd, const timespec* times) __THROW, (fd, times), kMode, PathOf(fd), -1)
+int fdatasync(int fd) {
+  return fsync(fd);
+}
+HAND_ON(int, mkostemp, (char* path, int flags), (path, flags), "mkostemp", Named(path), -1)
+HAND_ON(int, fchmod, (int fd, mode_t mode)__THROW, (fd, mode), "mode", PathOf(fd), -1)
+HAND_ON(int, futimens, (int fd, const timespec* times)__THROW, (fd, times), "mode", PathOf(fd), -1)
 
 int clock_gettime(clockid_t clock, timespec* to) __THROW {
   REAL(clock_gettime);
@@ -323,25 +330,17 @@ void* __libc_calloc(size_t, size_t);
 void* __libc_realloc(void*, size_t);
 void* __libc_memalign(size_t, size_t);
 
-void* malloc(size_t size) __THROW {
-  MEET(kAlloc, "", nullptr)
-  return __libc_malloc(size);
-}
-void* calloc(size_t count, size_t size) __THROW {
-  MEET(kAlloc, "", nullptr)
-  return __libc_calloc(count, size);
-}
-void* realloc(void* old, size_t size) __THROW {
-  MEET(kAlloc, "", nullptr)
-  return __libc_realloc(old, size);
-}
-void* aligned_alloc(size_t alignment, size_t size) __THROW {
-  MEET(kAlloc, "", nullptr)
-  return __libc_memalign(alignment, size);
-}
+#define HAND_ON_MEMORY(name, parameters, call) \
+  void* name parameters __THROW {              \
+    MEET("alloc", "", nullptr)                 \
+    return call;                               \
+  }
+HAND_ON_MEMORY(malloc, (size_t size), __libc_malloc(size))
+HAND_ON_MEMORY(calloc, (size_t count, size_t size), __libc_calloc(count, size))
+HAND_ON_MEMORY(realloc, (void* old, size_t size), __libc_realloc(old, size))
+HAND_ON_MEMORY(aligned_alloc, (size_t alignment, size_t size), __libc_memalign(alignment, size))
 int posix_memalign(void** to, size_t alignment, size_t size) __THROW {
-  MEET(kAlloc, "", ENOMEM)
-  *to = __libc_memalign(alignment, size);
+  *to = aligned_alloc(alignment, size);
   return *to == nullptr ? ENOMEM : 0;
 }
 

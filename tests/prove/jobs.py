@@ -36,7 +36,7 @@ SAVES = {
 }
 SETTINGS, PATTERN, LOG = "ledrix/settings.ini", "LedrixPtn1.ini", "Ledrixr.Log"
 CSV = "Ledrix.CSV"
-ERROR, STOPPED, UNCHANGED = "エラー", "中断", "変更なし"
+ERROR, STOPPED = "エラー", "中断"
 # What the rows of an output end with that tell of a file or pair without a result.
 ENDINGS = tuple(end.encode("cp932") for end in (
     f",{ERROR}\r", f",{STOPPED}\r", ",-\r", "STEP COUNT [ 0 ]\r"))
@@ -49,7 +49,7 @@ def lines(text, count=24):
 
 
 def contents():
-    """The inputs: path below the case folder -> (bytes, whether both sides share a time)."""
+    """The inputs: path below the case folder -> bytes."""
     old, new = lines("売上"), lines("売上").replace("W-005", "X-005").replace("W-009", "ｶﾅ")
     found = {"tree1/a.txt": "a", "tree1/sub/b.txt": "bb", "tree1/sub/deep/c.txt": "c",
              "tree2/a.txt": "aa", "tree2/sub/b.txt": "bb", "tree2/sub/new.txt": "n",
@@ -72,9 +72,9 @@ def suspects(left, outputs, goes_on):
     name = re.sub(r"\.[A-Za-z0-9]{6}$", "", name)
     names = [name, f"/{os.path.basename(folder)}/: "]
     if goes_on or re.match(r"#|\.ledrix|old$|new$|out$|home$|ledrix$", name):
-        # A file without a name, or more calls than this one: any file of the job.
-        names += [os.path.basename(path) for path in [*contents(), "1.ddf", "2.ddf", SETTINGS, PATTERN, LOG]]
-        names += list(outputs)
+        # More calls than this one, or a file without a name: any file of the job.
+        inputs = [*contents(), "1.ddf", "2.ddf", SETTINGS, PATTERN, LOG]
+        names += [os.path.basename(path) for path in inputs] + list(outputs)
     return names
 
 
@@ -86,8 +86,8 @@ class Left:
     out: list  # the lines of standard output
     err: str
     outputs: dict  # name -> bytes
-    kept: dict  # settings, pattern and log: name -> bytes, or None
-    strays: list  # inputs that were touched, and names that are new
+    kept: dict  # settings, pattern and log: name -> bytes
+    strays: list  # inputs that were touched, and files that are new, but for outputs
     happened: int  # the number of the call, or 0
     path: str  # of that call
     watched: tuple  # of the calls on the watched path: the first, the last open, the last look
@@ -95,6 +95,11 @@ class Left:
 
     def is_stopped(self):
         return self.status == 2 and any(STOPPED in text for text in (self.err, *self.out))
+
+    def results(self):
+        """The results that standard output tells: of two lines each, but for a judgement."""
+        is_paired = self.out and self.out[0].startswith("(")
+        return list(zip(self.out[::2], self.out[1::2])) if is_paired else [(x,) for x in self.out]
 
 
 KINDS = ("open read write close rename unlink link stat mkdir opendir readdir fsync mkostemp mode "
@@ -107,6 +112,7 @@ class Case:
     def __init__(self, bench, name):
         self.bench = bench
         self.root = bench.folder(name)
+        self.home = self.root / "home"
         self.report = str(self.root) + ".report"
         self.now = int(time.time()) // 60 * 60
         self.inputs = contents()
@@ -126,8 +132,8 @@ class Case:
             self.write_input(path)
         (self.root / "out").mkdir()
         self.environment = bench.environment(
-            self.root / "home", LD_PRELOAD=bench.program("tests/libledrix_faults.so"),
-            FAULT_UNDER=self.root, FAULT_UNTIL=self.home() / LOG, FAULT_REPORT=self.report,
+            self.home, LD_PRELOAD=bench.program("tests/libledrix_faults.so"),
+            FAULT_UNDER=self.root, FAULT_UNTIL=self.home / LOG, FAULT_REPORT=self.report,
             FAULT_CLOCK=self.now, TMPDIR=bench.scratch)
         self.found = self.look()
         self.faultless = {}
@@ -168,9 +174,6 @@ class Case:
                 self.write_input(name)
         self.found = self.look()
 
-    def home(self):
-        return self.root / "home"
-
     def words(self, job):
         program, *words = job.split()
         return [self.bench.program(program)] + [
@@ -184,13 +187,17 @@ class Case:
         """Empties the output folder and puts back what the programs keep."""
         self.remove_outputs()
         for name, content in self.kept.items():
-            place = self.home() / name
+            place = self.home / name
             if not place.exists() or place.read_bytes() != content:
                 self.write(f"home/{name}", content, self.now - DAY)
-        for folder in (self.home(), self.home() / "ledrix"):
-            for left in os.scandir(folder):
-                if left.is_file() and os.path.relpath(left.path, self.home()) not in self.kept:
-                    os.unlink(left.path)
+        for path in self.strange():
+            path.unlink()
+
+    def strange(self):
+        """Files at home that no program keeps there."""
+        return [path for folder in (self.home, self.home / "ledrix")
+                for path in folder.iterdir() if path.is_file() and
+                str(path.relative_to(self.home)) not in (*self.kept, "ledrixc.log")]
 
     def start(self, job, fault):
         """Starts a job; `fault` holds the library's variables without "FAULT_"."""
@@ -218,15 +225,13 @@ class Case:
             status, out.decode(errors="replace").splitlines(), err.decode(errors="replace"),
             {left.name: pathlib.Path(left.path).read_bytes()
              for left in os.scandir(self.root / "out")},
-            {name: self.read_kept(name) for name in self.kept},
+            {name: (self.home / name).read_bytes() for name in self.kept
+             if (self.home / name).exists()},
             sorted(path for path in now.keys() | self.found.keys()
-                   if now.get(path) != self.found.get(path)),
+                   if now.get(path) != self.found.get(path)) +
+            [str(path) for path in self.strange() if status >= 0],  # what is killed may leave one
             numbers[0], report[80:].partition(b"\0")[0].decode(errors="replace"), numbers[1:4],
             dict(zip(KINDS, numbers[4:])))
-
-    def read_kept(self, name):
-        place = self.home() / name
-        return place.read_bytes() if place.exists() else None
 
     def references(self, job):
         """The runs of a job without a fault. A file that cannot be looked at, and then can, is
@@ -245,7 +250,7 @@ class Case:
 
     def is_log_whole(self, log):
         """Whether each line of the run log is whole, and no folder of the old one is lost."""
-        rows = (log or b"").split(b"\r\n")
+        rows = log.split(b"\r\n")
         return rows[-1] == b"" and all(
             re.fullmatch(rb"/[^,]*/,\d{4}/\d\d/\d\d \d\d:\d\d:\d\d", row) for row in rows[:-1]
         ) and {row.partition(b",")[0] for row in self.kept[LOG].split(b"\r\n")} <= {
@@ -255,7 +260,7 @@ class Case:
         """Whether settings and patterns are the old ones, or hold all that the new ones hold."""
         if name == LOG or content == self.kept[name]:
             return name != LOG or self.is_log_whole(content)
-        return any(re.sub(rb"=.*", b"", content or b"") == re.sub(rb"=.*", b"", left.kept[name])
+        return any(re.sub(rb"=.*", b"", content) == re.sub(rb"=.*", b"", left.kept[name])
                    for left in references)
 
     def is_output_right(self, name, left, references):
@@ -280,27 +285,28 @@ class Case:
         if left.status not in endings:
             yield f"status {left.status}: {left.err[-200:]}"
         if left.strays:
-            yield f"inputs touched: {left.strays}"
-        for name, content in left.kept.items():
-            if not self.is_kept_whole(name, content, references):
-                yield f"{name} is torn: {content}"
+            yield f"touched or left: {left.strays}"
+        for name in self.kept:
+            if not self.is_kept_whole(name, left.kept.get(name, b""), references):
+                yield f"{name} is torn: {left.kept.get(name)}"
         for name, content in left.outputs.items():
             if not self.is_output_right(name, left, references):
                 yield f"{name} is wrong: {content[-200:]}"
-        known = {line for reference in references for line in reference.out}
-        for line in left.out:
-            if line not in known and not line.endswith((ERROR, STOPPED, "LINE COUNT :  0")) and not (
-                    left.is_stopped() and re.match(r" *File ?Count ?:", line, re.IGNORECASE)):
-                yield f"result that is wrong: {line}"
+        known = {result for reference in references for result in reference.results()}
+        for result in left.results():
+            if result not in known and not result[-1].endswith(
+                    (ERROR, STOPPED, "LINE COUNT :  0")) and not (
+                    left.is_stopped() and re.match(" *File ?Count ?:", result[-1], re.IGNORECASE)):
+                yield f"result that is wrong: {result}"
 
     def is_faultless(self, left, references):
         """Whether everything is as after a run without a fault."""
-        known = {line for reference in references for line in reference.out}
+        known = {result for reference in references for result in reference.results()}
         return (left.status == references[0].status and
                 all(left.outputs.get(name) in [other.outputs.get(name) for other in references]
                     for name in references[0].outputs.keys() | left.outputs.keys()) and
-                len(left.out) == len(references[0].out) and known.issuperset(left.out) and
-                all(re.sub(rb"EndPath.*", b"", left.kept[name]) ==
+                len(left.out) == len(references[0].out) and known.issuperset(left.results()) and
+                all(re.sub(rb"EndPath.*", b"", left.kept.get(name, b"")) ==
                     re.sub(rb"EndPath.*", b"", references[0].kept[name])
                     for name in (SETTINGS, PATTERN)))
 
