@@ -52,12 +52,13 @@ constexpr int kAny = KindOf("any");
 constexpr int kShort = -1;
 
 struct Report {
-  int32_t happened;    // the number of the call
-  int32_t watched[3];  // of any kind, on the watched path: the first, the last open, the last look
+  int32_t happened;  // the number of the call
+  int32_t opened;    // the number, of any kind, of the last call that opens the watched path
+  int32_t looked;    // and of the last one that looks at it
   int32_t calls[kAny + 1];
   char path[PATH_MAX];  // of the call at which it happened
 };
-static_assert(offsetof(Report, path) == 80);
+static_assert(offsetof(Report, path) == 76);
 
 Report* report = nullptr;  // while nothing is counted: none
 bool busy = false;         // the library's own calls
@@ -120,9 +121,8 @@ void Watch(int kind, const char* path) {
   if (watched != nullptr && std::strcmp(path, Variable("FAULT_UNTIL")) == 0) watched = nullptr;
   if (watched == nullptr || !IsBelow(path, watched)) return;
   const int32_t now = report->calls[kAny];
-  if (report->watched[0] == 0) report->watched[0] = now;
-  if (kind == KindOf("open") || kind == KindOf("opendir")) report->watched[1] = now;
-  if (kind != KindOf("close")) report->watched[2] = now;
+  if (kind == KindOf("open") || kind == KindOf("opendir")) report->opened = now;
+  if (kind != KindOf("close")) report->looked = now;
 }
 
 // What a call of this kind on this path has to do: to fail with an errno, kShort, or 0.

@@ -90,7 +90,8 @@ class Left:
     strays: list  # inputs that were touched, and files that are new, but for outputs
     happened: int  # the number of the call, or 0
     path: str  # of that call
-    watched: tuple  # of the calls on the watched path: the first, the last open, the last look
+    opened: int  # the number of the last call that opened the watched path
+    looked: int  # and of the last one that looked at it
     calls: dict  # kind -> how many
 
     def is_stopped(self):
@@ -218,8 +219,8 @@ class Case:
         except subprocess.TimeoutExpired:
             process.kill()
             out, err, status = *process.communicate(), proof.Ended.HANG
-        report = pathlib.Path(self.report).read_bytes().ljust(80, b"\0")
-        numbers = struct.unpack("20i", report[:80])
+        report = pathlib.Path(self.report).read_bytes().ljust(76, b"\0")
+        numbers = struct.unpack("19i", report[:76])
         now = self.look()
         return Left(
             status, out.decode(errors="replace").splitlines(), err.decode(errors="replace"),
@@ -230,8 +231,8 @@ class Case:
             sorted(path for path in now.keys() | self.found.keys()
                    if now.get(path) != self.found.get(path)) +
             [str(path) for path in self.strange() if status >= 0],  # what is killed may leave one
-            numbers[0], report[80:].partition(b"\0")[0].decode(errors="replace"), numbers[1:4],
-            dict(zip(KINDS, numbers[4:])))
+            numbers[0], report[76:].partition(b"\0")[0].decode(errors="replace"), *numbers[1:3],
+            dict(zip(KINDS, numbers[3:])))
 
     def references(self, job):
         """The runs of a job without a fault. A file that cannot be looked at, and then can, is

@@ -186,15 +186,14 @@ def changing(name, what, path, at):
         left.strays = [stray for stray in left.strays
                        if not f"{stray}/".startswith(f"{case.root}/{path}/")]
         yield from case.damage(left, references + case.faultless[key])
-        _, opened, last = left.watched
         known = [jobs.os.path.basename(below) for below in (path, *case.inputs)
                  if f"{below}/".startswith(f"{path}/")]
         is_told = left.status == 2 and any(each in left.err for each in known)
-        is_early = at <= (opened or last or at) and case.is_faultless(left, case.faultless[key])
-        is_late = at > last and case.is_faultless(left, references)
+        is_early = (at <= (left.opened or left.looked or at) and
+                    case.is_faultless(left, case.faultless[key]))
+        is_late = at > left.looked and case.is_faultless(left, references)
         if not (is_told or is_early or is_late):
-            yield f"not told (opened at {opened}, last look {last}): {left.status} {left.out} " \
-                  f"{left.err} {left.path}"
+            yield f"not told: opened at {left.opened}, last look {left.looked}: {left}"
     return told(f"{name} {what} {path}", {"AT": at}), trial
 
 
