@@ -134,8 +134,8 @@ int RunCompareCommand(const CommonArguments& common, const CompareArguments& arg
   choices.MergeMarks = arguments.marks;
   ChooseOutputs(run.options, arguments.out, choices, request.OutPath);
 
-  const bool old_is_folder = IsFolder(request.OldPath);
-  const bool new_is_folder = IsFolder(request.NewPath);
+  const bool old_is_folder = IsMeantAsFolder(request.OldPath);
+  const bool new_is_folder = IsMeantAsFolder(request.NewPath);
   if (old_is_folder && new_is_folder) {
     if (!request.OutPath.empty()) {
       return run.Refuse("フォルダの比較の出力先はフォルダでなければなりません: " +

@@ -90,7 +90,7 @@ int RunStepsCommand(const CommonArguments& common, const StepsArguments& argumen
   ConsoleRun run(common);
   if (!run.LoadOptions()) return kTroubleStatus;
   const NativePath path = MakeAbsolute(NativePath(arguments.path));
-  if (IsFolder(path)) return CountFolder(run, path, arguments.out);
+  if (IsMeantAsFolder(path)) return CountFolder(run, path, arguments.out);
   run.request.JobKind = JobKind::kStepCnt;
   run.request.OldPath = path;
   run.request.OutPath = arguments.out.empty()

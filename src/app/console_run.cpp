@@ -2,9 +2,14 @@
 
 #include "app/console_options.h"
 #include "jobs/run_loop.h"
+#include "platform/files.h"
 #include "platform/program_folder.h"
 
 namespace ledrix {
+
+bool IsMeantAsFolder(const NativePath& path) {
+  return path.bytes().ends_with(Separator(kPlatformPathStyle)) || IsFolder(path);
+}
 
 bool ConsoleRun::LoadOptions() {
   const auto refused = LoadConsoleOptions(common_, options);

@@ -14,6 +14,10 @@ namespace ledrix {
 
 static_assert(kTroubleStatus == static_cast<int>(JobEnd::kTrouble));
 
+// True for a folder, and for what is written as one even if it cannot be looked at: a job of
+// folders must not turn into one of files.
+bool IsMeantAsFolder(const NativePath& path);
+
 class ConsoleRun {
  public:
   explicit ConsoleRun(const CommonArguments& common)
