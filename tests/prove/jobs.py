@@ -74,7 +74,7 @@ def suspects(left, outputs, goes_on):
     if goes_on or re.match(r"#|\.ledrix|old$|new$|out$|home$|ledrix$", name):
         # More calls than this one, or a file without a name: any file of the job.
         inputs = [*contents(), "1.ddf", "2.ddf", SETTINGS, PATTERN, LOG]
-        names += [os.path.basename(path) for path in inputs] + list(outputs)
+        names += [os.path.basename(path) for path in inputs] + ["/old/:", "/new/:", *outputs]
     return names
 
 
