@@ -24,8 +24,15 @@ struct FolderFiles {
   int64_t folders = 0;  // how many stand beside them
 };
 
-Result<FolderFiles> ListFiles(const NativePath& folder) {
-  const Result<std::vector<FolderEntry>> entries = ReadFolder(folder);
+// `unread` is what a failure is about: the folder, or what could not be looked at in it.
+Result<FolderFiles> ListFiles(const NativePath& folder, NativePath& unread) {
+  unread = folder;
+  const auto note = [&](const LostEntry& lost) {
+    unread = folder + lost.name;
+    return BadEntry::kEndsReading;
+  };
+  const Result<std::vector<FolderEntry>> entries = ReadFolder(
+      folder, [] {}, note);
   if (!entries.ok()) return entries.error();
   FolderFiles list;
   for (const FolderEntry& entry : entries.value()) {
@@ -38,7 +45,8 @@ Result<FolderFiles> ListFiles(const NativePath& folder) {
 // The file of a folder that pairs with a path: of the same name, letter case aside if need be.
 NativePath NamesakeIn(const NativePath& folder, const NativePath& path) {
   const std::string name = FileNameOf(path);
-  const Result<FolderFiles> list = ListFiles(AddBackslash(folder));
+  NativePath unread;
+  const Result<FolderFiles> list = ListFiles(AddBackslash(folder), unread);
   if (!list.ok()) return AddBackslash(folder) + name;
   const FileList& files = list.value().files;
   const size_t found = NameIndex(files).Find(name);
@@ -95,8 +103,9 @@ int CompareFolders(ConsoleRun& run) {
   for (const Side side : kBothSides) {
     NativePath& path = side == Side::kOld ? request.OldPath : request.NewPath;
     path = AddBackslash(path);
-    Result<FolderFiles> list = ListFiles(path);
-    if (!list.ok()) return run.Refuse(PathToUtf8(path) + ": " + DescribeError(list.error()));
+    NativePath unread;
+    Result<FolderFiles> list = ListFiles(path, unread);
+    if (!list.ok()) return run.Refuse(PathToUtf8(unread) + ": " + DescribeError(list.error()));
     run.sides[side].folder = path;
     run.sides[side].files = std::move(list.value().files);
     folders[side] = list.value().folders;
