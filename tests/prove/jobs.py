@@ -68,9 +68,8 @@ SKIP_ON, SKIP_OFF = "OptNoCngNoOut=1", "OptNoCngNoOut=0"
 
 def suspects(left, outputs, goes_on):
     """The names one of which a message must hold after a call on `left.path` has failed."""
-    folder, name = os.path.split(left.path.rstrip("/"))
-    name = re.sub(r"\.[A-Za-z0-9]{6}$", "", name)
-    names = [name, f"/{os.path.basename(folder)}/: "]
+    name = re.sub(r"\.[A-Za-z0-9]{6}$", "", os.path.basename(left.path.rstrip("/")))
+    names = [name]
     if goes_on or re.match(r"#|\.ledrix|old$|new$|out$|home$|ledrix$", name):
         # More calls than this one, or a file without a name: any file of the job.
         inputs = [*contents(), "1.ddf", "2.ddf", SETTINGS, PATTERN, LOG]
