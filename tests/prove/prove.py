@@ -9,11 +9,7 @@ import time
 import proof
 
 # Each is a module of rows/ with a list ROWS.
-MODULES = ("rebuild", "fuzzing")
-MODULES = ("no_shell",)
-MODULES = ("hostile_trees", "no_shell")
-MODULES = ("hostile_texts", "hostile_trees", "no_shell")
-MODULES = ("rebuild", "faults")
+MODULES = ("faults", "fuzzing", "hostile_texts", "hostile_trees", "no_shell", "rebuild")
 
 
 def all_rows():
