@@ -11,6 +11,7 @@
 //   FAULT_ON      set when it goes on so from that call on
 //   FAULT_UNDER   the folder that counts; FAULT_PATH  what is changed, and watched up to the first
 //                 call on FAULT_UNTIL
+//   FAULT_OUT     the folder below which a file has lost its content when its close fails
 //   FAULT_REPORT  the file of the report; FAULT_CLOCK  the time of day, in seconds
 // Descriptor 2 never fails, since nobody could be told.
 #include <dirent.h>
@@ -172,6 +173,11 @@ class PathOf {
   size_t size_ = 0;
 };
 
+// What was written, but did not reach the disk, when that is told by a call.
+void LoseContent(int fd) {
+  if (lseek(fd, 0, SEEK_END) > 1 && ftruncate(fd, 1) != 0) return;  // not open for writing
+}
+
 PathOf Named(const char* name) {
   return PathOf(AT_FDCWD, name);
 }
@@ -265,7 +271,9 @@ HAND_ON_BYTES(writev, (int fd, const iovec* from, int size), "write", fd, from, 
 
 int close(int fd) {
   REAL(close);
-  const int met = fd == STDERR_FILENO ? 0 : Meet(KindOf("close"), PathOf(fd));
+  const PathOf path(fd);
+  const int met = fd == STDERR_FILENO ? 0 : Meet(KindOf("close"), path);
+  if (met > 0 && met != EINTR && IsBelow(path, Variable("FAULT_OUT"))) LoseContent(fd);
   const int result = real(fd);  // it is closed in any case
   if (met <= 0) return result;
   errno = met;
@@ -308,8 +316,11 @@ HAND_ON(DIR*, fdopendir, (int fd), (fd), "opendir", PathOf(fd), nullptr)
 HAND_ON(dirent*, readdir, (DIR * folder), (folder), "readdir", PathOf(dirfd(folder)), nullptr)
 // The disk is not waited for: nothing here cuts its power.
 int fsync(int fd) {
-  MEET("fsync", PathOf(fd), -1)
-  return 0;
+  const int met = Meet(KindOf("fsync"), PathOf(fd));
+  if (met <= 0) return 0;
+  LoseContent(fd);
+  errno = met;
+  return -1;
 }
 int fdatasync(int fd) {
   return fsync(fd);

@@ -133,7 +133,8 @@ class Case:
         (self.root / "out").mkdir()
         self.environment = bench.environment(
             self.home, LD_PRELOAD=bench.program("tests/libledrix_faults.so"),
-            FAULT_UNDER=self.root, FAULT_UNTIL=self.home / LOG, FAULT_REPORT=self.report,
+            FAULT_UNDER=self.root, FAULT_OUT=self.root / "out",
+            FAULT_UNTIL=self.home / LOG, FAULT_REPORT=self.report,
             FAULT_CLOCK=self.now, TMPDIR=bench.scratch)
         self.found = self.look()
         self.faultless = {}
