@@ -59,7 +59,10 @@ Status Replacement::Commit(bool synced) {
   if (!temporary_.empty()) failure = descriptor_.Close();
   if (failure.ok()) failure = TakePlace();
   if (!failure.ok() && !temporary_.empty()) unlink(temporary_.c_str());
-  failure.KeepFirst(descriptor_.Close());
+  const Status closed = descriptor_.Close();
+  // What stands at the path by now may lack what a close could not write; what is synced cannot.
+  if (failure.ok() && !closed.ok() && !synced) unlink(path_.c_str());
+  failure.KeepFirst(closed);
   return failure.ok() && synced ? SyncFolder(DirOf(path_)) : failure;
 }
 
