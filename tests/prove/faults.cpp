@@ -249,6 +249,8 @@ int Main(int argc, char** argv, char** environment) {
     return real(__VA_ARGS__);                          \
   }
 
+// The names are those of the C library.
+// NOLINTBEGIN(bugprone-reserved-identifier,bugprone-macro-*,readability-identifier-naming)
 extern "C" {
 
 int __libc_start_main(MainFunction main, int argc, char** argv, void (*init)(), void (*fini)(),
@@ -344,7 +346,7 @@ void* __libc_memalign(size_t, size_t);
 #define HAND_ON_MEMORY(name, parameters, call) \
   void* name parameters __THROW {              \
     MEET("alloc", "", nullptr)                 \
-    return call;                               \
+    return (call);                             \
   }
 HAND_ON_MEMORY(malloc, (size_t size), __libc_malloc(size))
 HAND_ON_MEMORY(calloc, (size_t count, size_t size), __libc_calloc(count, size))
@@ -356,3 +358,4 @@ int posix_memalign(void** to, size_t alignment, size_t size) __THROW {
 }
 
 }  // extern "C"
+// NOLINTEND(bugprone-reserved-identifier,bugprone-macro-*,readability-identifier-naming)
