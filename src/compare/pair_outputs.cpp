@@ -39,9 +39,14 @@ std::optional<OutputFailure> PairOutputs::Claim() {
     if (!refused.ok()) return OutputFailure{title, refused.error(), path};
     others.push_back(path);
   }
-  const auto met = job_.claims.Claim({names_.OutPath, names_.SbnPath, names_.MrgPath});
+  const std::vector<NativePath> claimed = {names_.OutPath, names_.SbnPath, names_.MrgPath};
+  const auto met = job_.claims.Refuse(claimed);
+  // From here on they are this pair's, also when memory ends before all are taken.
   is_claimed_ = !met;
-  if (!met) return std::nullopt;
+  if (!met) {
+    job_.claims.Take(claimed);
+    return std::nullopt;
+  }
   const auto& [path, title] = outputs[met->index];
   return OutputFailure{title, met->error, path};
 }

@@ -99,7 +99,12 @@ class MultipleCompare {
       if (services_.IsExcludedType(old_name)) continue;
       const OutputNames names = MakeOutputNames(services_.options(), job_.outputs,
                                                 old_folder_ + old_name, new_folder_ + new_name);
-      if (claims.Claim({names.OutPath, names.SbnPath, names.MrgPath})) ++meeting;
+      const std::vector<NativePath> outputs = {names.OutPath, names.SbnPath, names.MrgPath};
+      if (claims.Refuse(outputs)) {
+        ++meeting;
+      } else {
+        claims.Take(outputs);
+      }
     }
     if (meeting == 0) return;
     services_.platform().ReportTrouble("出力ファイル名が " + std::to_string(meeting) +

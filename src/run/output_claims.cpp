@@ -17,22 +17,31 @@ bool OutputClaims::Holds(const NativePath& path) const {
   return place && places_.count(*place) > 0;
 }
 
-std::optional<OutputClaims::Refusal> OutputClaims::Claim(const std::vector<NativePath>& outputs) {
-  const auto is_device = [](const NativePath& path) {
-    const Result<FileInfo> info = GetFileInfo(path);
-    return info.ok() && IsDevice(info.value());
-  };
+namespace {
+
+bool IsDeviceAt(const NativePath& path) {
+  const Result<FileInfo> info = GetFileInfo(path);
+  return info.ok() && IsDevice(info.value());
+}
+
+}  // namespace
+
+std::optional<OutputClaims::Refusal> OutputClaims::Refuse(
+    const std::vector<NativePath>& outputs) const {
   for (size_t i = 0; i < outputs.size(); ++i) {
-    if (outputs[i].empty() || is_device(outputs[i])) continue;
+    if (outputs[i].empty() || IsDeviceAt(outputs[i])) continue;
     if (Holds(outputs[i])) return Refusal{i, Error{ErrorKind::kWrittenByJob}};
   }
+  return std::nullopt;
+}
+
+void OutputClaims::Take(const std::vector<NativePath>& outputs) {
   for (const NativePath& path : outputs) {
-    if (path.empty() || is_device(path)) continue;
+    if (path.empty() || IsDeviceAt(path)) continue;
     paths_.insert(path.bytes());
     if (std::optional<Place> place = PlaceOf(path)) places_.insert(std::move(*place));
     files_.Add(path);
   }
-  return std::nullopt;
 }
 
 }  // namespace ledrix

@@ -14,14 +14,16 @@ namespace ledrix {
 
 class OutputClaims {
  public:
-  // Claims the outputs of a pair, all or none; empty paths are passed over. Fails with the index
-  // of the first that an earlier pair has claimed: the same path, the same file, or the same place
-  // by way of links. A device such as /dev/null may be claimed more than once.
   struct Refusal {
     size_t index;
     Error error;
   };
-  std::optional<Refusal> Claim(const std::vector<NativePath>& outputs);
+  // The first of a pair's outputs that an earlier pair has claimed: the same path, the same file,
+  // or the same place by way of links. Empty paths are passed over, and so is a device such as
+  // /dev/null, which any number of pairs may have.
+  std::optional<Refusal> Refuse(const std::vector<NativePath>& outputs) const;
+  // Claims outputs that are not refused.
+  void Take(const std::vector<NativePath>& outputs);
 
   // True for a file that is one of the claimed outputs.
   bool Holds(const NativePath& path) const;

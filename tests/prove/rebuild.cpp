@@ -47,7 +47,7 @@ std::string RandomText(Random& random, size_t size, bool wild) {
 // fill several rows. An unchanged line is shown in one row only.
 std::string RandomLine(Random& random, bool wild, size_t row_bytes) {
   if (Pick(random, 12) == 0) {
-    return "u" + std::to_string(random()) + RandomText(random, Pick(random, row_bytes * 8), wild);
+    return "u" + std::to_string(random()) + RandomText(random, Pick(random, row_bytes * 9), wild);
   }
   Random repeated(static_cast<unsigned>(Pick(random, 9)) + (wild ? 100 : 0));
   return RandomText(repeated, Pick(repeated, 5) * 4, wild);

@@ -50,7 +50,7 @@ def faulty(name, fault, names=()):
     def trial(case):
         references = case.references(ALL[name])
         left = case.run(ALL[name], **fault)
-        if not left.happened and fault["AT"] > 0:
+        if not left.happened and fault["AT"] > 0 and fault["KIND"] != "alloc":
             yield "the fault did not happen"
         yield from case.damage(left, references)
         yield from case.silence(left, references, [*names] or jobs.suspects(
@@ -69,11 +69,15 @@ ERRORS = {"open": "EIO EACCES EINTR EMFILE", "read": "EIO EINTR short", "close":
 
 def calls(bench, cases):
     case = jobs.Case(bench, "case9")
-    return drive(bench, spread(bench, cases, [
+    tally = drive(bench, spread(bench, cases, [
         faulty(name, {"KIND": kind, "AT": at, "DO": getattr(errno, error, error)} | on)
         for name, job in ALL.items() for kind, errors in ERRORS.items()
         for error in errors.split() for on in ({}, {"ON": 1})
         for at in range(1, case.references(job)[0].calls[kind] + 1)]))
+    for name in ("settings", "pattern", "log"):
+        synced = case.references(ALL[name])[0].calls["fsync"]
+        tally.check(synced >= 2, f"{name}: {synced} syncs, not those of a file and its folder")
+    return tally
 
 
 MOST_MEMORY, MEMORY_STEP = 3 << 19, 4 << 10  # bytes
