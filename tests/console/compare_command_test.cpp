@@ -175,15 +175,6 @@ struct HeldRun : ProgramRun {
   }
 };
 
-TEST(HeldCompare, AFileThatShrinksHasNoResult) {
-  const HeldRun run;
-  const ProgramResult result =
-      run.Run([&run](pid_t) { ASSERT_EQ(truncate(run.At("old.txt").c_str(), 100), 0); });
-  EXPECT_EQ(result.status, 2) << result.err;
-  EXPECT_NE(result.err.find("old.txt: 処理中に変更されたか"), std::string::npos) << result.err;
-  EXPECT_EQ(result.out.find("UnMatch="), std::string::npos) << result.out;
-}
-
 TEST(HeldCompare, ASignalStopsTheJob) {
   const HeldRun run;
   signal(SIGPIPE, SIG_IGN);

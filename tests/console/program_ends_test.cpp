@@ -35,25 +35,6 @@ TEST(ProgramEnds, ATerminalGetsNoControlCharacters) {
   }
 }
 
-#ifndef __SANITIZE_ADDRESS__
-TEST(ProgramEnds, WithoutMemoryItSaysSo) {
-  const ProgramRun run;
-  run.File("o", test::Repeat("a", 20'000'000));
-  run.File("n", test::Repeat("b", 20'000'001));
-  int lacking = 0;
-  for (int kilobytes = 14'000; kilobytes < 70'000; kilobytes += 1'700) {
-    const ProgramResult result =
-        Shell(run, "ulimit -v " + std::to_string(kilobytes) +
-                       "; exec '" LEDRIXC "' compare o n --settings none --quiet --out l");
-    if (result.status == 1) continue;
-    ++lacking;
-    EXPECT_EQ(result.status, 2) << kilobytes;
-    EXPECT_NE(result.err.find("メモリが足りません\n"), std::string::npos) << result.err;
-  }
-  EXPECT_GT(lacking, 10);
-}
-#endif
-
 #ifdef LEDRIX
 constexpr const char* kSettings = "config/ledrix/settings.ini";
 
