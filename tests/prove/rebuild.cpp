@@ -127,6 +127,18 @@ Lines FromMerge(const Lines& merge, const std::string& marks, char own) {
   return lines;
 }
 
+// Lines without one of the marks.
+Lines UnknownMarks(const Lines& merge) {
+  Lines unknown;
+  for (const std::string& line : merge) {
+    const std::string mark = "|" + line.substr(0, 3) + "|";
+    if (std::string("|=o:|=n:|/o:|/n:|>n:|<o:|").find(mark) == std::string::npos) {
+      unknown.push_back(line);
+    }
+  }
+  return unknown;
+}
+
 // How a listing is laid out.
 struct Layout {
   bool vertical;
@@ -252,6 +264,8 @@ class Proof {
     const Lines merges[] = {Compare(old_bytes, new_bytes, settings + "|MergeOld=0"),
                             Compare(old_bytes, new_bytes, settings + "|MergeOld=1")};
     std::string fault =
+        Differs("marks", UnknownMarks(merges[0]), {}) +
+        Differs("marks", UnknownMarks(merges[1]), {}) +
         Differs("new file from MergeOld=0", FromMerge(merges[0], "=/>", 'n'), new_lines) +
         Differs("old file from MergeOld=1", FromMerge(merges[1], "=/<", 'o'), old_lines) +
         Differs("deleted lines", FromMerge(merges[0], "<", 'o'), FromMerge(merges[1], "<", 'o')) +

@@ -42,7 +42,7 @@ class Crowd:
             place = self.folder / charset
             place.mkdir()
             (place / "old.txt").write_bytes(text.encode(charset))
-            (place / "new.txt").write_bytes(text.replace("77", "７７").encode(charset))
+            (place / "new.txt").write_bytes(text.replace("77", charset).encode(charset))
 
     def run_all(self, commands):
         """Runs commands at once; returns how they ended, in their order."""
@@ -56,29 +56,31 @@ class Crowd:
         return [self.bench.program("ledrixc"), "compare", place / "old.txt", place / "new.txt",
                 "--charset", "auto", "--mrg", "--set", "OptBuff=1000", *out]
 
-    def listing(self, path):
+    def content(self, path):
+        """A listing without its stamps, or a merge source; nothing when it is missing."""
         return STAMP.sub(b"", path.read_bytes()) if path.exists() else b""
 
 
 def compares(crowd, wanted):
-    """Eight compares of the same inputs, four of them into the same listing, each with the log."""
-    outs = [() if number % 2 else ("--out", crowd.folder / f"out{number}.lst")
-            for number in range(AT_ONCE)]
-    commands = [crowd.compare(("euc-jp", "utf-8")[number // 2 % 2], out)
-                for number, out in enumerate(outs)]
+    """Eight compares at once, two a listing: of the same inputs, or of other ones into one listing.
+    All write the run log, and those with --out one merge source."""
     log = crowd.home / "Ledrixr.Log"
     log.unlink(missing_ok=True)
-    left = set()
-    for ended, command, out in zip(crowd.run_all(commands), commands, outs):
-        place = command[2].parent
-        listing = out[1] if out else place / "old_txt_COMP.TXT"
+    commands, outputs = [], {}
+    for number in range(AT_ONCE):
+        charset = ("euc-jp", "utf-8")[number // 2 % 2]
+        own = crowd.folder / charset / "old_txt_COMP.TXT"
+        out = own if number < 4 else crowd.folder / f"out{number % 2}.lst"
+        commands.append(crowd.compare(charset, () if number < 4 else ("--out", out)))
+        outputs.setdefault(out, []).append(wanted[charset][0])
+        outputs.setdefault(out.parent / "old_MRG.txt", []).append(wanted[charset][1])
+    for ended, command in zip(crowd.run_all(commands), commands):
         if ended.status != 1 or ended.err:
             yield f"{command}: {ended.status} {ended.err}"
-        if crowd.listing(listing) != wanted[place.name]:
-            yield f"{listing} is not that of a compare alone"
-        left.add(listing)
-    for listing in left:
-        listing.unlink(missing_ok=True)
+    for path, contents in outputs.items():
+        if crowd.content(path) not in contents:
+            yield f"{path} is of no compare alone"
+        path.unlink(missing_ok=True)
     rows = log.read_bytes().split(b"\r\n")
     folders = {row.rpartition(b",")[0].decode() for row in rows[:-1]}
     asked = {f"{crowd.folder}/", f"{crowd.folder}/euc-jp/", f"{crowd.folder}/utf-8/"}
@@ -115,8 +117,9 @@ def two_programs(bench, cases):
     wanted = {}
     for charset in ("euc-jp", "utf-8"):
         crowd.run_all([crowd.compare(charset)])
-        wanted[charset] = crowd.listing(crowd.folder / charset / "old_txt_COMP.TXT")
-        tally.check(len(wanted[charset]) > 1000, f"{charset}: no listing to compare with")
+        wanted[charset] = [crowd.content(crowd.folder / charset / name)
+                           for name in ("old_txt_COMP.TXT", "old_MRG.txt")]
+        tally.check(all(wanted[charset]), f"{charset}: nothing to compare with")
     for number in range(cases):
         what = (saves(crowd, bench.program("tests/window_driver")) if number % 4 == 3
                 else compares(crowd, wanted))
