@@ -64,8 +64,8 @@ static_assert(offsetof(Report, path) == 76);
 Report* report = nullptr;  // while nothing is counted: none
 bool busy = false;         // the library's own calls
 int chosen = kAny;
-int at = 0;
-int to = 0;     // the last call
+int first_call = 0;
+int last_call = 0;
 int error = 0;  // what Act returns
 const char* under = "";
 const char* watched = nullptr;
@@ -137,7 +137,8 @@ int Meet(int kind, const char* path) {
   }
   int result = 0;
   const int now = report->calls[chosen];
-  if ((kind == chosen || (chosen == kAny && kind != kAlloc)) && now >= at && now <= to && at > 0) {
+  if ((kind == chosen || (chosen == kAny && kind != kAlloc)) && now >= first_call &&
+      now <= last_call && first_call > 0) {
     if (report->happened == 0) {
       report->happened = now;
       std::strncpy(report->path, path, PATH_MAX - 1);
@@ -186,8 +187,10 @@ void Begin() {
   if (*Variable("FAULT_KIND") != '\0') chosen = KindOf(Variable("FAULT_KIND"));
   const std::string what = Variable("FAULT_DO");
   error = what == "short" ? kShort : std::atoi(what.c_str());
-  at = std::atoi(Variable("FAULT_AT"));
-  to = *Variable("FAULT_ON") == '\0' ? at : error == EINTR ? at + 50 : INT_MAX;
+  first_call = std::atoi(Variable("FAULT_AT"));
+  last_call = *Variable("FAULT_ON") == '\0' ? first_call
+              : error == EINTR              ? first_call + 50
+                                            : INT_MAX;
   under = Variable("FAULT_UNDER");
   watched = std::getenv("FAULT_PATH");
   const long file =
@@ -196,7 +199,7 @@ void Begin() {
   void* const memory =
       mmap(nullptr, sizeof(Report), PROT_READ | PROT_WRITE, MAP_SHARED, static_cast<int>(file), 0);
   syscall(SYS_close, file);
-  if (at == 0) Act();
+  if (first_call == 0) Act();
   report = static_cast<Report*>(memory);
 }
 
