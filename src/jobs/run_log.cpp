@@ -1,6 +1,7 @@
 #include "jobs/run_log.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <optional>
 
 #include "platform/files.h"
@@ -55,10 +56,11 @@ std::vector<HistoryEntry> WithoutKeys(std::vector<SortedEntry> sorted) {
   return entries;
 }
 
-// A folder that cannot be looked at may well be there.
+// A folder that cannot be looked at may well be there, unless nothing can have its name.
 bool MayBeFolder(const NativePath& path) {
   const Result<FileInfo> info = GetFileInfo(path);
-  return info.ok() ? info.value().kind == FileKind::kFolder : !info.error().IsMissing();
+  if (info.ok()) return info.value().kind == FileKind::kFolder;
+  return !info.error().IsMissing() && info.error().system_number != ENAMETOOLONG;
 }
 
 std::optional<HistoryEntry> ReadLine(std::string_view line, const LocalTime& now) {
