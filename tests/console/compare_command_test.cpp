@@ -1,7 +1,5 @@
 // "ledrixc compare" from outside.
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -113,77 +111,6 @@ TEST(CompareCommand, TellsOfFilesThatItCannotUse) {
     EXPECT_EQ(run.Read("secret"), "s");
   }
   EXPECT_TRUE(FileExists(NativePath("/dev/full")));
-}
-
-TEST(CompareCommand, AFullDiskLeavesNothingBehind) {
-  if (!test::MayMount()) GTEST_SKIP() << "no right to mount a file system of one megabyte";
-  const ProgramRun run;
-  std::string lines;
-  for (int i = 0; i < 20000; ++i) lines += "line " + std::to_string(i) + "\n";
-  run.File("big.txt", lines);
-  std::filesystem::create_directory(run.At("disk"));
-  // The listing fills the disk; what is left there is counted on that disk.
-  const ProgramResult result = run.Run(
-      "/bin/sh",
-      {"-c", "'" LEDRIXC "' compare --settings none --mrg --csv old.txt big.txt --out disk/; "
-             "echo $?; ls disk"},
-      {.tmpfs = run.At("disk")});
-  EXPECT_NE(result.err.find("ディスクの空き容量が足りません"), std::string::npos) << result.err;
-  EXPECT_NE(result.out.find("    エラー\n"), std::string::npos) << result.out;
-  EXPECT_NE(result.out.find("\n2\nLedrix.CSV\n"), std::string::npos) << result.out;
-  EXPECT_EQ(result.out.find("_COMP"), result.out.rfind("_COMP")) << result.out;
-  EXPECT_EQ(result.out.find("_MRG"), std::string::npos) << result.out;
-}
-
-TEST(CompareCommand, ALineOf200MegabytesIsALine) {
-  const ProgramRun run;
-  for (const char* name : {"old.txt", "new.txt"}) {
-    run.File(name, "");
-    ASSERT_EQ(truncate(run.At(name).c_str(), 200'000'000), 0);
-  }
-  const int file = open(run.At("new.txt").c_str(), O_WRONLY);
-  ASSERT_EQ(pwrite(file, "x", 1, 5000), 1);
-  close(file);
-  const ProgramResult result = run.Compare({"--set", "OptNoCngNoOut=0", "old.txt", "new.txt"});
-  EXPECT_EQ(result.status, 1) << result.err;
-  EXPECT_NE(result.out.find("OLD=    1 NEW=    1 Rep=    1"), std::string::npos) << result.out;
-}
-
-// A pipe that the test fills bit by bit holds the program where the test wants it.
-struct HeldRun : ProgramRun {
-  static constexpr int kLines = 100'000;
-  static std::string Line(int i) { return "line " + std::to_string(i) + "\n"; }
-
-  HeldRun() {
-    std::string lines;
-    for (int i = 0; i < kLines; ++i) lines += Line(i);
-    File("old.txt", lines);
-    EXPECT_EQ(mkfifo(At("pipe").c_str(), 0666), 0);
-  }
-  // Sends half of the lines, calls, and sends the rest.
-  ProgramResult Run(const std::function<void(pid_t)>& in_the_middle) const {
-    return Compare({"old.txt", "pipe", "--csv"}, {.meanwhile = [&](pid_t child) {
-                     const int descriptor = open(At("pipe").c_str(), O_WRONLY);
-                     for (int i = 0; i < kLines; ++i) {
-                       if (i == kLines / 2) in_the_middle(child);
-                       const std::string line = Line(i);
-                       // The program may be gone by design of the test.
-                       if (write(descriptor, line.data(), line.size()) < 0) break;
-                     }
-                     close(descriptor);
-                   }});
-  }
-};
-
-TEST(HeldCompare, ASignalStopsTheJob) {
-  const HeldRun run;
-  signal(SIGPIPE, SIG_IGN);
-  const ProgramResult result = run.Run([](pid_t child) { kill(child, SIGINT); });
-  signal(SIGPIPE, SIG_DFL);
-  EXPECT_EQ(result.status, 2);
-  EXPECT_NE(result.out.find("    中断\n"), std::string::npos) << result.out;
-  EXPECT_EQ(ReadLines(run.folder.At("Ledrix.CSV")).at(1),
-            "1," + run.At("old.txt") + ",-," + run.At("pipe") + ",中断");
 }
 
 }  // namespace

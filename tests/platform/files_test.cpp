@@ -15,17 +15,6 @@ namespace {
 using test::FileExists;
 using test::TempFolder;
 
-TEST(OutputFile, KeepsTheFirstFailureAndSparesADevice) {
-  Result<OutputFile> full = OutputFile::Create(NativePath("/dev/full"));
-  ASSERT_TRUE(full.ok());
-  full.value().Write(std::string(300000, 'x'));
-  const Status closed = full.value().Close();
-  ASSERT_FALSE(closed.ok());
-  EXPECT_EQ(closed.error().system_number, ENOSPC);
-  full.value().Discard();
-  EXPECT_TRUE(FileExists(NativePath("/dev/full")));
-}
-
 TEST(OutputFile, WritesTextsOfEverySizeInOrder) {
   const TempFolder folder;
   Result<OutputFile> file = OutputFile::Create(folder.At("out"));

@@ -1,18 +1,13 @@
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <filesystem>
 #include <random>
-#include <set>
 
 #include "settings/ini_file.h"
 #include "settings/pattern_slots.h"
 #include "settings/settings_store.h"
-#include "support/program.h"
 #include "support/test_files.h"
 
 namespace ledrix {
@@ -86,26 +81,6 @@ TEST(SettingsStore, NonsenseIsPassedOver) {
   EXPECT_EQ(options.OptTABtoKETA, 8);
 }
 
-TEST(SettingsStore, KeepsTheOldFileWhereTheNewOneCannotBeWritten) {
-  const TempFolder folder;
-  const NativePath path = folder.Write("settings.ini", "[Option]\nOptMatch=7\n");
-  chmod(folder.path().c_str(), 0555);
-  SettingsStore store(path);
-  ASSERT_TRUE(store.Load().ok());
-  store.WriteSetting("Option", "OptMatch", "9");
-  if (geteuid() != 0) {
-    EXPECT_FALSE(store.Save().ok());
-    EXPECT_EQ(test::ReadFile(path), "[Option]\nOptMatch=7\n");
-  }
-  EXPECT_FALSE(SettingsStore(NativePath("/dev/null/settings.ini")).Save().ok());
-  EXPECT_FALSE(SettingsStore(NativePath("/proc/version")).Save().ok());
-  std::filesystem::create_directory(folder.At("folder.ini").bytes());
-  EXPECT_FALSE(SettingsStore(folder.At("folder.ini")).Save().ok());
-  const auto files = std::filesystem::directory_iterator(folder.path());
-  EXPECT_EQ(std::distance(files, {}), 2);  // nothing is left of a save that failed
-  EXPECT_FALSE(SettingsStore(folder.At("none")).Load().ok());
-}
-
 TEST(SettingsStore, ALinkedFileStaysALink) {
   const TempFolder folder;
   folder.Write("real.ini", "");
@@ -115,42 +90,6 @@ TEST(SettingsStore, ALinkedFileStaysALink) {
   ASSERT_TRUE(store.Save().ok());
   EXPECT_TRUE(std::filesystem::is_symlink(folder.At("settings.ini").bytes()));
   EXPECT_EQ(test::ReadFile(folder.At("real.ini")), "[Option]\nk=v\n");
-}
-
-void SaveText(const NativePath& path, char letter) {
-  SettingsStore store(path);
-  store.WriteSetting("Option", "Text", std::string(20000, letter));
-  store.WriteSetting("Option", "Last", "end");
-  EXPECT_TRUE(store.Save().ok());
-}
-
-// Each child is killed somewhere on its way through a save, later by a little from kill to kill.
-TEST(SettingsStore, AKilledSaveLeavesTheOldOrTheNewFile) {
-  const TempFolder folder;
-  const NativePath path = folder.At("settings.ini");
-  SaveText(path, 'a');
-  const auto start = std::chrono::steady_clock::now();
-  SaveText(path, 'b');
-  const std::chrono::duration<double, std::micro> one_save =
-      std::chrono::steady_clock::now() - start;
-  constexpr int kKills = 50;
-  std::set<char> found;
-  for (int i = 0; i < kKills; ++i) {
-    const pid_t child = fork();
-    if (child == 0) {
-      for (char letter = 'a';; letter = letter == 'a' ? 'b' : 'a') SaveText(path, letter);
-    }
-    usleep(static_cast<useconds_t>(500 + 2 * one_save.count() * i / kKills));
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    SettingsStore store(path);
-    ASSERT_TRUE(store.Load().ok());
-    const std::string text = store.ReadSetting("Option", "Text", "-");
-    ASSERT_EQ(text, std::string(20000, text[0])) << i;
-    ASSERT_EQ(store.ReadSetting("Option", "Last", ""), "end");
-    found.insert(text[0]);
-  }
-  EXPECT_EQ(found, (std::set<char>{'a', 'b'}));  // saves did come to their end
 }
 
 TEST(Options, AreSavedAndLoadedUnderTheirKeys) {

@@ -1,7 +1,6 @@
 // Files that exist and cannot be read: settings, patterns and the run log.
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -104,25 +103,6 @@ TEST(ReplaceFile, KeepsModeAndOwner) {
     EXPECT_EQ(after.st_gid, before.st_gid);
     EXPECT_EQ(test::ReadFile(path), "new");
   }
-}
-
-// Seventeen values and a name, and never some of them.
-TEST(PatternSlots, ASaveReplacesTheFileOnce) {
-  const TempFolder folder;
-  PatternSlots patterns(NativePath(folder.path() + "/"));
-  const int watch = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-  ASSERT_GE(inotify_add_watch(watch, folder.path().c_str(), IN_MOVED_TO | IN_CREATE), 0);
-  ASSERT_TRUE(patterns.SavePattern(0, {"name", {}}).ok());
-  alignas(inotify_event) char events[65536];
-  const ssize_t size = read(watch, events, sizeof events);
-  close(watch);
-  std::vector<std::string> names;  // under which a file appeared
-  for (ssize_t at = 0; at < size;) {
-    const auto& event = *reinterpret_cast<const inotify_event*>(events + at);
-    names.push_back(event.name);
-    at += static_cast<ssize_t>(sizeof event + event.len);
-  }
-  EXPECT_EQ(names, std::vector<std::string>{"LedrixPtn1.ini"});
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <fcntl.h>
 #include <grp.h>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,12 +15,6 @@ namespace {
 
 constexpr uid_t kNobody = 65534;
 constexpr int kCouldNotStart = 126;
-
-bool MountSmallFileSystem(const std::string& folder) {
-  return unshare(CLONE_NEWNS) == 0 &&
-         mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-         mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=1m") == 0;
-}
 
 bool DropRoot() {
   return setgroups(0, nullptr) == 0 && setresgid(kNobody, kNobody, kNobody) == 0 &&
@@ -45,9 +37,7 @@ bool SucceedsInAChild(const std::function<bool()>& action) {
   };
   const int program = open(command[0].c_str(), O_RDONLY | O_CLOEXEC);
   const bool ready = program >= 0 && redirect("out", STDOUT_FILENO) &&
-                     redirect("err", STDERR_FILENO) &&
-                     (options.tmpfs.empty() || MountSmallFileSystem(options.tmpfs)) &&
-                     (!options.as_nobody || DropRoot()) &&
+                     redirect("err", STDERR_FILENO) && (!options.as_nobody || DropRoot()) &&
                      (options.folder.empty() || chdir(options.folder.c_str()) == 0);
   if (!ready) _exit(kCouldNotStart);
   for (const std::string& variable : options.environment) {
@@ -67,11 +57,6 @@ bool SucceedsInAChild(const std::function<bool()>& action) {
 
 bool MayDropRoot() {
   return geteuid() == 0 && SucceedsInAChild(DropRoot);
-}
-
-bool MayMount() {
-  const TempFolder folder;
-  return SucceedsInAChild([&folder] { return MountSmallFileSystem(folder.path()); });
 }
 
 ProgramResult RunProgram(const std::vector<std::string>& command, const ProgramOptions& options) {

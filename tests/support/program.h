@@ -19,14 +19,12 @@ struct ProgramOptions {
   std::vector<std::string> environment;  // NAME=VALUE, on top of the test's own
   std::string folder;                    // current folder; empty: the test's own
   bool as_nobody = false;                // drop root first, so that permissions count
-  std::string tmpfs;                     // mount a tmpfs of one megabyte there first
   // Called in the test while the program runs.
   std::function<void(pid_t)> meanwhile;
 };
 
-// True when this process may do what `as_nobody` and `tmpfs` need.
+// True when this process may do what `as_nobody` needs.
 bool MayDropRoot();
-bool MayMount();
 
 ProgramResult RunProgram(const std::vector<std::string>& command,
                          const ProgramOptions& options = {});
