@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <map>
 #include <random>
 
 #include "charset/japanese_codes.h"
@@ -174,34 +175,15 @@ std::string Swapped(std::string text) {
 }
 
 TEST(LineCutter, CutsAtEveryKindOfLineEnd) {
-  struct Case {
-    LineCutting cutting;
-    std::string bytes;
-    Texts lines;
-  };
-  constexpr auto kBytes = LineCutting::kBytes;
-  constexpr auto kUtf16Le = LineCutting::kUtf16Le;
-  constexpr auto kUtf16Be = LineCutting::kUtf16Be;
-  const Case cases[] = {
-      {kBytes, "", {}},
-      {kBytes, "abc\r\nd", {"abc", "d"}},
-      {kBytes, "abc\r\n\r\n", {"abc", ""}},
-      {kBytes, "a\rb\nc\n\rd", {"a", "b", "c", "", "d"}},
-      {kBytes, "\r", {""}},
-      {kUtf16Le, Wide("a\r\nb"), {Wide("a"), Wide("b")}},
-      {kUtf16Le, Wide("a\rb\n"), {Wide("a"), Wide("b")}},
-      {kUtf16Le, Wide("\r\n\r\n"), {"", ""}},
-      {kUtf16Le, "x\r" + std::string(1, '\0') + "y", {"x", "y"}},
-      {kUtf16Le, "a\r\nb", {"a\r\nb"}},
-      {kUtf16Le, Wide("a") + "\r", {Wide("a") + "\r"}},
-      {kUtf16Be,
-       Swapped(Wide("a\r\nb\rc\n\n")),
-       {Swapped(Wide("a")), Swapped(Wide("b")), Swapped(Wide("c")), ""}},
-      {kUtf16Be, std::string("x\0\ny\0\n", 6), {std::string("x\0\ny", 4)}},
-  };
   const TempFolder folder;
-  for (const Case& c : cases) {
-    EXPECT_EQ(Cut(folder.Write("f", c.bytes), c.cutting), c.lines) << c.bytes;
+  const std::map<std::string, LineCutting> cuttings = {{"bytes", LineCutting::kBytes},
+                                                       {"UTF-16LE", LineCutting::kUtf16Le},
+                                                       {"UTF-16BE", LineCutting::kUtf16Be}};
+  for (const auto& row : test::ReadTable("cut_lines.tsv")) {
+    std::string lines;
+    for (const std::string& line : Cut(folder.Write("f", row[1]), cuttings.at(row[0])))
+      lines += line + "|";
+    EXPECT_EQ(lines, row[2]) << row[0] << " " << row[1];
   }
 }
 
@@ -304,21 +286,6 @@ TEST(ConvertedCompare, CallsTheCopiesByNamesThatNobodySees) {
   EXPECT_NE(header.find("/old.txt_UTF-8 "), std::string::npos) << header;
   EXPECT_NE(test::ReadLines(run.folder.At("Ledrix.CSV")).at(1).find("/new.txt_UTF-8,12001"),
             std::string::npos);
-}
-
-TEST(ConvertedCompare, AStopAtAnyYieldLeavesNoCopy) {
-  int ended_between = 0;  // before the last lines were converted
-  for (int stop = 1; stop <= 20; ++stop) {
-    ConvertedPair run;
-    run.platform.stop_at_yield = stop;
-    run.Run();
-    EXPECT_EQ(run.front_end.results.back(), "    中断") << stop;
-    ended_between += run.front_end.bar_texts.back() == "UTF-8 変換中 ･･･ 81%" ? 1 : 0;
-    for (const std::string& name : run.Names()) {
-      EXPECT_EQ(name.find("UTF"), std::string::npos) << stop << name;
-    }
-  }
-  EXPECT_EQ(ended_between, 2);
 }
 
 TEST(ConvertedCompare, RefusesAFileThatCannotBeConverted) {

@@ -18,45 +18,6 @@ using test::FileExists;
 using test::Texts;
 using test::TreeRun;
 
-// The job yields before it begins, when it enters a folder and before it looks at each entry: at 2
-// the first folder is entered, at 3 its list has been read.
-void RemoveAtYield(TreeRun& run, const char* path, int number) {
-  run.platform.at_yield = [&run, path, number](int yield) {
-    if (yield == number) std::filesystem::remove_all(run.folder.At(path).bytes());
-  };
-}
-
-TEST(DirJobs, FailAsAWholeWhenAFolderVanishes) {
-  struct Case {
-    const char* folder;
-    int yield;
-    const char* trouble;  // what the last line told begins with, below the test's folder
-  };
-  const Case cases[] = {
-      {"old", 1, "/old/: "},  // before the job begins
-      {"old/sub", 3, "/old/sub"},
-      {"old/sub", 5, "/old/sub/: "},  // when it is entered
-      {"old/sub", 6, "/old/sub/: "},  // while it is read
-  };
-  for (const Case& c : cases) {
-    for (const JobKind kind : {JobKind::kDirEdit, JobKind::kDirComp}) {
-      TreeRun run;
-      run.File("old/a", 1);
-      run.File("old/sub/f", 1);
-      run.request.JobKind = kind;
-      run.folder.Write("d.lst", "of an earlier run");
-      RemoveAtYield(run, c.folder, c.yield);
-      EXPECT_EQ(run.Result(), "    エラー") << c.yield;
-      EXPECT_FALSE(FileExists(run.request.OutPath)) << c.yield;
-      EXPECT_EQ(run.services.end(), JobEnd::kTrouble) << c.yield;
-      ASSERT_FALSE(run.platform.troubles.empty()) << c.yield;
-      const std::string& told = run.platform.troubles.back();
-      EXPECT_TRUE(told.starts_with(run.folder.path() + c.trouble)) << told;
-      EXPECT_TRUE(told.ends_with(": ファイルが見つかりません")) << told;
-    }
-  }
-}
-
 TEST(DirJobs, RemoveNoInputAndNothingButFiles) {
   TreeRun run;
   run.request.NewPath = run.folder.Write("bad.ddf", "\\x\r\nno record\r\n");
@@ -85,7 +46,9 @@ TEST(DirJobs, LeaveOutAFileThatVanishes) {
     TreeRun run;
     for (const char* name : {"old/a", "old/b", "new/a"}) run.File(name, 1);
     if (!is_compare) run.request.JobKind = JobKind::kDirEdit;
-    RemoveAtYield(run, "old/b", 3);
+    run.platform.at_yield = [&run](int yield) {  // the third comes when a list has been read
+      if (yield == 3) std::filesystem::remove(run.folder.At("old/b").bytes());
+    };
     EXPECT_EQ(run.Result(),
               is_compare ? "    UnMatch=    0 OLD=    1 NEW=    1 Rep=    0 Add=    0 Del=    0"
                          : "    FileCount:1");
