@@ -118,6 +118,25 @@ std::string Lines(int first, int last, std::string_view end = "\r\n") {
   return bytes;
 }
 
+// A file as the table of cases describes it.
+std::string Pieces(std::string_view description) {
+  std::string bytes;
+  for (const std::string& piece : SplitAt(description, '+')) {
+    const size_t range = piece.find("..");
+    const size_t times = piece.find('*');
+    const size_t colon = piece.find(':');
+    if (range != std::string::npos) {
+      bytes += Lines(std::stoi(piece), std::stoi(piece.substr(range + 2)),
+                     colon == std::string::npos ? "\r\n" : piece.substr(colon + 1));
+    } else if (times != std::string::npos) {
+      bytes += test::Repeat(piece.substr(times + 1), std::stoul(piece));
+    } else {
+      bytes += piece;
+    }
+  }
+  return bytes;
+}
+
 TEST(ByteSearch, FindsTheFirstDifferenceAndTheLastByte) {
   const std::string bytes(9000, 'x');
   for (const size_t size : {0, 1, 63, 64, 65, 4095, 4096, 4097, 4160, 8191, 8999}) {
@@ -132,65 +151,16 @@ TEST(ByteSearch, FindsTheFirstDifferenceAndTheLastByte) {
 }
 
 TEST(EqualLines, AreSkippedWithoutATrace) {
-  struct Case {
-    const char* name;
-    std::string old_bytes;
-    std::string new_bytes;
-    const char* settings;
-    bool skips;  // most pairs are never looked at one by one
-  };
-  const std::string head = Lines(1, 400);
-  const std::string tail = Lines(500, 1500);
-  const Case cases[] = {
-      {"identical", head + tail, head + tail, "", true},
-      {"one change", head + "a\r\n" + tail, head + "b\r\n" + tail, "", true},
-      {"a change in the last line", head + "a\r\n", head + "b\r\n", "", true},
-      {"a change in the last byte", head + "a", head + "b", "", true},
-      {"no line end at the end of one", head + "a", head + "a\r\n", "", true},
-      {"no line end at the end of both", head + tail + "a", head + tail + "a", "", true},
-      {"one file is the beginning of the other", head + tail, head + tail + head, "", true},
-      {"cut off in a line", head + tail, head + tail.substr(0, tail.size() - 1007), "", true},
-      {"a small block added", head + tail, head + Lines(401, 403) + tail, "", true},
-      {"a small block deleted", head + Lines(401, 409) + tail, head + tail, "", true},
-      {"a large block added", head + tail, head + Lines(7000, 7300) + tail, "", true},
-      {"lone line feeds", Lines(1, 500, "\n"), Lines(1, 499, "\n") + "x\n", "", true},
-      {"line ends of both kinds", Lines(1, 500, "\n"), Lines(1, 500), "", false},
-      {"other line ends in one place", head + tail, head + "x\n" + tail, "", true},
-      {"trailing spaces do not count", head + "a\r\n" + tail, head + "a  \r\n" + tail,
-       "OptSpData=1", true},
-      {"trailing spaces count", head + "a\r\n" + tail, head + "a  \r\n" + tail, "OptSpData=0",
-       true},
-      {"trailing spaces everywhere", Lines(1, 900, " \r\n"), Lines(1, 900), "OptSpData=1", false},
-      {"context of 99 lines", head + "a\r\n" + tail, head + "b\r\n" + tail, "OptLstout=99", true},
-      {"context over the blocks", head + "a\r\n" + tail, "b\r\n" + head + tail, "OptLstout=99",
-       true},
-      {"tabs, expanded", head + "\tx\tb\r\n" + tail, head + "\tx\tc\r\n" + tail,
-       "OptTABtoSPACE=1|OptTABtoKETA=4", true},
-      {"tabs in every line", Lines(1, 900, "\tx\r\n") + "a", Lines(1, 900, "\tx\r\n") + "b",
-       "OptTABtoSPACE=1", true},
-      {"tabs, not expanded", Lines(1, 900, "\tx\r\n") + "a", Lines(1, 900, "\tx\r\n") + "b", "",
-       true},
-      {"columns", head + "aaaaaaX\r\n" + tail, head + "bbbbbbX\r\n" + tail,
-       "OptSTCol=7|OptEDCol=72", true},
-      {"letter case", head + "Abc\r\n" + tail, head + "aBC\r\n" + tail, "OptUpperCase=0", true},
-      {"every line listed", head + "a\r\n" + tail, head + "b\r\n" + tail, "OptOutLineCnt=1", false},
-      {"line numbers", head + "a\r\n" + tail, head + "b\r\n" + tail, "LineNoAdd=1", true},
-      {"vertical", head + "a\r\n" + tail, head + "b\r\n" + tail, "OptOutLineVar=1", true},
-      {"a window of one line", head + "a\r\n" + tail, head + "b\r\n" + tail, "OptBuff=1", true},
-      {"a line longer than a block", head + std::string(70000, 'x') + "\r\n" + tail,
-       head + std::string(70000, 'x') + "y\r\n" + tail, "", true},
-      {"empty lines", std::string(3000, '\n'), std::string(2990, '\n') + "x\n", "", true},
-  };
-  for (const Case& c : cases) {
-    ComparedPair pair(c.old_bytes, c.new_bytes, c.settings);
+  for (const auto& row : test::ReadTable("equal_lines.tsv")) {
+    ComparedPair pair(Pieces(row[1]), Pieces(row[2]), row[3]);
     const Outcome expected = pair.LineByLine();
     for (const size_t block : {size_t{1}, size_t{7}, size_t{64}, size_t{1000}, size_t{1} << 18}) {
       EXPECT_TRUE(pair.Fast({.block_bytes = block}) == expected)
-          << c.name << ", blocks of " << block;
+          << row[0] << ", blocks of " << block;
     }
     const Outcome fast = pair.Fast({});
-    EXPECT_EQ(fast.steps < expected.steps / 2, c.skips)
-        << c.name << ": " << fast.steps << " of " << expected.steps;
+    EXPECT_EQ(fast.steps < expected.steps / 2, row[4] == "yes")
+        << row[0] << ": " << fast.steps << " of " << expected.steps;
   }
 }
 

@@ -219,23 +219,6 @@ TEST(PairDriver, TellsWhatCannotBeOpened) {
   }
 }
 
-TEST(PairDriver, AFailedWriteRemovesEveryOutputOfThePair) {
-  for (NativePath JobFiles::*const path :
-       {&JobFiles::OutPath, &JobFiles::SbnPath, &JobFiles::MrgPath}) {
-    PairRun run("a\nb\n", "a\nc\n");
-    run.WantSideOutputs();
-    run.job.files.*path = NativePath("/dev/full");
-    EXPECT_EQ(run.Compare(), "    エラー");
-    EXPECT_EQ(run.platform.troubles, (Texts{"/dev/full: ディスクの空き容量が足りません"}));
-    EXPECT_TRUE(run.platform.messages.empty());
-    EXPECT_EQ(run.services.end(), JobEnd::kTrouble);
-    for (const char* name : {"out.lst", "out.sbn", "out.mrg"}) {
-      EXPECT_FALSE(FileExists(run.folder.At(name))) << name;
-    }
-    EXPECT_TRUE(FileExists(NativePath("/dev/full")));
-  }
-}
-
 TEST(PairDriver, AStopAtAnyYieldLeavesNoSummary) {
   const std::string old_bytes = File(Numbered(1, 30));
   const std::string new_bytes = File(Numbered(1, 10) + Texts{"x"} + Numbered(12, 30));

@@ -36,58 +36,10 @@ struct Desktop {
 };
 
 TEST(Associations, AreFoundInTheOrderOfTheDesktop) {
-  struct Case {
-    const char* what;
-    std::vector<std::pair<const char*, const char*>> files;
-    const char* found;
-  };
-  for (const Case& c : std::vector<Case>{
-           {"nothing", {}, "none"},
-           {"noise", {{"config/mimeapps.list", "\x80[[=;\n\n=]"}}, "none"},
-           {"cache",
-            {{"system/mimeinfo.cache", "[MIME Cache]\nt/a=gone.desktop;viewer.desktop;\n"}},
-            "viewer"},
-           {"parent", {{"system/mimeinfo.cache", "[MIME Cache]\nt/p=viewer.desktop;\n"}}, "viewer"},
-           {"own type before a parent's default",
-            {{"system/mimeinfo.cache", "[MIME Cache]\nt/a=viewer.desktop;\n"},
-             {"config/mimeapps.list", "[Default Applications]\nt/p=editor.desktop\n"}},
-            "viewer"},
-           {"default",
-            {{"system/mimeinfo.cache", "[MIME Cache]\nt/a=viewer.desktop;\n"},
-             {"system/mimeapps.list", "[Default Applications]\nt/a=editor.desktop;\n"}},
-            "editor"},
-           {"user's default",
-            {{"config/mimeapps.list", "[Default Applications]\nt/a=own.desktop\n"},
-             {"system/mimeapps.list", "[Default Applications]\nt/a=editor.desktop;\n"}},
-            "own"},
-           {"the desktop's own list first",
-            {{"config/mimeapps.list", "[Default Applications]\nt/a=own.desktop\n"},
-             {"config/kde-mimeapps.list", "[Default Applications]\nt/a=editor.desktop\n"}},
-            "editor"},
-           {"missing, masked, broken",
-            {{"config/mimeapps.list",
-              "[Default Applications]\nt/a=gone.desktop;masked.desktop;broken.desktop;"
-              "../system/editor.desktop;viewer\n"},
-             {"system/mimeinfo.cache", "[MIME Cache]\nt/a=viewer.desktop;\n"}},
-            "viewer"},
-           {"added",
-            {{"apps/mimeapps.list", "[Added Associations]\nt/a=own.desktop;\n"},
-             {"apps/mimeinfo.cache", "[MIME Cache]\nt/a=viewer.desktop;\n"}},
-            "own"},
-           {"removed",
-            {{"config/mimeapps.list", "[Removed Associations]\nt/a=viewer.desktop;\n"},
-             {"system/mimeinfo.cache", "[MIME Cache]\nt/a=viewer.desktop;editor.desktop\n"}},
-            "editor"},
-           {"removed further down",
-            {{"config/mimeapps.list", "[Added Associations]\nt/a=viewer.desktop;\n"},
-             {"system/mimeapps.list", "[Removed Associations]\nt/a=viewer.desktop;\n"}},
-            "viewer"},
-           {"below a folder",
-            {{"apps/mimeinfo.cache", "[MIME Cache]\nt/a=sub-deep-er.desktop;\n"}},
-            "deep-er"}}) {
+  for (const auto& row : test::ReadTable("associations.tsv")) {
     const Desktop desktop;
-    for (const auto& [name, bytes] : c.files) desktop.root.Write(name, bytes);
-    EXPECT_EQ(desktop.Find({"t/a", "t/p"}), c.found) << c.what;
+    for (size_t i = 2; i + 1 < row.size(); i += 2) desktop.root.Write(row[i], row[i + 1]);
+    EXPECT_EQ(desktop.Find({"t/a", "t/p"}), row[1]) << row[0];
   }
 }
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "jobs/output_names.h"
 #include "support/test_run.h"
 #include "text/name_pattern.h"
@@ -22,42 +24,25 @@ TEST(NamePattern, MatchesAsTheTableSays) {
 }
 
 TEST(OutputNames, FollowTheOutputFolderAndTheOldName) {
-  struct Case {
-    PathStyle style;
-    OutputDirMode mode;
-    const char* old_path;
-    const char* new_path;
-    const char* listing;
-    const char* difference_file;
-    const char* merge_source;
-  };
-  constexpr auto kWin = PathStyle::kWindows;
-  constexpr auto kPosix = PathStyle::kPosix;
-  const Case cases[] = {
-      {kWin, OutputDirMode::kOldDir, "C:\\src\\a.b.txt", "D:\\x\\n.c", "C:\\src\\a_b_txt_COMP.TXT",
-       "C:\\src\\a_b_txt-a_b_txt.SBN", "C:\\src\\a.b_MRG.txt"},
-      {kPosix, OutputDirMode::kNewDir, "/o/a.c", "/n/b.c", "/n/b_c_COMP.TXT", "/n/b_c-b_c.SBN",
-       "/n/a_MRG.c"},
-      {kPosix, OutputDirMode::kElse, "/o/a.c", "/n/b.c", "/else/a_c_COMP.TXT", "/else/a_c-a_c.SBN",
-       "/else/a_MRG.c"},
-      {kPosix, OutputDirMode::kConstant, "/o/noext", "/n/b.c", "/fixed/noext_COMP.TXT",
-       "/fixed/noext-noext.SBN", "/fixed/noext_MRG"},
-  };
-  for (const Case& c : cases) {
+  const std::map<std::string, OutputDirMode> modes = {{"old", OutputDirMode::kOldDir},
+                                                      {"new", OutputDirMode::kNewDir},
+                                                      {"else", OutputDirMode::kElse},
+                                                      {"constant", OutputDirMode::kConstant}};
+  for (const auto& row : test::ReadTable("output_names.tsv")) {
     TestRun run;
     run.options.ContOutDirPath = "/fixed";
     run.options.ComboLstSbn = "*-*.SBN";
     OutputChoices choices;
     choices.ElseOutputDir = NativePath("/else/");
-    choices.OutputDirMode = c.mode;
+    choices.OutputDirMode = modes.at(row[1]);
     choices.OptSbnList = choices.OptMrgSrc = true;
     const auto make = [&] {
-      return MakeOutputNames(run.options, choices, NativePath(c.old_path), NativePath(c.new_path),
-                             c.style);
+      return MakeOutputNames(run.options, choices, NativePath(row[2]), NativePath(row[3]),
+                             row[0] == "windows" ? PathStyle::kWindows : PathStyle::kPosix);
     };
-    EXPECT_EQ(make().OutPath.bytes(), c.listing);
-    EXPECT_EQ(make().SbnPath.bytes(), c.difference_file);
-    EXPECT_EQ(make().MrgPath.bytes(), c.merge_source);
+    EXPECT_EQ(make().OutPath.bytes(), row[4]);
+    EXPECT_EQ(make().SbnPath.bytes(), row[5]);
+    EXPECT_EQ(make().MrgPath.bytes(), row[6]);
     choices.OptSbnList = choices.OptMrgSrc = false;
     EXPECT_TRUE(make().SbnPath.empty() && make().MrgPath.empty());
   }

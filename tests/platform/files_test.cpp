@@ -15,21 +15,6 @@ namespace {
 using test::FileExists;
 using test::TempFolder;
 
-TEST(OutputFile, WritesTextsOfEverySizeInOrder) {
-  const TempFolder folder;
-  Result<OutputFile> file = OutputFile::Create(folder.At("out"));
-  std::string expected;
-  for (const size_t size : {1u, 131071u, 1u, 131072u, 131073u, 300000u, 5u}) {
-    const std::string text(size, static_cast<char>('a' + size % 26));
-    expected += text;
-    file.value().Write(text);
-  }
-  EXPECT_TRUE(file.value().Close().ok());
-  EXPECT_TRUE(test::ReadFile(folder.At("out")) == expected);
-  file.value().Discard();
-  EXPECT_FALSE(FileExists(folder.At("out")));
-}
-
 TEST(OutputFile, MayWaitForItsFirstBytes) {
   const TempFolder folder;
   const auto make = [&](const char* name) {
@@ -105,29 +90,6 @@ TEST(Replacement, OldLeftoversGo) {
   for (const FolderEntry& entry : left.value()) names.push_back(entry.name);
   EXPECT_EQ(names, (std::vector<std::string>{"f.ini", "f.ini.Ab3dE", "f.ini.Ab3dEfg",
                                              "f.ini.a-3dEf", "f.ini.young1", "g.ini.Ab3dEf"}));
-}
-
-TEST(InputFile, RefusesWhatIsNoFile) {
-  const TempFolder folder;
-  struct Case {
-    NativePath path;
-    ErrorKind kind;
-    int number;
-  };
-  const Case cases[] = {
-      {folder.At("missing"), ErrorKind::kSystem, ENOENT},
-      {NativePath(""), ErrorKind::kSystem, ENOENT},
-      {NativePath(folder.path()), ErrorKind::kFolder, 0},
-      {NativePath("/dev/zero"), ErrorKind::kNotAFile, 0},
-      {folder.Write("file", "") + "/x", ErrorKind::kSystem, ENOTDIR},
-  };
-  for (const Case& c : cases) {
-    const Result<InputFile> file = InputFile::Open(c.path);
-    ASSERT_FALSE(file.ok()) << c.path.bytes();
-    EXPECT_EQ(file.error().kind, c.kind) << c.path.bytes();
-    EXPECT_EQ(file.error().system_number, c.number) << c.path.bytes();
-    EXPECT_FALSE(DescribeError(file.error()).empty());
-  }
 }
 
 TEST(PathExists, TellsFilesFromFolders) {

@@ -135,20 +135,8 @@ TEST(IniFile, ReadsWhatExistingFilesHold) {
            "Empty=\r\nNumber=12x\r\nBig=99999\r\nWord=abc\r\nName=second\r\n"
            "[OPTION]\nOptMatch=8\n[Pattern]\r\nLate=1\r\n") +
           "Long=" + std::string(300, 'x')));
-  struct Case {
-    const char* section;
-    const char* key;
-    std::string text;
-  };
-  const Case cases[] = {
-      {"Pattern", "name", "ﾊﾟﾀｰﾝ表"}, {"Pattern", "Quoted", " a "},
-      {"Pattern", "Half", "\"a'"},    {"Pattern", "Empty", "default"},
-      {"Option", "OptMatch", "8"},    {"Option", "Name", "default"},
-      {"None", "Name", "default"},    {"Pattern", "stray", "default"},
-      {"Pattern", "Late", "default"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(file.mGetString(c.section, c.key, "default"), c.text) << c.section << " " << c.key;
+  for (const auto& row : test::ReadTable("ini_values.tsv")) {
+    EXPECT_EQ(file.mGetString(row[0], row[1], "default"), row[2]) << row[0] << " " << row[1];
   }
   EXPECT_EQ(file.mGetInteger("Pattern", "Number"), 12);
   EXPECT_EQ(file.mGetInteger("Pattern", "Big"), 32767);
