@@ -117,9 +117,9 @@ TEST(DirComp, ClassifiesEachPair) {
     run.File("old/f", 5, base);
     run.File("new/f", 5 + std::stoul(row[1]), base + std::stol(row[2]), std::stol(row[3]));
     const bool matching = row[5] == "yes";
-    const std::string one = matching ? "0" : "1";
-    EXPECT_EQ(run.Result(), "    UnMatch=    " + one + " OLD=    1 NEW=    1 Rep=    " + one +
-                                " Add=    0 Del=    0")
+    EXPECT_EQ(run.Result(),
+              matching ? "    UnMatch=    0 OLD=    1 NEW=    1 Rep=    0 Add=    0 Del=    0"
+                       : "    UnMatch=    1 OLD=    1 NEW=    1 Rep=    1 Add=    0 Del=    0")
         << row[0] << " " << row[2];
     EXPECT_EQ(run.services.end(), matching ? JobEnd::kNoDifference : JobEnd::kDifference);
   }
