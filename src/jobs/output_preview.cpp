@@ -39,6 +39,12 @@ void FollowOutputSide(OutputChoices& choices, const FileSides& sides) {
   }
 }
 
+bool TellsOfFailure(const std::string& entry) {
+  constexpr size_t kIndent = 4;
+  return entry.compare(0, kIndent, "    ") == 0 &&
+         entry.compare(kIndent, std::string::npos, PairEndText(PairEnd::kFailed)) == 0;
+}
+
 NativePath OutputOfEntry(const std::vector<std::string>& entries, size_t index) {
   if (index >= entries.size()) return {};
   if (!IsPathEntry(entries[index]) && index > 0) --index;

@@ -20,4 +20,7 @@ void FollowOutputSide(OutputChoices& choices, const FileSides& sides);
 // opens with "(", otherwise of the one above it. Empty when there is none.
 NativePath OutputOfEntry(const std::vector<std::string>& entries, size_t index);
 
+// True for the second entry of an output that failed.
+bool TellsOfFailure(const std::string& entry);
+
 }  // namespace ledrix

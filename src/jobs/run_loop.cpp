@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <optional>
 
 #include "compare/pair_driver.h"
 #include "dircomp/dir_compare.h"
@@ -69,10 +70,15 @@ class MultipleCompare {
     TellMeetingNames();
     size_t number = 0;
     bool ended = true;
+    PairTally tally(static_cast<int64_t>(pairs_.size()));
     for (const auto& [old_name, new_name] : pairs_) {
-      ended = RunPair(++number, old_name, new_name) && !job_.StopRequested;
+      services_.front_end().PairStarted(++number, pairs_.size());
+      const std::optional<PairEnd> end = RunPair(number, old_name, new_name);
+      if (end) tally.Add(*end);
+      ended = end && !job_.StopRequested;
       if (!ended) break;
     }
+    services_.front_end().PairsEnded(tally);
     services_.ReportTotalLoss();
     if (!job_.outputs.OptCsvList) return;
     ended ? services_.CloseCsvSummary(job_.request.FileCount) : services_.AbandonCsvSummary();
@@ -111,8 +117,9 @@ class MultipleCompare {
                                        " 組で重なります（後の組はエラーになります）");
   }
 
-  // False when the job cannot go on.
-  bool RunPair(size_t number, const std::string& old_name, const std::string& new_name) {
+  // Nothing when the job cannot go on.
+  std::optional<PairEnd> RunPair(size_t number, const std::string& old_name,
+                                 const std::string& new_name) {
     services_.SetMessage("複数コンペア （ " + std::to_string(job_.request.FileCount) +
                          " ファイル ） を実行中\r( " + std::to_string(number) + " ) " +
                          PathToUtf8(NativePath(old_name)));
@@ -121,13 +128,12 @@ class MultipleCompare {
     job_.files.NewPath = new_folder_ + new_name;
     static_cast<OutputNames&>(job_.files) =
         MakeOutputNames(services_.options(), job_.outputs, job_.files.OldPath, job_.files.NewPath);
-    if (number == 1 && job_.outputs.OptCsvList && !StartCsvSummary(services_)) return false;
+    if (number == 1 && job_.outputs.OptCsvList && !StartCsvSummary(services_)) return std::nullopt;
     if (services_.IsExcludedType(old_name)) {
       ReportExcluded(old_name);
-    } else {
-      modComp::ComparePair(services_);
+      return PairEnd::kExcluded;
     }
-    return true;
+    return modComp::ComparePair(services_);
   }
 
   void ReportExcluded(const std::string& name) {

@@ -1,7 +1,10 @@
 // How a pair of a text compare ended, and the words for it.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <string>
 
 namespace ledrix {
 
@@ -17,6 +20,21 @@ enum class PairEnd {
 // The status text of the result list and the CSV summary; empty for a changed pair, and without
 // the count that follows it for an unchanged one.
 const char* PairEndText(PairEnd end);
+
+// How many pairs of a multiple compare ended how.
+class PairTally {
+ public:
+  explicit PairTally(int64_t pairs) : pairs_(pairs) {}
+
+  void Add(PairEnd end) { ++ends_[static_cast<size_t>(end)]; }
+  int64_t Count(PairEnd end) const { return ends_[static_cast<size_t>(end)]; }
+  // In one line, for the user: every way in which pairs ended, and how many were not reached.
+  std::string Text() const;
+
+ private:
+  int64_t pairs_;
+  std::array<int64_t, 6> ends_{};  // by PairEnd
+};
 
 // Counts of one compared pair, in lines.
 struct CompareCounts {

@@ -8,6 +8,7 @@
 #include "platform/services.h"
 #include "run/csv_summary.h"
 #include "run/job_record.h"
+#include "run/pair_result.h"
 #include "settings/option_record.h"
 #include "text/name_pattern.h"
 
@@ -39,6 +40,10 @@ class RunFrontEnd {
   virtual void SetBarText(const std::string& /*text*/) {}
   // The left edge of the progress bar, from -kProgressWidth (nothing shown) to 0 (all of it).
   virtual void SetProgress(double /*left*/) {}
+  // A multiple compare begins with a pair, counted from 1, of `count`; it has ended, all pairs or
+  // not.
+  virtual void PairStarted(size_t /*number*/, size_t /*count*/) {}
+  virtual void PairsEnded(const PairTally& /*tally*/) {}
 };
 
 // How a job ended, worst last; the console's exit status by number.

@@ -1,5 +1,8 @@
-// Opening, copying and deleting one file for the user, with the questions that this takes.
+// Opening, copying and deleting files for the user, with the questions that this takes.
 #pragma once
+
+#include <string>
+#include <vector>
 
 #include "platform/native_path.h"
 
@@ -17,17 +20,23 @@ class FileCommands {
   // By the program that is associated with it; a message tells when there is none. A path that is
   // empty or leads nowhere is passed over, here and in Delete.
   void Open(const NativePath& path);
-  // Asks before a file is replaced, and tells when the copy fails. Events act while it is made, the
-  // mouse and the keys wait. False when the user wants none.
-  bool Copy(const NativePath& from, const NativePath& to);
-  // Asks, and moves the file to the trash. False when the user does not want it, or no file is
-  // there.
-  bool Delete(const NativePath& path);
+  struct CopyPaths {
+    NativePath from;
+    NativePath to;
+  };
+  // Asks once before files are replaced, and tells which copies failed. Events act while they are
+  // made, the mouse and the keys wait. False when the user wants none.
+  bool Copy(const std::vector<CopyPaths>& files);
+  // Asks once, and moves the files to the trash. False when the user does not want it, or no file
+  // is there.
+  bool Delete(std::vector<NativePath> paths);
 
   // True inside Copy, which uses this until it returns.
   bool is_copying() const { return copying_; }
 
  private:
+  bool Ask(const std::string& question, bool yes_by_default);
+
   WindowPlatform& platform_;
   DesktopActions& actions_;
   bool copying_ = false;

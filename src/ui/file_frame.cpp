@@ -7,17 +7,16 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QToolButton>
-#include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "ui/drive_box.h"
+#include "ui/file_view.h"
 #include "ui/folder_list.h"
 #include "ui/named.h"
 #include "ui/pane_splitter.h"
 #include "ui/path_drops.h"
 #include "ui/qt_text.h"
-#include "ui/roomy_rows.h"
 
 namespace ledrix {
 namespace {
@@ -43,7 +42,7 @@ FileFrame::FileFrame(Side side, const OptionRecord& options, PlatformServices& p
                     "inDrive", IndexOf(side))),
       inDirBox(Named(new FolderList, "inDirBox", IndexOf(side))),
       inCombo(Named(new QComboBox, "inCombo", IndexOf(side))),
-      inListView(Named(new QTreeView, "inListView", IndexOf(side))),
+      inListView(Named(new FileView(table_), "inListView", IndexOf(side))),
       splitter_(new PaneSplitter(BuildFolderPane(), BuildFilePane(),
                                  side == Side::kOld ? "imgSplitter0" : "imgSplitter2")) {
   LayOut();
@@ -78,18 +77,6 @@ QWidget* FileFrame::BuildFolderPane() {
 
 QWidget* FileFrame::BuildFilePane() {
   LetBeNarrow(*inCombo);
-  inListView->setModel(&table_);
-  inListView->setItemDelegate(new RoomyRows(inListView));
-  inListView->setRootIsDecorated(false);
-  inListView->setUniformRowHeights(true);
-  inListView->setItemsExpandable(false);
-  inListView->setAllColumnsShowFocus(true);
-  inListView->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  inListView->setSelectionBehavior(QAbstractItemView::SelectRows);
-  inListView->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  inListView->header()->setSectionsClickable(true);
-  inListView->header()->setStretchLastSection(false);
-  inListView->header()->setSortIndicatorShown(false);
   auto* const pane = new QWidget;
   auto* const rows = new QVBoxLayout(pane);
   rows->setContentsMargins(0, 0, 0, 0);
@@ -106,17 +93,10 @@ void FileFrame::Connect() {
     hooks_.folder_followed(from, folder_, shift);
   });
   connect(inCombo, &QComboBox::activated, this, [this] { FillFiles(ReadOpenFolder()); });
-  connect(inTextFile, &QLineEdit::returnPressed, this, [this] {
-    const NativePath path = MakeAbsolute(ToNativePath(inTextFile->text().trimmed()));
-    if (const Result<FileInfo> info = GetFileInfo(path); info.ok()) {
-      OpenDropped(path);
-    } else {
-      platform_.ReportTrouble(PathToUtf8(path) + ": " + DescribeError(info.error()));
-    }
-    UpdatePathText();
-  });
+  connect(inTextFile, &QLineEdit::returnPressed, this, [this] { OpenTypedPath(); });
   connect(BtnDirOpen, &QToolButton::pressed, this, [this] { hooks_.folder_button_pressed(); });
   connect(BtnDirOpen, &QToolButton::released, this, [this] { hooks_.folder_button_released(); });
+  connect(BtnDirOpen, &QToolButton::clicked, this, [this] { hooks_.folder_button_clicked(); });
   connect(splitter_, &QSplitter::splitterMoved, this, [this] { hooks_.bar_moved(); });
   for (QAbstractItemView* const view :
        {static_cast<QAbstractItemView*>(inDirBox), static_cast<QAbstractItemView*>(inListView)}) {
@@ -172,9 +152,6 @@ bool FileFrame::HandleKey(int key, bool control) {
     case Qt::Key_I:
       InvertSelection();
       return true;
-    case Qt::Key_R:
-      hooks_.refresh_wanted();
-      return true;
     default:
       return false;
   }
@@ -185,6 +162,15 @@ void FileFrame::SetListFont(const QFont& font) {
   inListView->setFont(font);
 }
 
+void FileFrame::FocusPath() {
+  inTextFile->setFocus(Qt::ShortcutFocusReason);
+  inTextFile->selectAll();
+}
+
+std::array<QWidget*, 2> FileFrame::Panes() const {
+  return {inDirBox, inListView};
+}
+
 void FileFrame::ShowBelowFolderButton(QMenu& menu) {
   BtnDirOpen->setDown(false);
   menu.popup(BtnDirOpen->mapToGlobal(QPoint(0, BtnDirOpen->height())));
@@ -192,6 +178,10 @@ void FileFrame::ShowBelowFolderButton(QMenu& menu) {
 
 int FileFrame::column_width(int column) const {
   return inListView->header()->sectionSize(column);
+}
+
+int FileFrame::date_width() const {
+  return inListView->DateWidth();
 }
 
 void FileFrame::SetColumnWidth(int column, int width) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QGroupBox>
+#include <array>
 #include <functional>
 #include <string>
 #include <vector>
@@ -14,11 +15,11 @@ class QComboBox;
 class QLineEdit;
 class QMenu;
 class QToolButton;
-class QTreeView;
 
 namespace ledrix {
 
 class DriveBox;
+class FileView;
 class FolderList;
 class PaneSplitter;
 
@@ -33,10 +34,13 @@ class FileFrame : public QGroupBox {
     std::function<void(const QPoint& place)> file_popup;    // in global coordinates
     std::function<void(const QPoint& place)> folder_popup;  // in global coordinates
     std::function<void()> file_activated;                   // a double click, or the Enter key
-    std::function<void()> refresh_wanted;
     std::function<void()> folder_button_pressed;
-    std::function<void()> folder_button_released;
-    std::function<void()> bar_moved;  // by the user
+    std::function<void()> folder_button_released;  // over the button or not
+    std::function<void()> folder_button_clicked;   // released over it
+    std::function<void()> bar_moved;               // by the user
+    std::function<void()> folder_opens;
+    // A path or a folder could not be opened; concerns the user until the next folder opens.
+    std::function<void(const std::string& line)> refused;
   };
 
   // `side` is 0 for old, 1 for new. `options` and `platform` must outlive the frame.
@@ -46,14 +50,16 @@ class FileFrame : public QGroupBox {
 
   // Opens a folder, or the nearest one above it that exists, and clears the selection.
   void OpenFolder(const NativePath& folder);
-  // Reads the drives, the open folder and its files again; the selection stays where it can.
+  // Reads the drives, the open folder and its files again; the selection and what is in sight stay
+  // where they can.
   void Refresh();
   // Opens a file's folder and selects the file, or opens a folder. A filter that hides the file, or
   // all of the folder, gives way to the one that shows every file.
   void OpenDropped(const NativePath& path);
 
   const NativePath& folder() const { return folder_; }  // ends in a separator
-  // The folder highlighted in the folder list, with a separator at its end.
+  // The folder highlighted in the folder list, with a separator at its end: after a click with
+  // either button the one under the mouse.
   NativePath HighlightedFolder() const;
   // Highlights the open folder where a single click opens folders, so that no other one looks open.
   void HighlightOpenFolder();
@@ -76,19 +82,26 @@ class FileFrame : public QGroupBox {
   FileList FilesOf(const NativePath& folder) const;
   size_t selected_count() const;
   int file_count() const { return table_.rows(); }
-  // The current entry's name; empty when there is none.
-  std::string CurrentName() const;
+  // The selected names in the order of the list.
+  std::vector<std::string> SelectedNames() const;
+  // The current entry's name when it is selected, otherwise the first selected one; empty without
+  // any.
+  std::string SelectedName() const { return SelectedFileName(Snapshot().files); }
   // Selects what is selected in `list`, whose entries are those of the file list in its order.
   void Select(const FileList& list);
-  // Takes an entry out of the list when its file is gone.
-  void ForgetIfGone(const std::string& name);
+  // Takes the entries out of the list whose files are gone.
+  void ForgetGone(const std::vector<std::string>& names);
 
   void SetListFont(const QFont& font);
+  void FocusPath();
+  // The lists that take the focus, from left to right.
+  std::array<QWidget*, 2> Panes() const;
   // Takes the folder button back out and shows a menu below it.
   void ShowBelowFolderButton(QMenu& menu);
   // Columns of the file list, counted from 0, and the place of the bar between the two lists: all
   // in device-independent pixels.
   int column_width(int column) const;
+  int date_width() const;  // that a date needs
   void SetColumnWidth(int column, int width);
   int bar() const;
   void MoveBar(int place);
@@ -104,6 +117,8 @@ class FileFrame : public QGroupBox {
   void AcceptDrops();
   QWidget* BuildFolderPane();
   QWidget* BuildFilePane();
+  void OpenTypedPath();
+  void ShowFolder(const NativePath& folder);
   std::vector<FolderEntry> ReadOpenFolder();
   void FillFiles(std::vector<FolderEntry> entries);
   void UpdatePathText();
@@ -122,7 +137,7 @@ class FileFrame : public QGroupBox {
   DriveBox* const inDrive;
   FolderList* const inDirBox;
   QComboBox* const inCombo;
-  QTreeView* const inListView;
+  FileView* const inListView;
   PaneSplitter* const splitter_;
 
   NativePath folder_;

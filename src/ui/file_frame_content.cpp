@@ -2,7 +2,6 @@
 #include <QComboBox>
 #include <QItemSelection>
 #include <QLineEdit>
-#include <QTreeView>
 #include <algorithm>
 #include <set>
 
@@ -10,6 +9,7 @@
 #include "text/name_pattern.h"
 #include "ui/drive_box.h"
 #include "ui/file_frame.h"
+#include "ui/file_view.h"
 #include "ui/folder_list.h"
 #include "ui/qt_text.h"
 
@@ -37,6 +37,11 @@ class NameFilter {
 }  // namespace
 
 void FileFrame::OpenFolder(const NativePath& folder) {
+  hooks_.folder_opens();
+  ShowFolder(folder);
+}
+
+void FileFrame::ShowFolder(const NativePath& folder) {
   NativePath existing = AddBackslash(folder);
   while (!IsFolder(existing) && existing.bytes().size() > 1) {
     existing = DirOf(StripBackslash(existing));
@@ -56,13 +61,17 @@ std::vector<FolderEntry> FileFrame::ReadOpenFolder() {
   Result<std::vector<FolderEntry>> entries = ReadFolder(
       folder_, [] {}, BadEntry::kIsLeftOut);
   if (entries.ok()) return std::move(entries.value());
-  platform_.ReportTrouble(PathToUtf8(folder_) + ": " + DescribeError(entries.error()));
+  hooks_.refused(PathToUtf8(folder_) + ": " + DescribeError(entries.error()));
   return {};
 }
 
 void FileFrame::FillFiles(std::vector<FolderEntry> files) {
   const NameFilter filter(filter_entry());
-  std::erase_if(files, [&](const FolderEntry& entry) { return !filter.Takes(entry); });
+  std::erase_if(files,
+                [](const FolderEntry& entry) { return entry.info.kind != FileKind::kRegular; });
+  const size_t hidden =
+      std::erase_if(files, [&](const FolderEntry& entry) { return !filter.Takes(entry); });
+  inListView->ShowHidden(static_cast<int>(hidden));
   table_.SetFiles(std::move(files));
   if (sort_column_ >= 0) table_.sort(sort_column_, sort_order_);
   UpdatePathText();
@@ -81,13 +90,15 @@ FileList FileFrame::FilesOf(const NativePath& folder) const {
 }
 
 void FileFrame::Refresh() {
-  const std::string current = CurrentName();
-  std::set<std::string> selected;
-  for (const FileList::Entry& entry : Snapshot().files.entries) {
-    if (entry.selected) selected.insert(entry.name);
-  }
+  const auto name_at = [this](const QModelIndex& index) {
+    return index.isValid() ? table_.NameAt(index.row()) : std::string();
+  };
+  const std::string current = name_at(inListView->currentIndex());
+  const std::string uppermost = name_at(inListView->indexAt({0, 0}));
+  const std::vector<std::string> names = SelectedNames();
+  const std::set<std::string> selected(names.begin(), names.end());
   inDrive->Fill();
-  OpenFolder(folder_);
+  ShowFolder(folder_);
   std::vector<bool> flags(static_cast<size_t>(table_.rows()));
   for (int row = 0; row < table_.rows(); ++row) {
     flags[static_cast<size_t>(row)] = selected.count(table_.NameAt(row)) > 0;
@@ -96,6 +107,18 @@ void FileFrame::Refresh() {
   inListView->selectionModel()->setCurrentIndex(table_.index(current_row, 0),
                                                 QItemSelectionModel::NoUpdate);
   SelectRows(flags);
+  inListView->scrollTo(table_.index(table_.RowOf(uppermost), 0), QAbstractItemView::PositionAtTop);
+}
+
+void FileFrame::OpenTypedPath() {
+  const NativePath path = MakeAbsolute(ToNativePath(inTextFile->text().trimmed()));
+  if (const Result<FileInfo> info = GetFileInfo(path); !info.ok()) {
+    hooks_.refused(PathToUtf8(path) + ": " + DescribeError(info.error()));
+    inTextFile->selectAll();
+    return;
+  }
+  OpenDropped(path);
+  UpdatePathText();
 }
 
 void FileFrame::OpenDropped(const NativePath& path) {
@@ -176,9 +199,12 @@ FileSide FileFrame::Brief() const {
   return side;
 }
 
-std::string FileFrame::CurrentName() const {
-  const QModelIndex current = inListView->currentIndex();
-  return current.isValid() ? table_.NameAt(current.row()) : std::string();
+std::vector<std::string> FileFrame::SelectedNames() const {
+  std::vector<std::string> names;
+  for (FileList::Entry& entry : Snapshot().files.entries) {
+    if (entry.selected) names.push_back(std::move(entry.name));
+  }
+  return names;
 }
 
 void FileFrame::Select(const FileList& list) {
@@ -212,9 +238,11 @@ void FileFrame::InvertSelection() {
   SelectRows(flags);
 }
 
-void FileFrame::ForgetIfGone(const std::string& name) {
-  const int row = table_.RowOf(name);
-  if (row >= 0 && !GetFileInfo(folder_ + name).ok()) table_.Remove(row);
+void FileFrame::ForgetGone(const std::vector<std::string>& names) {
+  for (const std::string& name : names) {
+    const int row = table_.RowOf(name);
+    if (row >= 0 && !GetFileInfo(folder_ + name).ok()) table_.Remove(row);
+  }
   UpdatePathText();
 }
 

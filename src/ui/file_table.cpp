@@ -10,6 +10,15 @@
 
 namespace ledrix {
 
+namespace {
+
+// A name that is cut off shows whole in its tool tip.
+bool IsShown(int role, int column) {
+  return role == Qt::DisplayRole || (role == Qt::ToolTipRole && column == FileTable::kName);
+}
+
+}  // namespace
+
 void FileTable::SetFiles(std::vector<FolderEntry> files) {
   beginResetModel();
   files_ = std::move(files);
@@ -29,7 +38,7 @@ int FileTable::RowOf(const std::string& name) const {
 }
 
 QVariant FileTable::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.row() >= rows() || role != Qt::DisplayRole) return {};
+  if (!index.isValid() || index.row() >= rows() || !IsShown(role, index.column())) return {};
   const FolderEntry& file = files_[static_cast<size_t>(index.row())];
   if (index.column() == kName) return ToQString(NativePath(file.name));
   return ToQString(FormatStamp(ToLocalTime(file.info.modified)));

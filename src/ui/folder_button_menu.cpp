@@ -42,9 +42,13 @@ void FolderButtonMenu::Press(Side side) {
   Timer1->start();
 }
 
-void FolderButtonMenu::Release(Side side) {
-  if (!Timer1->isActive()) return;  // it was held, and the menu is there
+void FolderButtonMenu::Release() {
+  was_brief_ = Timer1->isActive();
   Timer1->stop();
+}
+
+void FolderButtonMenu::Click(Side side) {
+  if (!was_brief_) return;  // it was held, and the menu is there
   // When the button is done with its click.
   DoLater(window_, [this, side] { ShowHistory(side); });
 }

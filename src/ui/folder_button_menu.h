@@ -19,9 +19,11 @@ class FolderButtonMenu {
   FolderButtonMenu(QWidget& window, const WindowProgram& program, const SidePair& sides,
                    RunLog& log);
 
-  // The button of a side goes down and up again.
+  // The button of a side goes down; it goes up again, or the mouse leaves it; it went up under the
+  // mouse.
   void Press(Side side);
-  void Release(Side side);
+  void Release();
+  void Click(Side side);
 
  private:
   void AddFolder(int index, const char* caption, std::function<NativePath()> folder);
@@ -35,6 +37,7 @@ class FolderButtonMenu {
   QMenu* const POP_ChangeDir;
   QTimer* const Timer1;     // measures how long a button is held
   Side side_ = Side::kOld;  // whose button was pressed last
+  bool was_brief_ = false;  // it went up before the menu came
 };
 
 }  // namespace ledrix

@@ -3,7 +3,9 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyle>
+#include <algorithm>
 
 #include "settings/option_record.h"
 #include "text/ascii.h"
@@ -63,6 +65,12 @@ void FolderListModel::SetFolders(const NativePath& open,
   endResetModel();
 }
 
+int FolderListModel::RowOf(const NativePath& path) const {
+  const auto found =
+      std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) { return row.path == path; });
+  return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
+}
+
 QVariant FolderListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= static_cast<int>(rows_.size())) return {};
   const Row& row = rows_[static_cast<size_t>(index.row())];
@@ -94,10 +102,15 @@ FolderList::FolderList(QWidget* parent) : QListView(parent) {
 }
 
 void FolderList::SetFolders(const NativePath& open, const std::vector<std::string>& subfolders) {
+  const bool is_refresh = model_.rowCount({}) > 0 && model_.PathAt(model_.open_row()) == open;
+  const int place = verticalScrollBar()->value();
+  const NativePath highlighted_before = is_refresh ? highlighted() : open;
   model_.SetFolders(open, subfolders);
-  const QModelIndex shown = model_.index(model_.open_row());
+  const int row = model_.RowOf(highlighted_before);
+  const QModelIndex shown = model_.index(row < 0 ? model_.open_row() : row);
   setCurrentIndex(shown);
   scrollTo(shown, QAbstractItemView::PositionAtCenter);
+  if (is_refresh) verticalScrollBar()->setValue(place);
 }
 
 NativePath FolderList::highlighted() const {

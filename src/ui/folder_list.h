@@ -18,6 +18,8 @@ class FolderListModel : public QAbstractListModel {
 
   // The path of a row, with a separator at its end.
   const NativePath& PathAt(int row) const { return rows_[static_cast<size_t>(row)].path; }
+  // The row of a path, or -1.
+  int RowOf(const NativePath& path) const;
   int open_row() const { return open_row_; }
   int DepthAt(int row) const { return rows_[static_cast<size_t>(row)].depth; }
 
@@ -40,6 +42,7 @@ class FolderList : public QListView {
  public:
   explicit FolderList(QWidget* parent = nullptr);
 
+  // The folder that is open already keeps what is highlighted and in sight.
   void SetFolders(const NativePath& open, const std::vector<std::string>& subfolders);
   // The folder that is highlighted, with a separator at its end; otherwise the open one.
   NativePath highlighted() const;

@@ -71,7 +71,7 @@ void JobStarter::StartDirEdit(Side side, const NativePath& folder) {
 }
 
 void JobStarter::StartStepCount(Side side) {
-  const std::string name = sides_[side].CurrentName();
+  const std::string name = sides_[side].SelectedName();
   if (name.empty()) return;
   JobRequest request;
   request.JobKind = JobKind::kStepCnt;
@@ -116,12 +116,16 @@ void JobStarter::RunJobOf(JobRequest request, const FileSides& sides) {
   hooks_.about_to_run();
   const ResultSink results{
       [this](const std::vector<std::string>& lines) { results_.Append(lines); },
-      [this] { results_.Clear(); }};
+      [this] { results_.Clear(); }, [this](const PairTally& tally) { hooks_.pairs_ended(tally); }};
   const JobSurroundings surroundings{sides, &log_};
   running_ = true;
   LedrixF1(program_.options, program_.job, program_.platform, surroundings, results, &window_)
       .exec();
   running_ = false;
+  // A window manager may leave nothing active when a dialog goes while its question is open.
+  window_.raise();
+  window_.activateWindow();
+  sides_.Refresh();
   results_.viewport()->repaint();
   hooks_.has_run();
 }

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "run/job_record.h"
+#include "run/pair_result.h"
 #include "ui/choosers.h"
 #include "ui/side_pair.h"
 #include "ui/window_program.h"
@@ -19,6 +20,7 @@ class JobStarter {
  public:
   struct Hooks {
     std::function<void()> about_to_run;
+    std::function<void(const PairTally&)> pairs_ended;  // of a multiple compare
     std::function<void()> has_run;
   };
   // Dialogs open above `window`. All must outlive this.
@@ -35,7 +37,7 @@ class JobStarter {
   void StartTextCompare();
   void StartDirCompare(CompareRange range);
   void StartDirEdit(Side side, const NativePath& folder);
-  // Of the current file of a side.
+  // Of the selected file of a side.
   void StartStepCount(Side side);
   // Of the files of a side's highlighted folder, as the list shows them when it is the open one.
   void StartStepCsv(Side side);

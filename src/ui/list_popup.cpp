@@ -44,7 +44,7 @@ ListPopup::ListPopup(QWidget& window, const WindowProgram& program, const SidePa
 
 PopupMenu::Commands ListPopup::Commands() {
   return {.open = [this] { files_.Open(TargetFile()); },
-          .select_namesakes = [this] { sides_.SelectNamesakesOf(side_); },
+          .select_namesakes = [this] { SelectNamesakes(); },
           .send_to = [this](const Launcher& launcher) { SendTo(launcher); },
           .count_steps = [this] { CountSteps(); },
           .copy_folder_list = [this] { CopyFolderList(); },
@@ -52,7 +52,7 @@ PopupMenu::Commands ListPopup::Commands() {
           .make_directory_information = [this] { MakeDirectoryInformation(); },
           .add_folder_to_history = [this] { AddFolderToHistory(); },
           .copy_file = [this] { CopyToOtherSide(); },
-          .delete_file = [this] { DeleteFile(); },
+          .delete_file = [this] { DeleteFiles(); },
           .open_folder = [this] { OpenFolder(); },
           .refresh = hooks_.refresh,
           .clear_results = hooks_.clear_results};
@@ -65,7 +65,7 @@ void ListPopup::ConnectResults() {
         Show(PopupSource::kListBox, Side::kOld, results_.viewport()->mapToGlobal(place));
       });
   QObject::connect(&results_, &QListView::doubleClicked, &results_,
-                   [this] { files_.Open(results_.CurrentOutput()); });
+                   [this] { files_.Open(results_.SelectedOutput()); });
 }
 
 void ListPopup::Show(PopupSource source, Side side, const QPoint& place) {
@@ -77,23 +77,29 @@ void ListPopup::Show(PopupSource source, Side side, const QPoint& place) {
     POPMenu->OfferLaunchers(
         ListLaunchers(SendToFolder(own ? SendToOwner::kProgram : SendToOwner::kUser)));
   }
-  POPMenu->Prepare(source, {IsOn(options.DELMenuVisible), IsOn(options.OptDbClick)});
+  POPMenu->Prepare(source, {.delete_hidden = IsOn(options.DELMenuVisible),
+                            .double_click_selects = IsOn(options.OptDbClick),
+                            .has_selection = !TargetFile().empty()});
   POPMenu->popup(place);
 }
 
 void ListPopup::ActivateFile(Side side) {
+  source_ = PopupSource::kFileBox;
+  side_ = side;
   if (IsOn(program_.options.OptDbClick)) {
-    sides_.SelectNamesakesOf(side);
+    SelectNamesakes();
   } else {
-    source_ = PopupSource::kFileBox;
-    side_ = side;
     files_.Open(TargetFile());
   }
 }
 
+void ListPopup::SelectNamesakes() {
+  if (side().selected_count() > 0) sides_.SelectNamesakesOf(side_);
+}
+
 NativePath ListPopup::TargetFile() const {
-  if (source_ == PopupSource::kListBox) return results_.CurrentOutput();
-  const std::string name = side().CurrentName();
+  if (source_ == PopupSource::kListBox) return results_.SelectedOutput();
+  const std::string name = side().SelectedName();
   return name.empty() ? NativePath() : side().folder() + name;
 }
 
@@ -136,21 +142,27 @@ void ListPopup::AddFolderToHistory() {
 }
 
 void ListPopup::CopyToOtherSide() {
-  const std::string name = side().CurrentName();
-  if (name.empty()) return;
   FileFrame& other = sides_[OtherSide(side_)];
-  if (files_.Copy(side().folder() + name, other.folder() + name)) other.Refresh();
+  std::vector<FileCommands::CopyPaths> files;
+  for (const std::string& name : side().SelectedNames()) {
+    files.push_back({side().folder() + name, other.folder() + name});
+  }
+  if (!files.empty() && files_.Copy(files)) other.Refresh();
 }
 
-void ListPopup::DeleteFile() {
-  const NativePath path = TargetFile();
-  if (files_.Delete(path) && source_ == PopupSource::kFileBox) {
-    side().ForgetIfGone(FileNameOf(path));
+void ListPopup::DeleteFiles() {
+  if (source_ == PopupSource::kListBox) {
+    if (files_.Delete(results_.SelectedOutputs())) sides_.Refresh();
+    return;
   }
+  const std::vector<std::string> names = side().SelectedNames();
+  std::vector<NativePath> paths;
+  for (const std::string& name : names) paths.push_back(side().folder() + name);
+  if (files_.Delete(std::move(paths))) side().ForgetGone(names);
 }
 
 void ListPopup::OpenFolder() {
-  const NativePath& folder = side().folder();
+  const NativePath folder = side().HighlightedFolder();
   if (IsFolder(folder)) program_.actions.OpenFolder(folder);
 }
 

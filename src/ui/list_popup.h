@@ -35,9 +35,10 @@ class ListPopup {
  private:
   PopupMenu::Commands Commands();
   void ConnectResults();
-  // The file that the menu was opened on; empty when there is none.
+  // The selected file of the list that the menu was opened on; empty when there is none.
   NativePath TargetFile() const;
   FileFrame& side() const { return sides_[side_]; }
+  void SelectNamesakes();
   void SendTo(const Launcher& launcher);
   void CountSteps();
   void MakeDirectoryInformation();
@@ -45,7 +46,7 @@ class ListPopup {
   void CopyFolderCompare();
   void AddFolderToHistory();
   void CopyToOtherSide();
-  void DeleteFile();
+  void DeleteFiles();
   void OpenFolder();
 
   const WindowProgram& program_;

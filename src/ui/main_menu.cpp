@@ -7,10 +7,12 @@
 namespace ledrix {
 namespace {
 
-void Entry(QMenu& menu, const char* name, const char* caption, std::function<void()> command) {
-  const QAction* const action = Named(menu.addAction(caption), name);
+void Entry(QMenu& menu, const char* name, const char* caption, std::function<void()> command,
+           const QList<QKeySequence>& keys = {}) {
+  QAction* const action = Named(menu.addAction(caption), name);
   QObject::connect(action, &QAction::triggered, &menu,
                    [command = std::move(command)] { command(); });
+  action->setShortcuts(keys);
 }
 
 }  // namespace
@@ -24,7 +26,11 @@ MainMenu::MainMenu(QMenuBar& bar, QWidget& window, OptionRecord& options, Patter
       MenuPatternGrp(Named(new QMenu("条件ﾊﾟﾀｰﾝ(&P)", &option_), "MenuPatternGrp")),
       MenuCharsetGrp(Named(new QMenu("文字ｺｰﾄﾞ", &option_), "MenuCharsetGrp")),
       match_(*MenuMatchGrp, options),
-      pattern_(*MenuPatternGrp, options, patterns, [this] { match_.Synchronise(); }),
+      pattern_(*MenuPatternGrp, options, patterns,
+               [this, changed = commands.conditions_changed] {
+                 match_.Synchronise();
+                 changed();
+               }),
       charset_(*MenuCharsetGrp, options, platform, &window) {
   FillOperation(commands);
   FillOption(commands);
@@ -32,13 +38,15 @@ MainMenu::MainMenu(QMenuBar& bar, QWidget& window, OptionRecord& options, Patter
 }
 
 void MainMenu::FillOperation(const Commands& commands) {
-  Entry(operation_, "MenuTextCompStart", "ﾃｷｽﾄｺﾝﾍﾟｱ開始(&S)", commands.compare_texts);
+  Entry(operation_, "MenuTextCompStart", "ﾃｷｽﾄｺﾝﾍﾟｱ開始(&S)", commands.compare_texts,
+        {Qt::CTRL | Qt::Key_Return, Qt::CTRL | Qt::Key_Enter});
   QMenu& ranges = *Named(operation_.addMenu("ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ開始(&D)"), "MenuDirComp");
   const auto compare = [&commands](CompareRange range) {
     return [compare = commands.compare_directories, range] { compare(range); };
   };
   Entry(ranges, "MenuDirCompFullPath", "フルパス(&F)", compare(CompareRange::kFullPath));
-  Entry(ranges, "MenuDirCompCurentPath", "カレントパス(&C)", compare(CompareRange::kCurrentPath));
+  Entry(ranges, "MenuDirCompCurentPath", "カレントパス(&C)", compare(CompareRange::kCurrentPath),
+        {Qt::CTRL | Qt::Key_D});
   Entry(ranges, "MenuDirCompNoPath", "パスなし(&N)", compare(CompareRange::kNoPath));
   Entry(operation_, "MenuDirDatEdit", "ﾃﾞｨﾚｸﾄﾘ情報作成(&E)", commands.make_directory_information);
   operation_.addSeparator();
@@ -50,13 +58,14 @@ void MainMenu::FillOption(const Commands& commands) {
   option_.addMenu(MenuMatchGrp);
   option_.addMenu(MenuPatternGrp);
   option_.addMenu(MenuCharsetGrp);
-  Entry(option_, "MenuRefresh", "最新の情報に更新(&R)", commands.refresh);
+  Entry(option_, "MenuRefresh", "最新の情報に更新(&R)", commands.refresh,
+        {Qt::Key_F5, Qt::CTRL | Qt::Key_R});
   option_.addSeparator();
   Entry(option_, "MenuOption", "ｵﾌﾟｼｮﾝ設定(&O)", commands.edit_options);
 }
 
 void MainMenu::FillHelp(const Commands& commands) {
-  Entry(help_, "MenuHelpContents", "目次(&C)", commands.show_help);
+  Entry(help_, "MenuHelpContents", "目次(&C)", commands.show_help, {Qt::Key_F1});
   Entry(help_, "menuReadme", "Readme表示", commands.show_readme);
   help_.addSeparator();
   Entry(help_, "MenuHelpVersion", "ﾊﾞｰｼﾞｮﾝ情報(&A)", commands.show_version);

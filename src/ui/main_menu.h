@@ -26,6 +26,7 @@ class MainMenu {
     std::function<void()> show_readme;
     std::function<void()> show_version;
     std::function<void()> clear_settings;
+    std::function<void()> conditions_changed;  // by a pattern
   };
   // Fills the bar, which owns the menus. All must outlive the menu; a charset is asked for above
   // the window.

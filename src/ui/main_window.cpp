@@ -47,8 +47,9 @@ LedrixF0::LedrixF0(const WindowProgram& program)
       panels_(*Named(statusBar(), "sbStatusBar")),
       sides_(MakeSide(Side::kOld), MakeSide(Side::kNew)),
       splitter_(new PaneSplitter(&sides_[Side::kOld], MakeRightPane(), "imgSplitter1")),
+      results_splitter_(new QSplitter(Qt::Vertical)),
       ChkFrame(Named(new OutputFrame(program.options, program.job.outputs, program.platform,
-                                     [this] { UpdatePreview(); }),
+                                     [this] { FollowSelection(); }),
                      "ChkFrame")),
       BtnRun(Named(CaptionButton("ﾃｷｽﾄｺﾝﾍﾟｱ開始", "ﾃｷｽﾄｺﾝﾍﾟｱ開始"), "BtnRun")),
       BtnDirRun(Named(CaptionButton("ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ開始", "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ開始(ｶﾚﾝﾄﾊﾟｽ)"), "BtnDirRun")),
@@ -56,18 +57,25 @@ LedrixF0::LedrixF0(const WindowProgram& program)
       BtnWinMode(Named(SymbolButton("", ""), "BtnWinMode")),
       BtnClose(Named(CaptionButton("終了", "Ledrix の終了"), "BtnClose")),
       OutList(Named(new ResultList, "OutList")),
-      bars_(*splitter_, sides_),
+      bars_(*splitter_, sides_, *results_splitter_),
       state_(*this, program_, sides_, bars_),
       jobs_(*this, program_, sides_, *OutList, log_,
-            {[this] { panels_.HideTrouble(); }, [this] { UpdatePreview(); }}),
+            {[this] {
+               panels_.HideTrouble();
+               panels_.ShowPairs({});
+             },
+             [this](const PairTally& tally) { panels_.ShowPairs(ToQString(tally.Text())); },
+             [this] { UpdatePreview(); }}),
       popup_(*this, program_, sides_, *OutList, jobs_, log_,
              {[this] { Refresh(); }, [this] { ClearResults(); }}),
-      folder_buttons_(*this, program_, sides_, log_) {
+      folder_buttons_(*this, program_, sides_, log_),
+      keys_(*this, sides_, *OutList, [this] { ClearResults(); }) {
   Named(this, "LedrixF0");
   setWindowTitle("Ledrix");
   program_.job.GuiMode = true;
   LayOut();
   Load();
+  new HelpKey(*this, [this] { ShowHelp(program_.actions, program_.platform); });
   program_.platform.OnTrouble([this](const std::string& line) { panels_.ShowTrouble(line); });
 }
 
@@ -87,12 +95,15 @@ MainMenu::Commands LedrixF0::MenuCommands() {
           .show_help = [this] { ShowHelp(program_.actions, program_.platform); },
           .show_readme = [this] { ShowReadme(program_.actions, program_.platform); },
           .show_version = [this] { ShowVersion(); },
-          .clear_settings = [this] { ClearSettingsAndEnd(); }};
+          .clear_settings = [this] { ClearSettingsAndEnd(); },
+          .conditions_changed = [this] { UpdatePreview(); }};
 }
 
 FileFrame* LedrixF0::MakeSide(Side side) {
   FileFrame::Hooks hooks;
-  hooks.selection_changed = [this] { UpdatePreview(); };
+  hooks.selection_changed = [this] { FollowSelection(); };
+  hooks.folder_opens = [this] { panels_.HideRefusal(); };
+  hooks.refused = [this](const std::string& line) { panels_.ShowRefusal(line); };
   hooks.folder_followed = [this, side](const NativePath& from, const NativePath& to, bool shift) {
     const bool follows = IsOn(program_.options.DirBoxSynchro) != shift;
     if (follows) sides_.FollowFolder(side, from, to);
@@ -104,9 +115,9 @@ FileFrame* LedrixF0::MakeSide(Side side) {
     popup_.Show(PopupSource::kDirBox, side, place);
   };
   hooks.file_activated = [this, side] { popup_.ActivateFile(side); };
-  hooks.refresh_wanted = [this] { Refresh(); };
   hooks.folder_button_pressed = [this, side] { folder_buttons_.Press(side); };
-  hooks.folder_button_released = [this, side] { folder_buttons_.Release(side); };
+  hooks.folder_button_released = [this] { folder_buttons_.Release(); };
+  hooks.folder_button_clicked = [this, side] { folder_buttons_.Click(side); };
   hooks.bar_moved = [this] { bars_.NoteMoved(); };
   return Named(new FileFrame(side, program_.options, program_.platform, std::move(hooks)),
                "FileFrame", IndexOf(side));
@@ -146,21 +157,31 @@ QWidget* LedrixF0::MakeButtonRow() {
 
 void LedrixF0::LayOut() {
   menuBar()->setNativeMenuBar(false);
-  auto* const rows = new QVBoxLayout;
-  rows->addWidget(splitter_, 3);
-  rows->addWidget(MakeButtonRow());
-  rows->addWidget(OutList, 1);
+  results_splitter_->setChildrenCollapsible(false);
+  const auto add_pane = [this](const std::vector<QWidget*>& widgets, int stretch) {
+    auto* const pane = new QWidget;
+    auto* const rows = new QVBoxLayout(pane);
+    rows->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* const widget : widgets) rows->addWidget(widget);
+    results_splitter_->addWidget(pane);
+    results_splitter_->setStretchFactor(results_splitter_->count() - 1, stretch);
+  };
+  add_pane({splitter_}, 3);
+  add_pane({MakeButtonRow(), OutList}, 1);
+  Named(results_splitter_->handle(1), "imgSplitter3");
   auto* const center = new QWidget;
-  center->setLayout(rows);
+  (new QVBoxLayout(center))->addWidget(results_splitter_);
   setCentralWidget(center);
 }
 
 void LedrixF0::Load() {
   state_.Load();
-  SetBarMode(bars_.mode());
-  ChkFrame->ChooseAtStart();
-  UpdatePreview();
   ApplyFont();
+  ChkFrame->ChooseAtStart();
+  state_.LoadSides();
+  SetBarMode(bars_.mode());
+  UpdatePreview();
+  loaded_ = true;
   for (size_t n = 0; n < kPatternSlots; ++n) {
     if (const Status unread = patterns_.LoadPattern(n); !unread.ok()) {
       program_.platform.ReportTrouble(PathToUtf8(patterns_.FileOf(n)) + ": " +
@@ -216,14 +237,21 @@ void LedrixF0::ApplyFont() {
   OutList->setFont(font);
 }
 
+// Until the user does something no other folder than the program's own is offered for the outputs.
+void LedrixF0::FollowSelection() {
+  if (loaded_) {
+    FollowOutputSide(program_.job.outputs,
+                     {sides_[Side::kOld].Brief(), sides_[Side::kNew].Brief()});
+  }
+  UpdatePreview();
+}
+
 void LedrixF0::UpdatePreview() {
   for (const Side side : kBothSides) {
     panels_.ShowCount(side, sides_[side].selected_count(), sides_[side].file_count());
   }
   const FileSides brief = {sides_[Side::kOld].Brief(), sides_[Side::kNew].Brief()};
-  OutputChoices& outputs = program_.job.outputs;
-  FollowOutputSide(outputs, brief);
-  panels_.ShowPreview(ToQString(OutputPreview(program_.options, outputs, brief)));
+  panels_.ShowPreview(ToQString(OutputPreview(program_.options, program_.job.outputs, brief)));
 }
 
 void LedrixF0::OpenOnSide(Side side, const NativePath& path) {

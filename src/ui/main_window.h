@@ -8,6 +8,7 @@
 #include "ui/folder_button_menu.h"
 #include "ui/job_starter.h"
 #include "ui/list_popup.h"
+#include "ui/main_keys.h"
 #include "ui/main_menu.h"
 #include "ui/side_pair.h"
 #include "ui/splitter_bars.h"
@@ -55,6 +56,7 @@ class LedrixF0 : public QMainWindow {
   void Refresh();
   void ClearResults();
   void ApplyFont();
+  void FollowSelection();
   void UpdatePreview();
 
   const WindowProgram program_;
@@ -65,6 +67,7 @@ class LedrixF0 : public QMainWindow {
   StatusPanels panels_;
   const SidePair sides_;
   PaneSplitter* const splitter_;  // between the sides
+  QSplitter* const results_splitter_;
   OutputFrame* const ChkFrame;
   QPushButton* const BtnRun;
   QPushButton* const BtnDirRun;
@@ -78,8 +81,10 @@ class LedrixF0 : public QMainWindow {
   JobStarter jobs_;
   ListPopup popup_;
   FolderButtonMenu folder_buttons_;
+  MainKeys keys_;
 
-  int option_tab_ = 0;   // shown last, counted from 0
+  int option_tab_ = 0;  // shown last, counted from 0
+  bool loaded_ = false;
   bool forget_ = false;  // the settings were cleared: nothing is saved
 };
 

@@ -68,6 +68,10 @@ void PopupMenu::Prepare(PopupSource source, const Look& look) {
   MenuPOPFileCopy->setVisible(file);
   MenuPOPDeleteFile->setVisible((file && !look.delete_hidden) || result);
   MenuPopDirExp->setVisible(folder);
+  for (QAction* const action : {MenuPopAPStart, MenuPopMatchSelect, MenuPopSendTo->menuAction(),
+                                MenuPopStepCnt, MenuPOPFileCopy, MenuPOPDeleteFile}) {
+    action->setEnabled(folder || look.has_selection);
+  }
   const bool selects = file && look.double_click_selects;
   setDefaultAction(folder ? nullptr : selects ? MenuPopMatchSelect : MenuPopAPStart);
   ShowLines();

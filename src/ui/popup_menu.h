@@ -36,8 +36,10 @@ class PopupMenu : public QMenu {
   struct Look {
     bool delete_hidden = false;         // in a file list
     bool double_click_selects = false;  // which entry of a file list is the default
+    bool has_selection = false;         // in the list that the menu is for
   };
-  // Shows the entries of a source and hides the others.
+  // Shows the entries of a source and hides the others. What acts on selected entries is disabled
+  // without one.
   void Prepare(PopupSource source, const Look& look);
   // Makes the entries for sending anew.
   void OfferLaunchers(const std::vector<Launcher>& launchers);

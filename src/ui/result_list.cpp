@@ -1,7 +1,12 @@
 #include "ui/result_list.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QUrl>
+#include <algorithm>
+#include <set>
 
 #include "jobs/output_preview.h"
 #include "platform/files.h"
@@ -63,6 +68,7 @@ ResultList::ResultList(QWidget* parent) : QListView(parent) {
   setModel(&model_);
   setItemDelegate(new RoomyRows(this));
   setUniformItemSizes(true);
+  setSelectionMode(QAbstractItemView::ExtendedSelection);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setDragEnabled(true);
   setDragDropMode(QAbstractItemView::DragOnly);
@@ -73,10 +79,54 @@ void ResultList::Append(const std::vector<std::string>& lines) {
   setCurrentIndex(model_.index(model_.rowCount({}) - 1));
 }
 
-NativePath ResultList::CurrentOutput() const {
-  const QModelIndex index = currentIndex();
-  return index.isValid() ? OutputOfEntry(model_.lines(), static_cast<size_t>(index.row()))
-                         : NativePath();
+std::vector<int> ResultList::SelectedRows() const {
+  std::vector<int> rows;
+  for (const QModelIndex& index : selectedIndexes()) rows.push_back(index.row());
+  std::sort(rows.begin(), rows.end());
+  return rows;
+}
+
+std::vector<NativePath> ResultList::SelectedOutputs() const {
+  std::vector<NativePath> outputs;
+  std::set<std::string> seen;
+  for (const int row : SelectedRows()) {
+    const NativePath path = OutputOfEntry(model_.lines(), static_cast<size_t>(row));
+    if (!path.empty() && seen.insert(path.bytes()).second) outputs.push_back(path);
+  }
+  return outputs;
+}
+
+NativePath ResultList::SelectedOutput() const {
+  const QModelIndex current = currentIndex();
+  const std::vector<int> rows = SelectedRows();
+  if (rows.empty()) return {};
+  const bool is_selected = current.isValid() && selectionModel()->isSelected(current);
+  return OutputOfEntry(model_.lines(),
+                       static_cast<size_t>(is_selected ? current.row() : rows.front()));
+}
+
+void ResultList::GoToFailure(bool forward) {
+  const int rows = model_.rowCount({});
+  const int step = forward ? 1 : rows - 1;
+  int row = currentIndex().isValid() ? currentIndex().row() : (forward ? rows - 1 : 0);
+  for (int looked = 0; looked < rows; ++looked) {
+    row = (row + step) % rows;
+    if (!TellsOfFailure(model_.lines()[static_cast<size_t>(row)])) continue;
+    setFocus(Qt::ShortcutFocusReason);
+    setCurrentIndex(model_.index(row));
+    scrollTo(model_.index(std::max(row - 1, 0)));  // its path is the entry above
+    return;
+  }
+}
+
+void ResultList::keyPressEvent(QKeyEvent* event) {
+  if (!event->matches(QKeySequence::Copy)) {
+    QListView::keyPressEvent(event);
+    return;
+  }
+  QStringList lines;
+  for (const int row : SelectedRows()) lines.append(model_.index(row).data().toString());
+  if (!lines.isEmpty()) QGuiApplication::clipboard()->setText(lines.join('\n'));
 }
 
 }  // namespace ledrix

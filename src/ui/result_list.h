@@ -37,10 +37,20 @@ class ResultList : public QListView {
   // Adds entries and makes the last one current.
   void Append(const std::vector<std::string>& lines);
   void Clear() { model_.Clear(); }
-  // The output of the current entry; empty when there is none.
-  NativePath CurrentOutput() const;
+  // The outputs of the selected entries, each once, in the order of the list.
+  std::vector<NativePath> SelectedOutputs() const;
+  // The current entry's when it is selected, otherwise the first selected one's; empty without any.
+  NativePath SelectedOutput() const;
+  // Goes to the next entry, or the one before, that tells of a failure, round the end of the list.
+  void GoToFailure(bool forward);
+
+ protected:
+  // Ctrl+C copies the lines of the selected entries.
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  std::vector<int> SelectedRows() const;
+
   ResultListModel model_;
 };
 

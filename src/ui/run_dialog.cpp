@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <new>
 
@@ -69,7 +70,8 @@ LedrixF1::LedrixF1(OptionRecord& options, JobRecord& job, WindowPlatform& platfo
       BtnNO(Named(new QPushButton("いいえ"), "BtnNO")),
       BtnStop(Named(new QPushButton("中止"), "BtnStop")) {
   Build();
-  setWindowTitle(ToQString(JobCaption(job_.request)));
+  caption_ = JobCaption(job_.request);
+  setWindowTitle(ToQString(caption_));
   const int title_width = fontMetrics().horizontalAdvance(windowTitle());
   setMinimumWidth(title_width + 10 * fontMetrics().height());  // the window's buttons beside it
   message_ = JobMessage(options_, job_);
@@ -97,6 +99,12 @@ void LedrixF1::Build() {
     job_.StopRequested = true;
     Leave();
   });
+  for (QPushButton* const button : {BtnYES, BtnNO}) {
+    auto* const key = new QShortcut(Qt::ALT | (button == BtnYES ? Qt::Key_Y : Qt::Key_N), this);
+    connect(key, &QShortcut::activated, button, [button] {
+      if (button->isVisible()) button->click();
+    });
+  }
   connect(BtnStop, &QPushButton::clicked, this, [this] { AskToStop(MessageAnswer::kNo); });
 
   auto* const buttons = new QHBoxLayout;
@@ -192,7 +200,13 @@ void LedrixF1::ClearResults() {
   results_.clear();
 }
 
+void LedrixF1::PairStarted(size_t number, size_t count) {
+  caption_ =
+      JobCaption(job_.request) + "  " + std::to_string(number) + " / " + std::to_string(count);
+}
+
 void LedrixF1::ShowWhatWasTold() {
+  setWindowTitle(ToQString(caption_));
   LblMSG->Show(ToShownLines(message_));
   if (LblBar->text() != ToQString(bar_text_)) LblBar->setText(ToQString(bar_text_));
   PicStsValue->move(static_cast<int>(left_ / kTwipsPerPixel), 0);

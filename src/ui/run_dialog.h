@@ -20,6 +20,7 @@ namespace ledrix {
 struct ResultSink {
   std::function<void(const std::vector<std::string>& lines)> add;
   std::function<void()> clear;
+  std::function<void(const PairTally&)> pairs_ended;
 };
 
 // Runs the job of the record inside exec(), which returns when the job has ended: after a stop the
@@ -55,6 +56,8 @@ class LedrixF1 : public QDialog, private RunFrontEnd {
   void SetMessage(const std::string& text) override { message_ = text; }
   void SetBarText(const std::string& text) override { bar_text_ = text; }
   void SetProgress(double left) override { left_ = left; }
+  void PairStarted(size_t number, size_t count) override;
+  void PairsEnded(const PairTally& tally) override { results_.pairs_ended(tally); }
 
   OptionRecord& options_;
   JobRecord& job_;
@@ -72,6 +75,7 @@ class LedrixF1 : public QDialog, private RunFrontEnd {
   QPushButton* const BtnStop;
 
   // What the job told last, shown at its next yield.
+  std::string caption_;
   std::string message_;
   std::string bar_text_;
   double left_ = -kProgressWidth;

@@ -43,7 +43,6 @@ void SidePair::FollowFolder(Side side, const NativePath& from, const NativePath&
 void SidePair::SelectNamesakesOf(Side side) const {
   const FileFrame& from = (*this)[side];
   FileFrame& other = (*this)[OtherSide(side)];
-  if (from.selected_count() == 0) return;
   const WaitCursor wait;
   FileSide matching = other.Snapshot();
   SelectNamesakes(from.Snapshot().files, matching.files);

@@ -28,7 +28,7 @@ class SidePair {
   // is opened there, if there is one.
   void FollowFolder(Side side, const NativePath& from, const NativePath& to) const;
 
-  // Selects on the other side the namesakes of what is selected on this one, if anything is.
+  // Selects on the other side the namesakes of what is selected on this one, and nothing else.
   void SelectNamesakesOf(Side side) const;
   void SelectAllMatching() const;
 

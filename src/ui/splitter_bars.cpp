@@ -2,6 +2,7 @@
 
 #include <QLayout>
 #include <algorithm>
+#include <utility>
 
 #include "settings/twips.h"
 #include "ui/pane_splitter.h"
@@ -15,6 +16,7 @@ constexpr int kMiddleDefault = 5265 / kTwipsPerPixel;
 constexpr int kHalfMiddleStrip = 172 / kTwipsPerPixel;
 
 constexpr const char* kMiddleKey = "SplitterM";
+constexpr const char* kResultsKey = "SplitterO";
 constexpr const char* kSideKeys[] = {"SplitterL", "SplitterR"};
 
 int ReadBar(const SettingsStore& store, const char* key, int default_pixels) {
@@ -23,10 +25,22 @@ int ReadBar(const SettingsStore& store, const char* key, int default_pixels) {
   return pixels >= 0 && pixels <= kFarthest ? pixels : default_pixels;
 }
 
+// From the outermost widget inwards, so that every size is the one that will be seen.
+void ActivateLayouts(QWidget& innermost) {
+  if (innermost.parentWidget() != nullptr) ActivateLayouts(*innermost.parentWidget());
+  if (innermost.layout() != nullptr) innermost.layout()->activate();
+}
+
+int LeftOf(const QWidget& widget) {
+  return widget.mapTo(widget.window(), QPoint(0, 0)).x();
+}
+
 }  // namespace
 
-SplitterBars::SplitterBars(PaneSplitter& between, const SidePair& sides)
-    : between_(between), sides_(sides) {
+SplitterBars::SplitterBars(PaneSplitter& between, const SidePair& sides, QSplitter& results)
+    : between_(between), sides_(sides), results_(results) {
+  QObject::connect(&results, &QSplitter::splitterMoved, &results,
+                   [this] { results_height_ = results_.sizes().last(); });
   QObject::connect(&between, &QSplitter::splitterMoved, &between, [this] { NoteMoved(); });
 }
 
@@ -35,12 +49,14 @@ void SplitterBars::Load(const SettingsStore& store) {
   mode_ = static_cast<BarMode>(std::clamp(mode, 0, 2));
   for (size_t i = 0; i < 2; ++i) in_sides_[i] = ReadBar(store, kSideKeys[i], kSideDefault);
   middle_ = ReadBar(store, kMiddleKey, kMiddleDefault);
+  results_height_ = ReadBar(store, kResultsKey, 0);
 }
 
 void SplitterBars::Store(SettingsStore& store) const {
   store.WriteSetting("Settings", "RisizeMode", std::to_string(static_cast<int>(mode_)));
   for (size_t i = 0; i < 2; ++i) WritePixels(store, kSideKeys[i], in_sides_[i]);
   WritePixels(store, kMiddleKey, middle_);
+  if (results_height_ > 0) WritePixels(store, kResultsKey, results_height_);
 }
 
 void SplitterBars::SetMode(BarMode mode) {
@@ -51,12 +67,19 @@ void SplitterBars::SetMode(BarMode mode) {
   if (!movable) LayOut();
 }
 
+void SplitterBars::PlaceResults() {
+  if (std::exchange(are_results_placed_, true) || results_height_ == 0) return;
+  const int all = results_.height() - results_.handleWidth();
+  results_.setSizes({all - results_height_, results_height_});
+}
+
 void SplitterBars::LayOut() {
-  if (!between_.window()->isVisible()) return;
-  const QWidget& center = *between_.parentWidget();
-  center.layout()->activate();
-  if (mode_ != BarMode::kAsTheyStand) middle_ = center.width() / 2 - kHalfMiddleStrip;
-  between_.SetFirstWidth(middle_ - center.layout()->contentsMargins().left());
+  const QWidget& window = *between_.window();
+  if (!window.isVisible()) return;
+  ActivateLayouts(*between_.parentWidget());
+  PlaceResults();
+  if (mode_ != BarMode::kAsTheyStand) middle_ = window.width() / 2 - kHalfMiddleStrip;
+  between_.SetFirstWidth(middle_ - LeftOf(between_));
   for (const Side side : kBothSides) {
     FileFrame& frame = sides_[side];
     if (frame.parentWidget()->layout() != nullptr) frame.parentWidget()->layout()->activate();
@@ -65,8 +88,7 @@ void SplitterBars::LayOut() {
 }
 
 void SplitterBars::NoteMoved() {
-  const int left = between_.parentWidget()->layout()->contentsMargins().left();
-  middle_ = between_.first_width() + left;
+  middle_ = between_.first_width() + LeftOf(between_);
   for (const Side side : kBothSides) in_sides_[IndexOf(side)] = sides_[side].bar();
 }
 

@@ -1,5 +1,7 @@
-// The three splitter bars of the main window: between the sides, and in each of them.
+// The splitter bars of the main window: between the sides, in each of them, and above the results.
 #pragma once
+
+#include <QSplitter>
 
 #include "settings/settings_store.h"
 #include "ui/side_pair.h"
@@ -18,8 +20,9 @@ enum class BarMode {
 // Remembers where the bars are and puts them there.
 class SplitterBars {
  public:
-  // `between` lies in the window's central widget, which has a layout.
-  SplitterBars(PaneSplitter& between, const SidePair& sides);
+  // `results` has the bar above the result list, which the modes leave alone. All must outlive
+  // this.
+  SplitterBars(PaneSplitter& between, const SidePair& sides, QSplitter& results);
 
   // A place that can be none is as good as missing.
   void Load(const SettingsStore& store);
@@ -33,13 +36,18 @@ class SplitterBars {
   void NoteMoved();
 
  private:
+  void PlaceResults();
+
   PaneSplitter& between_;
   const SidePair sides_;
+  QSplitter& results_;
   BarMode mode_ = BarMode::kFixed;
   // Device-independent pixels: the middle bar's from the window's left edge, the others' from the
   // side's.
   int middle_ = 0;
   std::array<int, 2> in_sides_{};
+  int results_height_ = 0;  // 0: never moved
+  bool are_results_placed_ = false;
 };
 
 }  // namespace ledrix

@@ -67,13 +67,18 @@ StatusPanels::StatusPanels(QStatusBar& bar)
     : PanelOld(Panel("PanelOld")),
       PanelNew(Panel("PanelNew")),
       PanelPreview(LongPanel("PanelPreview")),
+      PanelPairs(Panel("PanelPairs")),
       PanelTrouble(LongPanel("PanelTrouble")) {
   bar.addWidget(PanelOld);
   bar.addWidget(PanelNew);
   bar.addWidget(PanelPreview, 1);
+  PanelPairs->hide();
+  bar.addWidget(PanelPairs);
   PanelTrouble->hide();
   bar.addWidget(PanelTrouble, 1);
-  new ClickFilter(PanelTrouble, [this] { ShowLines(troubles_, PanelTrouble->window()); });
+  new ClickFilter(PanelTrouble, [this] {
+    ShowLines(refusal_.isEmpty() ? troubles_ : QStringList(refusal_), PanelTrouble->window());
+  });
 }
 
 void StatusPanels::ShowCount(Side side, size_t selected, int files) {
@@ -88,18 +93,40 @@ void StatusPanels::ShowPreview(const QString& preview) {
 }
 
 void StatusPanels::ShowTrouble(const std::string& line) {
-  constexpr qsizetype kLinesInToolTip = 20;
   troubles_.append(ToQString(line));
-  const qsizetype more = troubles_.size() - 1;
-  PanelTrouble->setText("⚠ " + troubles_.first() +
-                        (more > 0 ? QString("（ほか %1 件）").arg(more) : QString()));
-  PanelTrouble->setToolTip(troubles_.mid(0, kLinesInToolTip).join("\n"));
-  PanelTrouble->show();
+  RenewTrouble();
 }
 
 void StatusPanels::HideTrouble() {
   troubles_.clear();
-  PanelTrouble->hide();
+  HideRefusal();
+}
+
+void StatusPanels::ShowRefusal(const std::string& line) {
+  refusal_ = ToQString(line);
+  RenewTrouble();
+}
+
+void StatusPanels::HideRefusal() {
+  refusal_.clear();
+  RenewTrouble();
+}
+
+void StatusPanels::RenewTrouble() {
+  constexpr qsizetype kLinesInToolTip = 20;
+  const QStringList lines = refusal_.isEmpty() ? troubles_ : QStringList(refusal_);
+  PanelTrouble->setVisible(!lines.isEmpty());
+  if (lines.isEmpty()) return;
+  const qsizetype more = lines.size() - 1;
+  PanelTrouble->setText("⚠ " + lines.first() +
+                        (more > 0 ? QString("（ほか %1 件）").arg(more) : QString()));
+  PanelTrouble->setToolTip(lines.mid(0, kLinesInToolTip).join("\n"));
+}
+
+void StatusPanels::ShowPairs(const QString& text) {
+  PanelPairs->setText(text);
+  PanelPairs->setToolTip(text);
+  PanelPairs->setVisible(!text.isEmpty());
 }
 
 }  // namespace ledrix

@@ -25,13 +25,22 @@ class StatusPanels {
   // shows them all.
   void ShowTrouble(const std::string& line);
   void HideTrouble();
+  // Stands in its place until the next folder opens.
+  void ShowRefusal(const std::string& line);
+  void HideRefusal();
+  // How the pairs of a multiple compare ended, until it is hidden by an empty text.
+  void ShowPairs(const QString& text);
 
  private:
+  void RenewTrouble();
+
   QLabel* const PanelOld;
   QLabel* const PanelNew;
   QLabel* const PanelPreview;
+  QLabel* const PanelPairs;
   QLabel* const PanelTrouble;
   QStringList troubles_;
+  QString refusal_;
 };
 
 }  // namespace ledrix

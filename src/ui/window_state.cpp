@@ -14,7 +14,8 @@ namespace ledrix {
 namespace {
 
 constexpr QSize kDesignSize(960, 620);
-constexpr int kColumnDefaults[] = {155, 116};  // name, date
+constexpr int kNameDefault = 155;
+constexpr int kDateDefault = 116;
 
 constexpr const char* kColumnKeys[2][2] = {{"ColWidthOld1", "ColWidthOld2"},
                                            {"ColWidthNew1", "ColWidthNew2"}};
@@ -38,10 +39,8 @@ bool IsReachable(const QPoint& place, int width) {
 
 void WindowState::Load() {
   LoadGeometry();
-  LoadColumns();
   bars_.Load(program_.store);
   LoadOptions(program_.store, program_.options);
-  LoadSides();
 }
 
 void WindowState::LoadGeometry() {
@@ -61,22 +60,24 @@ void WindowState::LoadGeometry() {
 
 void WindowState::LoadColumns() {
   for (const Side side : kBothSides) {
+    const int defaults[] = {kNameDefault, std::max(kDateDefault, sides_[side].date_width())};
     for (int column = 0; column < 2; ++column) {
       const int width =
-          ReadPixels(program_.store, kColumnKeys[IndexOf(side)][column], kColumnDefaults[column]);
+          ReadPixels(program_.store, kColumnKeys[IndexOf(side)][column], defaults[column]);
       sides_[side].SetColumnWidth(column, std::min(width, ScreenSize().width()));
     }
   }
 }
 
 void WindowState::LoadSides() {
+  LoadColumns();
   const SettingsStore& store = program_.store;
   for (const Side side : kBothSides) {
     const NativePath folder =
         IsOn(program_.options.EndPath)
             ? NativePath(
                   store.ReadSetting("Option", kFolderKeys[IndexOf(side)], program_.folder.bytes()))
-            : MakeAbsolute(NativePath("."));
+            : MakeAbsolute(NativePath());  // the current one
     const std::string filter = store.ReadSetting("Option", kFilterKeys[IndexOf(side)], "0");
     sides_[side].SetFilters(ToQString(filter).toInt());
     sides_[side].OpenFolder(MakeAbsolute(AddBackslash(folder)));

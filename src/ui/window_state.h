@@ -15,16 +15,16 @@ class WindowState {
               SplitterBars& bars)
       : window_(window), program_(program), sides_(sides), bars_(bars) {}
 
-  // Puts the window where it was, as far as a screen is there, loads the options and opens the
-  // folders.
+  // Puts the window where it was, as far as a screen is there, and loads the options.
   void Load();
+  // Sets the columns, once the lists have their font, and opens the folders.
+  void LoadSides();
   // Writes the settings; trouble is told.
   void Save();
 
  private:
   void LoadGeometry();
   void LoadColumns();
-  void LoadSides();
   void StoreGeometry();
   void StoreVersion();
 

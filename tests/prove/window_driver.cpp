@@ -105,11 +105,11 @@ struct Driver {
     log.CompactHistory();
   }
   void Copy(Words words) {
-    Require(files.Copy(NativePath(words[0]), NativePath(words[1])), "not copied");
+    Require(files.Copy({{NativePath(words[0]), NativePath(words[1])}}), "not copied");
   }
   void Open(Words words) { files.Open(NativePath(words[0])); }
   void Folder(Words words) { Require(actions.OpenFolder(NativePath(words[0])), "not opened"); }
-  void Delete(Words words) { Require(files.Delete(NativePath(words[0])), "not deleted"); }
+  void Delete(Words words) { Require(files.Delete({NativePath(words[0])}), "not deleted"); }
   void SendTo(Words words) {
     const std::optional<Launcher> launcher = ReadLauncher(NativePath(words[1]));
     Require(launcher.has_value(), "no launcher");

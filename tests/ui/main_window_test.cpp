@@ -81,6 +81,8 @@ TEST(FileLists, FollowFilterSortKeysAndSelection) {
   run.Select(1, "C");
   run.Click("BtnEQSel0");
   EXPECT_EQ(run.Selected(0), Texts{});
+  run.Click("BtnEQSel1");
+  EXPECT_EQ(run.Selected(1), Texts{});
   run.Click("BtnEQSel2");
   EXPECT_EQ(run.Selected(0), Texts{"A.cob"});
   EXPECT_EQ(run.Selected(1), Texts{"a.cob"});
@@ -193,12 +195,12 @@ TEST(MainWindow, KeepsItsStateBetweenRuns) {
   EXPECT_EQ(Find<QComboBox>(window, "inCombo1")->currentIndex(), 0);
   EXPECT_EQ(Find<QWidget>(window, "inDirBox0")->width(), 200);
   window.resize(800, 700);
-  run.Files(0).header()->resizeSection(0, 222);
+  run.Files(1).header()->resizeSection(0, 90);
   Find<QComboBox>(window, "inCombo1")->setCurrentIndex(2);
   run.options.OptMatch = 8;
   LedrixF0& again = run.Reopen();
   EXPECT_EQ(again.size(), QSize(800, 700));
-  EXPECT_EQ(run.Files(0).header()->sectionSize(0), 222);
+  EXPECT_EQ(run.Files(1).header()->sectionSize(0), 90);
   EXPECT_EQ(Find<QComboBox>(again, "inCombo1")->currentIndex(), 2);
   EXPECT_EQ(run.options.OptMatch, 8);
   const auto stored = [&](const char* key) { return run.store.ReadSetting("Settings", key, "-"); };

@@ -60,6 +60,7 @@ TEST(Windows, PopupMenusShowWhatTheirSourceAllows) {
     run.Set("OptDbClick", other ? "1" : "0");
     for (const char* name : {"old/a", "new/a"}) run.File(name, "");
     run.Open();
+    if (other) run.Select(0, "a");
     for (const char* source : {"inListView0", "inListView1", "inDirBox0", "OutList"}) {
       run.Popup(source, "MenuPopListClear");
       dump +=

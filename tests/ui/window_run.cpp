@@ -58,7 +58,8 @@ LedrixF0& WindowRun::Open() {
   window = std::make_unique<LedrixF0>(
       WindowProgram{options, job, store, platform, actions, NativePath(home.path() + "/")});
   window->show();
-  EXPECT_TRUE(WaitUntil([this] { return window->isVisible(); }));
+  window->activateWindow();
+  EXPECT_TRUE(WaitUntil([this] { return window->isActiveWindow(); }));
   return *window;
 }
 
