@@ -4,9 +4,13 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <memory>
 
 #include "platform/native_path.h"
+#include "settings/help_texts.h"
+#include "settings/option_record.h"
 
 namespace ledrix {
 namespace {
@@ -40,6 +44,7 @@ dircomp のオプション:
 
 共通のオプション:
   --set KEY=VALUE   オプションを設定します（何度でも指定できます）
+  --help-options    --set で設定できるオプションを全て表示します
   --settings FILE   保存されている設定の代わりに FILE の設定を使います
   --settings none   保存されている設定を使わず、全て既定値にします
   --quiet           結果を標準出力に表示しません
@@ -49,6 +54,25 @@ dircomp のオプション:
   --version         バージョンを表示します
 
 終了ステータス: 0 相違なし  1 相違あり  2 エラーまたは中断)";
+
+// What --set takes: each key with its values, its default and what it does.
+std::string OptionList() {
+  std::string list;
+  for (const OptionField& field : OptionFields()) {
+    const bool is_text = field.kind == OptionKind::kText;
+    const bool is_unbounded = field.highest == std::numeric_limits<int16_t>::max();
+    const std::string range =
+        is_text ? std::string("文字列")
+                : std::to_string(field.lowest) + "～" +
+                      (is_unbounded ? std::string() : std::to_string(field.highest));
+    list += std::string(field.key.text()) + "  " + range + "（既定値 " +
+            (is_text ? "\"" + std::string(field.default_text) + "\""
+                     : std::string(field.default_text)) +
+            "）\n    " + std::string(OptionHelp(field.key).text) + "\n";
+  }
+  list.pop_back();
+  return list;
+}
 
 ConsoleExit Refuse(const std::string& reason) {
   return {"ledrixc: " + reason + "（使い方は ledrixc --help）", 2};
@@ -128,8 +152,10 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
   app.set_help_flag();
   bool help = false;
   bool version = false;
+  bool options = false;
   app.add_flag("-h,--help", help)->trigger_on_parse();
   app.add_flag("--version", version);
+  app.add_flag("--help-options", options);
   app.require_subcommand(0, 1);
   app.allow_extras();
   AddCommon(app, arguments.common);
@@ -144,6 +170,7 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
     return Refuse("引数に誤りが有ります: " + std::string(error.what()));
   }
   if (help) return ConsoleExit{kHelp, 0};
+  if (options) return ConsoleExit{OptionList(), 0};
   if (version) return ConsoleExit{"ledrixc " LEDRIX_VERSION, 0};
   std::vector<std::string> extras = app.remaining(true);
   // The parser hands on the mark that ends the options.

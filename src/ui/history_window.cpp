@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "settings/twips.h"
+#include "ui/explain.h"
 #include "ui/named.h"
 #include "ui/qt_text.h"
 
@@ -46,6 +47,7 @@ LedrixFr::LedrixFr(RunLog& log, SettingsStore& store, Side active_side, OpenFold
   LayOut();
   TakeStoredSize();
   Connect();
+  Explain(*this);
 }
 
 void LedrixFr::SetUpList() {

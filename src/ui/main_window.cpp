@@ -10,6 +10,7 @@
 #include "jobs/output_preview.h"
 #include "run/job_record.h"
 #include "ui/buttons.h"
+#include "ui/explain.h"
 #include "ui/named.h"
 #include "ui/options_dialog.h"
 #include "ui/output_frame.h"
@@ -74,6 +75,7 @@ LedrixF0::LedrixF0(const WindowProgram& program)
   setWindowTitle("Ledrix");
   program_.job.GuiMode = true;
   LayOut();
+  Explain(*this);
   Load();
   new HelpKey(*this, [this] { ShowHelp(program_.actions, program_.platform); });
   program_.platform.OnTrouble([this](const std::string& line) { panels_.ShowTrouble(line); });
@@ -194,7 +196,7 @@ void LedrixF0::Load() {
 void LedrixF0::SetBarMode(BarMode mode) {
   const ModeLook& look = kModes[static_cast<size_t>(mode)];
   BtnWinMode->setText(look.symbol);
-  BtnWinMode->setToolTip(look.hint);
+  BtnWinMode->setToolTip(TipBelow(look.hint, *this, "BtnWinMode"));
   bars_.SetMode(mode);
 }
 

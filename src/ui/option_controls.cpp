@@ -8,6 +8,7 @@
 
 #include "settings/compare_options.h"
 #include "text/leading_number.h"
+#include "ui/explain.h"
 #include "ui/named.h"
 #include "ui/qt_text.h"
 
@@ -70,6 +71,8 @@ QGroupBox* OptionControls::Choice(const char* name, OptionKey key, const char* t
   std::vector<QRadioButton*> buttons;
   for (const char* const caption : captions) {
     auto* const button = Named(new QRadioButton(caption, box), name, buttons.size());
+    ExplainOption(*button, key);
+    button->setAccessibleName(QString(title).trimmed() + " " + caption);
     box->layout()->addWidget(button);
     buttons.push_back(button);
   }
@@ -82,7 +85,7 @@ QGroupBox* OptionControls::Choice(const char* name, OptionKey key, const char* t
     const int choice = ClampedOption(key, LeadingInteger(text));
     buttons[static_cast<size_t>(choice)]->setChecked(true);
   };
-  Bind(key, buttons.front(), read, show);
+  Add(key, buttons.front(), read, show);
   return box;
 }
 
@@ -133,6 +136,12 @@ QComboBox* OptionControls::NumberCombo(const char* name, OptionKey key,
 
 void OptionControls::Bind(OptionKey key, QWidget* control, std::function<std::string()> read,
                           std::function<void(const std::string&)> show) {
+  ExplainOption(*control, key);
+  Add(key, control, std::move(read), std::move(show));
+}
+
+void OptionControls::Add(OptionKey key, QWidget* control, std::function<std::string()> read,
+                         std::function<void(const std::string&)> show) {
   bindings_.push_back({key, control, std::move(read), std::move(show), {}, {}});
 }
 

@@ -62,8 +62,11 @@ class OptionControls {
 
   static std::string Value(const Binding& binding);
   static void Show(Binding& binding, const OptionRecord& record);
+  // Add, and gives the control what is said of the option.
   void Bind(OptionKey key, QWidget* control, std::function<std::string()> read,
             std::function<void(const std::string&)> show);
+  void Add(OptionKey key, QWidget* control, std::function<std::string()> read,
+           std::function<void(const std::string&)> show);
 
   std::vector<Binding> bindings_;
 };

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "settings/option_draft.h"
+#include "ui/explain.h"
 #include "ui/named.h"
 #include "ui/options_compare_tabs.h"
 #include "ui/options_output_tabs.h"
@@ -32,6 +33,7 @@ LedrixFo::LedrixFo(OptionRecord& options, PatternSlots& patterns, PlatformServic
   controls_.Show(options);
   font_->Show({options.FontName, options.FontSize});
   output_folder_->ApplyRule();
+  Explain(*this);
   ShowWholeTabStrip();
   TabStrip1->setCurrentIndex(std::clamp(last_tab, 0, TabStrip1->count() - 1));
 }

@@ -11,6 +11,7 @@
 #include <new>
 
 #include "settings/twips.h"
+#include "ui/explain.h"
 #include "ui/later.h"
 #include "ui/named.h"
 #include "ui/qt_text.h"
@@ -121,6 +122,7 @@ void LedrixF1::Build() {
   rows->addWidget(LblMSG, 1);
   rows->addLayout(bar);
   rows->addLayout(buttons);
+  Explain(*this);
 }
 
 void LedrixF1::ShowState(bool running) {

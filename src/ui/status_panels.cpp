@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/services.h"
+#include "ui/explain.h"
 #include "ui/named.h"
 #include "ui/qt_text.h"
 
@@ -39,6 +40,7 @@ void ShowLines(const QStringList& lines, QWidget* parent) {
   text->setLineWrapMode(QPlainTextEdit::NoWrap);
   auto* const rows = new QVBoxLayout(&dialog);
   rows->addWidget(text);
+  Explain(dialog);
   dialog.resize(800, 300);
   dialog.exec();
 }

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "ui/desktop_actions.h"
+#include "ui/explain.h"
 #include "ui/named.h"
 
 namespace ledrix {
@@ -34,6 +35,7 @@ LedrixFv::LedrixFv(Use use, DesktopActions& actions, QWidget* parent) : QDialog(
   }
   if (use == Use::kSplash) {
     setWindowFlags(Qt::SplashScreen);
+    Explain(*this);
     return;
   }
   auto* const open = Named(new QPushButton("ホームページを開く(&W)"), "BtnURL");
@@ -48,6 +50,7 @@ LedrixFv::LedrixFv(Use use, DesktopActions& actions, QWidget* parent) : QDialog(
   buttons->addWidget(end);
   rows->addSpacing(6);
   rows->addLayout(buttons);
+  Explain(*this);
 }
 
 }  // namespace ledrix

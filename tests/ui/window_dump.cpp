@@ -1,6 +1,9 @@
 #include "ui/window_dump.h"
 
+#include <gtest/gtest.h>
+
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QComboBox>
 #include <QLayout>
 #include <QMenuBar>
@@ -86,12 +89,25 @@ void AddActions(const QList<QAction*>& actions, const QAction* standard, const Q
   }
 }
 
+// Its tool tip, and what a screen reader calls it; what takes the focus must have both.
+QString SaidOf(const QWidget& widget) {
+  const bool is_ours = !widget.objectName().isEmpty() && !widget.objectName().startsWith("qt_");
+  QString tip = widget.toolTip().replace('\n', "\\n");
+  if (!is_ours || widget.focusPolicy() == Qt::NoFocus) {
+    return tip.isEmpty() ? tip : " tip \"" + tip + '"';
+  }
+  const QString name =
+      QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&widget))->text(QAccessible::Name);
+  EXPECT_FALSE(name.isEmpty() || tip.isEmpty()) << widget.objectName().toStdString();
+  return " called \"" + name + "\" tip \"" + tip + '"';
+}
+
 void AddWidget(const QWidget& widget, QString indent, QString& dump) {
   const QString text = TextOf(widget);
   if (!widget.objectName().isEmpty() || !text.isEmpty()) {
     dump += indent + widget.metaObject()->className() + ' ' + widget.objectName() + " \"" + text +
-            '"' + (widget.toolTip().isEmpty() ? "" : " tip \"" + widget.toolTip() + '"') +
-            (widget.isEnabled() ? "" : " disabled") + (widget.isHidden() ? " hidden" : "");
+            '"' + SaidOf(widget) + (widget.isEnabled() ? "" : " disabled") +
+            (widget.isHidden() ? " hidden" : "");
     for (const char* const state : {"checked", "default"}) {
       if (widget.property(state).toBool()) dump += QString(" ") + state;
     }
