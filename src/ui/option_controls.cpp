@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <memory>
 
 #include "settings/compare_options.h"
 #include "text/leading_number.h"
@@ -16,7 +17,7 @@ namespace ledrix {
 namespace {
 
 // Drops, with a beep, every key but a digit that would put a character into a field. Keys that
-// move, delete or paste pass: what they leave behind is checked when the dialog is accepted.
+// move, delete or paste pass.
 class DigitsOnly : public QObject {
  public:
   using QObject::QObject;
@@ -35,11 +36,54 @@ class DigitsOnly : public QObject {
   }
 };
 
-void AllowDigitsOnly(QLineEdit* edit) {
-  edit->installEventFilter(new DigitsOnly(edit));
-  edit->setInputMethodHints(Qt::ImhDigitsOnly);
+// The digits of a text; full-width ones become those that a number has.
+QString DigitsOf(const QString& text) {
+  constexpr QChar kFullWidthZero(0xFF10);
+  QString digits;
+  for (const QChar c : text) {
+    const int wide = c.unicode() - kFullWidthZero.unicode();
+    if (c >= '0' && c <= '9') digits += c;
+    if (wide >= 0 && wide <= 9) digits += QChar('0' + wide);
+  }
+  return digits;
+}
+
+// What is put between the beginning and the end that a text had before.
+struct Insertion {
+  Insertion(const QString& before, const QString& after) {
+    const qsizetype least = std::min(before.size(), after.size());
+    while (start < least && before[start] == after[start]) ++start;
+    qsizetype same_end = 0;
+    while (same_end < least - start &&
+           before[before.size() - 1 - same_end] == after[after.size() - 1 - same_end]) {
+      ++same_end;
+    }
+    size = after.size() - same_end - start;
+  }
+  qsizetype start = 0;
+  qsizetype size = 0;
+};
+
+// What is pasted or dropped loses everything but its digits; what stood there before stays.
+void KeepDigits(QLineEdit* edit) {
+  const auto before = std::make_shared<QString>();
+  QObject::connect(edit, &QLineEdit::textChanged, edit, [edit, before] { *before = edit->text(); });
+  QObject::connect(edit, &QLineEdit::textEdited, edit, [edit, before](QString text) {
+    const Insertion added(*before, text);
+    const QString digits = DigitsOf(text.mid(added.start, added.size));
+    if (digits.size() == added.size) return;
+    edit->setText(text.replace(added.start, added.size, digits));
+    edit->setCursorPosition(static_cast<int>(added.start + digits.size()));
+  });
+}
+
+// `receiver` is where the keys of the field arrive.
+void AllowDigitsOnly(QLineEdit* edit, QWidget* receiver) {
+  receiver->installEventFilter(new DigitsOnly(receiver));
+  receiver->setInputMethodHints(Qt::ImhDigitsOnly);
   // An input method would commit full-width digits.
-  edit->setAttribute(Qt::WA_InputMethodEnabled, false);
+  receiver->setAttribute(Qt::WA_InputMethodEnabled, false);
+  KeepDigits(edit);
 }
 
 // A paste can bring characters that no name, pattern or path has use for.
@@ -109,7 +153,7 @@ QLineEdit* OptionControls::NarrowText(const char* name, OptionKey key, int digit
 
 QLineEdit* OptionControls::Number(const char* name, OptionKey key, int digits) {
   QLineEdit* const edit = NarrowText(name, key, digits);
-  AllowDigitsOnly(edit);
+  AllowDigitsOnly(edit, edit);
   return edit;
 }
 
@@ -130,7 +174,7 @@ QComboBox* OptionControls::Combo(const char* name, OptionKey key,
 QComboBox* OptionControls::NumberCombo(const char* name, OptionKey key,
                                        std::initializer_list<const char*> presets) {
   QComboBox* const combo = Combo(name, key, presets);
-  AllowDigitsOnly(combo->lineEdit());
+  AllowDigitsOnly(combo->lineEdit(), combo);
   return combo;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QScreen>
+#include <QShortcut>
 #include <QTabBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -36,6 +37,9 @@ LedrixFo::LedrixFo(OptionRecord& options, PatternSlots& patterns, PlatformServic
   Explain(*this);
   ShowWholeTabStrip();
   TabStrip1->setCurrentIndex(std::clamp(last_tab, 0, TabStrip1->count() - 1));
+  PutButtonsLast();
+  AddTabKeys();
+  FocusFirstField();
 }
 
 void LedrixFo::AddTabs() {
@@ -97,7 +101,40 @@ void LedrixFo::GoTo(QWidget* control) {
   for (int tab = 0; tab < TabStrip1->count(); ++tab) {
     if (TabStrip1->widget(tab)->isAncestorOf(control)) TabStrip1->setCurrentIndex(tab);
   }
+  // A field that another option has switched off is where the value can be mended.
+  control->setEnabled(true);
   control->setFocus();
+}
+
+void LedrixFo::PutButtonsLast() {
+  QWidget* last = TabStrip1;
+  for (QWidget* widget = nextInFocusChain(); widget != this; widget = widget->nextInFocusChain()) {
+    if (TabStrip1->isAncestorOf(widget)) last = widget;
+  }
+  setTabOrder(last, BtnOk);
+  setTabOrder(BtnOk, BtnEnd);
+}
+
+void LedrixFo::FocusFirstField() {
+  const QWidget* const tab = TabStrip1->currentWidget();
+  QWidget* field = nextInFocusChain();
+  while (field != this && !(tab->isAncestorOf(field) && field->isEnabled() &&
+                            (field->focusPolicy() & Qt::TabFocus) != 0)) {
+    field = field->nextInFocusChain();
+  }
+  if (field != this) field->setFocus(Qt::TabFocusReason);
+}
+
+void LedrixFo::AddTabKeys() {
+  for (const int step : {-1, 1}) {
+    const auto* const key =
+        new QShortcut(Qt::CTRL | (step < 0 ? Qt::Key_PageUp : Qt::Key_PageDown), this);
+    connect(key, &QShortcut::activated, this, [this, step] {
+      const int tabs = TabStrip1->count();
+      TabStrip1->setCurrentIndex((TabStrip1->currentIndex() + step + tabs) % tabs);
+      FocusFirstField();
+    });
+  }
 }
 
 void LedrixFo::done(int result) {

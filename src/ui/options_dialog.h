@@ -33,8 +33,13 @@ class LedrixFo : public QDialog {
   // As far as the screen is wide enough.
   void ShowWholeTabStrip();
   void AcceptIfValid();
-  // Shows the tab of a control and puts the cursor there.
+  // Shows the tab of a control, switches it on and puts the cursor there.
   void GoTo(QWidget* control);
+  // The Tab key goes through the fields before the buttons; Ctrl+Page Up and Ctrl+Page Down change
+  // the tab.
+  void PutButtonsLast();
+  void AddTabKeys();
+  void FocusFirstField();
 
   OptionRecord& options_;
   PlatformServices& platform_;

@@ -67,7 +67,8 @@ TEST(Console, RefusesBadArguments) {
   for (const Texts& arguments : {Texts{}, Texts{"nonsense"}}) {
     EXPECT_EQ(ProgramRun().Console(arguments).status, 2);
   }
-  for (const Texts& arguments : {Texts{"--help"}, Texts{"compare", "--help"}, Texts{"--version"}}) {
+  for (const Texts& arguments :
+       {Texts{"--help"}, Texts{"compare", "--help"}, Texts{"--help-options"}, Texts{"--version"}}) {
     EXPECT_EQ(ProgramRun().Console(arguments).status, 0);
   }
 }

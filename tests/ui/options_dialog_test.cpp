@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QRadioButton>
+#include <QTest>
 #include <map>
 
 #include "settings/option_draft.h"
@@ -76,15 +77,39 @@ TEST_F(OptionsDialog, NumericFieldsTakeDigitsOnly) {
                                  "CmbCompPrintLen", "CmbDCompPrintLen", "OptTABtoKETA"}) {
     auto* const control = Find<QWidget>(*dialog_, name);
     auto* const combo = dynamic_cast<QComboBox*>(control);
-    QWidget* const field = combo != nullptr ? combo->lineEdit() : control;
     Set(name, "");
-    field->setEnabled(true);
+    control->setEnabled(true);
     for (const QChar c : QString("1a-. 2あ\b３")) {
       QKeyEvent press(QEvent::KeyPress, c == '\b' ? Qt::Key_Backspace : Qt::Key_unknown,
                       Qt::NoModifier, c);
-      QApplication::sendEvent(field, &press);
+      QApplication::sendEvent(control, &press);
     }
-    EXPECT_EQ(Shown(name), std::string(name) == "OptTABtoKETA" ? "1a-. 2３" : "1") << name;
+    const bool takes_all = std::string(name) == "OptTABtoKETA";
+    EXPECT_EQ(Shown(name), takes_all ? "1a-. 2３" : "1") << name;
+    QGuiApplication::clipboard()->setText(" 4x５");
+    if (combo != nullptr) combo->setEditText("80 (A4)");
+    auto& edit = combo != nullptr ? *combo->lineEdit() : dynamic_cast<QLineEdit&>(*control);
+    edit.setCursorPosition(1);
+    edit.paste();
+    EXPECT_EQ(Shown(name), combo != nullptr ? "8450 (A4)" : takes_all ? "1 4x５a-. 2３" : "145");
+  }
+}
+
+TEST_F(OptionsDialog, LeadsThroughTheFieldsBeforeTheButtons) {
+  const auto focused = [&] { return ToUtf8(dialog_->focusWidget()->objectName()); };
+  dialog_->activateWindow();
+  ASSERT_TRUE(test::WaitUntil([&] { return dialog_->isActiveWindow(); }));
+  for (const char* const first : {"CmbSTCol", "inComboLstLst", "OptContOutDir", "inComboLstSbn"}) {
+    EXPECT_EQ(focused(), first);
+    QTest::keyClick(dialog_.get(), Qt::Key_PageDown, Qt::ControlModifier);
+  }
+  for (int i = 0; i < 4; ++i) {
+    QTest::keyClick(dialog_.get(), Qt::Key_PageUp, Qt::ControlModifier);
+  }
+  for (const char* const next : {"CmbEDCol", "inMatch", "inBuff", "OptSpData0", "OptTABtoSPACE",
+                                 "OptUpperCase", "BtnOk", "BtnEnd"}) {
+    QTest::keyClick(dialog_->focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(focused(), next);
   }
 }
 
@@ -107,6 +132,8 @@ TEST_F(OptionsDialog, ShowsTheTabOfWhatItRefuses) {
     EXPECT_EQ(Refusal(), "Ledrix: " + draft.Check().value_or("nothing")) << fault[0];
     EXPECT_EQ(Find<QTabWidget>(*dialog_, "TabStrip1")->currentIndex() + 1, std::stoi(fault[3]));
     EXPECT_TRUE(dialog_->isVisible());
+    EXPECT_TRUE(dialog_->focusWidget()->isEnabled());
+    EXPECT_EQ(dialog_->focusWidget()->objectName().left(9), ToQString(fault[0]).left(9));
     set(fault[0], fault[2]);
   }
   EXPECT_EQ(options_.OptEDCol, 9999);
