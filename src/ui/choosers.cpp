@@ -1,12 +1,11 @@
 #include "ui/choosers.h"
 
 #include <QFileDialog>
-#include <QFontDialog>
-#include <QFontInfo>
 #include <QGuiApplication>
 #include <algorithm>
 
 #include "platform/files.h"
+#include "ui/font_chooser.h"
 #include "ui/qt_text.h"
 #include "ui/window_platform.h"
 
@@ -29,21 +28,9 @@ std::optional<QString> ChooseFolder(QWidget* parent, const QString& title, const
 }
 
 std::optional<FontChoice> ChooseFont(QWidget* parent, const FontChoice& current) {
-  QFontDialog dialog(parent);
-  dialog.setWindowTitle("ﾌｫﾝﾄの選択");
-  dialog.setOption(QFontDialog::DontUseNativeDialog, !HasDesktop());
-  // A font that is not installed is shown by the one that stands in for it.
-  const int size_before = std::max(current.size, 1);
-  const QString stand_in = QFontInfo(QFont(ToQString(current.name), size_before)).family();
-  dialog.setCurrentFont(QFont(stand_in, size_before));
-  bool is_other = false;
-  QObject::connect(&dialog, &QFontDialog::currentFontChanged, &dialog,
-                   [&](const QFont& font) { is_other = is_other || font.family() != stand_in; });
+  FontChooser dialog(ToQString(current.name), std::max(current.size, 1), parent);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  const QFont chosen = dialog.selectedFont();
-  // A size in pixels has no points of its own.
-  const int size = chosen.pointSize() > 0 ? chosen.pointSize() : QFontInfo(chosen).pointSize();
-  return FontChoice{is_other ? ToUtf8(chosen.family()) : current.name, std::max(size, 1)};
+  return FontChoice{ToUtf8(dialog.family()), dialog.points()};
 }
 
 NativePath OutputChooser::Choose(QWidget* parent, const OutputQuestion& question) {

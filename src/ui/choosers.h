@@ -1,5 +1,5 @@
-// The dialogs in which the user chooses folders, fonts and outputs: the desktop's own, and Qt's on
-// the platform "offscreen".
+// The dialogs in which the user chooses folders and outputs, the desktop's own (Qt's on the
+// platform "offscreen"), and fonts, one of ours.
 #pragma once
 
 #include <QStringList>

@@ -3,9 +3,10 @@
 
 #include <QApplication>
 #include <QFileDialog>
-#include <QFontDialog>
+#include <QFontComboBox>
 #include <QInputDialog>
 #include <QKeyEvent>
+#include <QSpinBox>
 
 #include "ui/options_dialog_fixture.h"
 #include "ui/window_platform.h"
@@ -69,20 +70,19 @@ TEST_F(OptionsDialogActions, DefaultButtonsFillTheirFields) {
 }
 
 TEST_F(OptionsDialogActions, ChoosesAFontAndAFolder) {
-  const auto font_of = [](QWidget& window) -> QFontDialog& {
-    return dynamic_cast<QFontDialog&>(window);
-  };
   options_.FontName = "書体なし";
   options_.FontSize = 10;
   Open();
   EXPECT_EQ(Shown("OptFontNameSize"), "書体なし : 10 ﾎﾟｲﾝﾄ");
   test::ModalScript script;
   script.Then([](QWidget& window) { window.close(); })
-      .Then([&](QWidget& window) { font_of(window).accept(); })  // the stand-in is no choice
+      .Then([&](QWidget& window) { Find<QPushButton>(window, "BtnFontOk")->click(); })
       .Then([&](QWidget& window) {
-        font_of(window).setCurrentFont(QFont("IPAGothic", 12));
-        font_of(window).accept();
+        Find<QFontComboBox>(window, "FontFamilies")->setCurrentFont(QFont("IPAGothic"));
+        Find<QSpinBox>(window, "FontPoints")->setValue(12);
+        Find<QPushButton>(window, "BtnFontOk")->click();
       });
+  // What stands in for a font that is not there is no choice.
   for (const char* const shown :
        {"書体なし : 10 ﾎﾟｲﾝﾄ", "書体なし : 10 ﾎﾟｲﾝﾄ", "IPAGothic : 12 ﾎﾟｲﾝﾄ"}) {
     Press("BtnFontNameSize");

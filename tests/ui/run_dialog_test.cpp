@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -27,6 +28,7 @@ void Name(QWidget& window, const std::string& path, const char* title) {
   auto& chooser = dynamic_cast<QFileDialog&>(window);
   EXPECT_EQ(chooser.windowTitle(), title);
   Find<QLineEdit>(chooser, "fileNameEdit")->setText(QString::fromStdString(path));
+  EXPECT_TRUE(chooser.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->isEnabled());
   QMetaObject::invokeMethod(&chooser, "accept");
 }
 
