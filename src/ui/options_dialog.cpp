@@ -74,7 +74,9 @@ void LedrixFo::ShowWholeTabStrip() {
   const QSize hint = sizeHint();
   const int frame = hint.width() - TabStrip1->sizeHint().width();
   const QSize wanted(TabStrip1->tabBar()->sizeHint().width() + frame, 0);
-  resize(hint.expandedTo(wanted).boundedTo(screen()->availableSize()));
+  const QSize size = hint.expandedTo(wanted).boundedTo(screen()->availableSize());
+  setMinimumWidth(size.width());
+  resize(size);
 }
 
 void LedrixFo::AcceptIfValid() {
