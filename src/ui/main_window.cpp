@@ -141,6 +141,11 @@ QWidget* LedrixF0::MakeButtonRow() {
   connect(BtnListClear, &QPushButton::clicked, this, [this] { ClearResults(); });
   connect(BtnWinMode, &QToolButton::clicked, this, [this] { SetBarMode(ModeAfter(bars_.mode())); });
   connect(BtnClose, &QPushButton::clicked, this, [this] { close(); });
+  for (const ModeLook& look : kModes) {  // with any of its symbols it is as wide
+    BtnWinMode->setText(look.symbol);
+    BtnWinMode->setMinimumWidth(
+        std::max(BtnWinMode->minimumWidth(), BtnWinMode->sizeHint().width()));
+  }
   auto* const bar = new QWidget;
   auto* const row = new QHBoxLayout(bar);
   row->setContentsMargins(0, 0, 0, 0);
@@ -150,7 +155,7 @@ QWidget* LedrixF0::MakeButtonRow() {
     button->setMinimumSize(size.width() + fontMetrics().height(), size.height() * 3 / 2);
     row->addWidget(button);
   }
-  row->addSpacing(12);
+  row->addSpacerItem(new QSpacerItem(12, 0, QSizePolicy::Maximum));
   row->addWidget(BtnListClear);
   row->addWidget(BtnWinMode);
   row->addWidget(BtnClose);
