@@ -6,8 +6,11 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
+#include <QStyle>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <new>
 
 #include "settings/twips.h"
@@ -30,10 +33,34 @@ double SecondsSince(const timespec& then) {
 
 }  // namespace
 
+// What a job tells beside the bar. Takes the width that a text needs, and never less again.
+class LedrixF1::BarLabel : public QLabel {
+ public:
+  BarLabel() {
+    setTextFormat(Qt::PlainText);
+    Show(kLongText);
+    clear();
+  }
+
+  void Show(const QString& told) {
+    const int most = screen()->availableSize().width() - 2 * kBarWidth;
+    const QString shown =
+        fontMetrics().elidedText(told, Qt::ElideMiddle, std::max(most, minimumWidth()));
+    if (text() == shown) return;
+    setText(shown);
+    setMinimumWidth(std::max(minimumWidth(), sizeHint().width()));
+  }
+
+ private:
+  static constexpr const char* kLongText = "ISO-2022-JP-2004 変換中 ･･･ 100%";  // as they come
+};
+
 // Breaks lines anywhere: a path has no blanks.
 class LedrixF1::MessageLabel : public QLabel {
  public:
-  MessageLabel() { setMinimumSize(kBarWidth + 80, kFewestLines * fontMetrics().lineSpacing()); }
+  explicit MessageLabel(int width) {
+    setMinimumSize(width, kFewestLines * fontMetrics().lineSpacing());
+  }
 
   // Takes the height that a text needs, and never less again.
   void Show(const QString& shown) {
@@ -63,18 +90,15 @@ LedrixF1::LedrixF1(OptionRecord& options, JobRecord& job, WindowPlatform& platfo
       surroundings_(surroundings),
       results_(results),
       services_(options, job, platform, *this),
-      LblMSG(Named(new MessageLabel, "LblMSG")),
-      LblBar(Named(new QLabel, "LblBar")),
+      LblBar(Named(new BarLabel, "LblBar")),
       bar_frame_(new QFrame),
       PicStsValue(Named(new QWidget(bar_frame_), "PicStsValue")),
+      LblMSG(Named(new MessageLabel(WidthOfContents()), "LblMSG")),
       BtnYES(Named(new QPushButton("はい"), "BtnYES")),
       BtnNO(Named(new QPushButton("いいえ"), "BtnNO")),
       BtnStop(Named(new QPushButton("中止"), "BtnStop")) {
   Build();
   caption_ = JobCaption(job_.request);
-  setWindowTitle(ToQString(caption_));
-  const int title_width = fontMetrics().horizontalAdvance(windowTitle());
-  setMinimumWidth(title_width + 10 * fontMetrics().height());  // the window's buttons beside it
   message_ = JobMessage(options_, job_);
   ShowState(!IsOn(options_.StartMsg));
   ShowWhatWasTold();
@@ -85,6 +109,17 @@ LedrixF1::~LedrixF1() {
   platform_.OnYield(nullptr);
   platform_.AcceptInput(true);
   FlushResults();
+}
+
+// Both states are as wide as the bar with a text beside it, and the title with the window's
+// buttons.
+int LedrixF1::WidthOfContents() const {
+  const QString count = QString("  %1 / %1").arg(job_.request.FileCount);
+  const int title = fontMetrics().horizontalAdvance(ToQString(JobCaption(job_.request)) + count) +
+                    10 * fontMetrics().height();
+  const int bar =
+      kBarWidth + style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing) + LblBar->minimumWidth();
+  return std::max(title, bar);
 }
 
 void LedrixF1::Build() {
@@ -210,7 +245,7 @@ void LedrixF1::PairStarted(size_t number, size_t count) {
 void LedrixF1::ShowWhatWasTold() {
   setWindowTitle(ToQString(caption_));
   LblMSG->Show(ToShownLines(message_));
-  if (LblBar->text() != ToQString(bar_text_)) LblBar->setText(ToQString(bar_text_));
+  LblBar->Show(ToQString(bar_text_));
   PicStsValue->move(static_cast<int>(left_ / kTwipsPerPixel), 0);
   // A list of very many results must not cost more than the job.
   constexpr double kPatience = 10;

@@ -11,7 +11,6 @@
 #include "ui/window_platform.h"
 
 class QFrame;
-class QLabel;
 class QPushButton;
 
 namespace ledrix {
@@ -39,9 +38,11 @@ class LedrixF1 : public QDialog, private RunFrontEnd {
   void reject() override { close(); }
 
  private:
+  class BarLabel;
   class MessageLabel;
 
   void Build();
+  int WidthOfContents() const;
   void ShowState(bool running);
   void Run();
   void AskToStop(MessageAnswer default_answer);
@@ -66,10 +67,10 @@ class LedrixF1 : public QDialog, private RunFrontEnd {
   const ResultSink& results_;
   RunServices services_;
 
-  MessageLabel* const LblMSG;
-  QLabel* const LblBar;
+  BarLabel* const LblBar;
   QFrame* const bar_frame_;    // the whole bar
   QWidget* const PicStsValue;  // slides in from its left
+  MessageLabel* const LblMSG;
   QPushButton* const BtnYES;
   QPushButton* const BtnNO;
   QPushButton* const BtnStop;
