@@ -1,7 +1,9 @@
 #include "ui/window_state.h"
 
 #include <QApplication>
+#include <QRegion>
 #include <QScreen>
+#include <QStyle>
 #include <algorithm>
 
 #include "settings/option_record.h"
@@ -26,13 +28,36 @@ QSize ScreenSize() {
   return QApplication::primaryScreen()->availableSize();
 }
 
-// True when enough of the title bar is on a screen to take hold of the window.
-bool IsReachable(const QPoint& place, int width) {
-  const QRect title(place + QPoint(width / 4, 0), QSize(width / 2, 1));
-  const QList<QScreen*> screens = QApplication::screens();
-  return std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
-    return screen->availableGeometry().intersects(title);
-  });
+int TitleHeight(const QWidget& window) {
+  return window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+}
+
+// The screen that holds a point, or that the point misses least.
+QRect NearestScreen(const QPoint& point) {
+  const auto distance = [&](const QRect& screen) {
+    const QPoint inside(std::clamp(point.x(), screen.left(), screen.right()),
+                        std::clamp(point.y(), screen.top(), screen.bottom()));
+    return (point - inside).manhattanLength();
+  };
+  QRect nearest = QApplication::primaryScreen()->availableGeometry();
+  for (const QScreen* const screen : QApplication::screens()) {
+    const QRect other = screen->availableGeometry();
+    if (distance(other) < distance(nearest)) nearest = other;
+  }
+  return nearest;
+}
+
+// A place for a window with its title bar: the wanted one while the title bar is all on screens,
+// or else the nearest at which as much of the window is on a screen as fits, from its top left on.
+QPoint ReachablePlace(const QRect& wanted, int title_height) {
+  QRegion screens;
+  for (const QScreen* const screen : QApplication::screens())
+    screens += screen->availableGeometry();
+  const QRect title(wanted.topLeft(), QSize(wanted.width(), title_height));
+  if (screens.intersected(title) == QRegion(title)) return wanted.topLeft();
+  const QRect screen = NearestScreen(title.center());
+  return {std::max(std::min(wanted.left(), screen.right() + 1 - wanted.width()), screen.left()),
+          std::max(std::min(wanted.top(), screen.bottom() + 1 - wanted.height()), screen.top())};
 }
 
 }  // namespace
@@ -48,13 +73,17 @@ void WindowState::LoadGeometry() {
   constexpr int kNone = -1000000;
   const int left = ReadPixels(store, "MainLeft", kNone);
   const int top = ReadPixels(store, "MainTop", kNone);
-  const QSize screen = ScreenSize();
-  window_.setMinimumSize(kDesignSize.boundedTo(screen));
+  const int title_height = TitleHeight(window_);
+  const QRect screen_there = NearestScreen(left == kNone ? QPoint() : QPoint(left, top));
+  const QSize screen = screen_there.size() - QSize(0, title_height);
+  // Larger than designed where the font of the desktop needs it.
+  window_.setMinimumSize(kDesignSize.expandedTo(window_.minimumSizeHint()).boundedTo(screen));
   const QSize wanted(ReadPixels(store, "MainWidth", kDesignSize.width()),
                      ReadPixels(store, "MainHeight", kDesignSize.height()));
   window_.resize(wanted.boundedTo(screen).expandedTo(window_.minimumSize()));
-  if (left != kNone && top != kNone && IsReachable({left, top}, window_.width())) {
-    window_.move(left, top);
+  if (left != kNone && top != kNone) {
+    window_.move(
+        ReachablePlace({QPoint(left, top), window_.size() + QSize(0, title_height)}, title_height));
   }
 }
 
