@@ -13,12 +13,14 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyleOptionComboBox>
 #include <QTabBar>
 #include <QTabWidget>
 #include <cstdlib>
 #include <filesystem>
 
+#include "settings/twips.h"
 #include "support/program.h"
 #include "ui/history_window.h"
 #include "ui/options_dialog.h"
@@ -196,6 +198,35 @@ TEST(Room, IsThereForEveryText) {
          false,
          {}});
     EXPECT_EQ(measured.status, 0) << "scale " << scale << "\n" << measured.out;
+  }
+}
+
+TEST(Room, IsOnTheScreenForTheTitleBar) {
+  QApplication::setFont(QFont("DejaVu Sans", 9));
+  const QRect screen = QApplication::primaryScreen()->availableGeometry();
+  const int title = QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  const QPoint corner(screen.right() + 1 - 960, screen.bottom() + 1 - 620 - title);
+  const QSize size(960, 620);
+  const QSize whole = screen.size() - QSize(0, title);
+  const std::pair<QRect, QRect> cases[] = {
+      // as stored, as shown
+      {{{10, 20}, size}, {{10, 20}, size}},
+      {{{-500, 20}, size}, {{0, 20}, size}},
+      {{{corner.x() + 9, 20}, size}, {{corner.x(), 20}, size}},
+      {{{50, corner.y() + 200}, size}, {{50, corner.y() + 200}, size}},
+      {{{50, screen.bottom() - 9}, size}, {{50, corner.y()}, size}},
+      {{{9000, 9000}, size}, {corner, size}},
+      {{{-9000, -9000}, size}, {{0, 0}, size}},
+      {{{9, 9}, 9 * screen.size()}, {{0, 0}, whole}}};
+  for (const auto& [stored, shown] : cases) {
+    if (kScale == nullptr) break;
+    WindowRun run;
+    WritePixels(run.store, "MainLeft", stored.x());
+    WritePixels(run.store, "MainTop", stored.y());
+    WritePixels(run.store, "MainWidth", stored.width());
+    WritePixels(run.store, "MainHeight", stored.height());
+    const LedrixF0& window = run.Open();
+    EXPECT_EQ(QRect(window.pos(), window.size()), shown) << stored.x();
   }
 }
 
