@@ -58,15 +58,21 @@ const std::string& ProgramOf(const Launcher& launcher) {
   return launcher.words[0][0].text;
 }
 
+// What a program is to open, as its codes want it.
+struct Target {
+  std::string path;
+  std::string address;
+};
+
 // What a code stands for inside a word.
-std::string Expanded(const Launcher& launcher, char code, const NativePath& file) {
+std::string Expanded(const Launcher& launcher, char code, const Target& target) {
   switch (code) {
     case 'f':
     case 'F':
-      return file.bytes();
+      return target.path;
     case 'u':
     case 'U':
-      return FileAddress(file);
+      return target.address;
     case 'c':
       return launcher.title;
     case 'k':
@@ -76,7 +82,7 @@ std::string Expanded(const Launcher& launcher, char code, const NativePath& file
   }
 }
 
-void AppendWord(const Launcher& launcher, const LauncherWord& word, const NativePath& file,
+void AppendWord(const Launcher& launcher, const LauncherWord& word, const Target& target,
                 std::vector<std::string>& arguments) {
   if (word.size() == 1 && word[0].code == 'i') {
     if (!launcher.icon.empty()) arguments.insert(arguments.end(), {"--icon", launcher.icon});
@@ -86,7 +92,7 @@ void AppendWord(const Launcher& launcher, const LauncherWord& word, const Native
   bool has_text = false;
   for (const LauncherPiece& piece : word) {
     has_text |= piece.code == '\0';
-    text += piece.code == '\0' ? piece.text : Expanded(launcher, piece.code, file);
+    text += piece.code == '\0' ? piece.text : Expanded(launcher, piece.code, target);
   }
   if (has_text || !text.empty()) arguments.push_back(std::move(text));
 }
@@ -99,6 +105,21 @@ bool HasFileCode(const Launcher& launcher) {
     }
   }
   return false;
+}
+
+std::vector<std::string> ArgumentsFor(const Launcher& launcher, const Target& target) {
+  std::vector<std::string> arguments;
+  for (const LauncherWord& word : launcher.words) AppendWord(launcher, word, target, arguments);
+  if (!HasFileCode(launcher)) arguments.push_back(target.path);
+  return arguments;
+}
+
+Status Start(const Launcher& launcher, std::vector<std::string> arguments) {
+  if (launcher.in_terminal) {
+    if (FindProgram(ProgramOf(launcher)).empty()) return Error::System(ENOENT);
+    arguments.insert(arguments.begin(), {kTerminal, "-e"});
+  }
+  return StartProgram(arguments, launcher.folder);
 }
 
 }  // namespace
@@ -128,10 +149,7 @@ std::vector<Launcher> ListLaunchers(const NativePath& folder) {
 }
 
 std::vector<std::string> LauncherArguments(const Launcher& launcher, const NativePath& file) {
-  std::vector<std::string> arguments;
-  for (const LauncherWord& word : launcher.words) AppendWord(launcher, word, file, arguments);
-  if (!HasFileCode(launcher)) arguments.push_back(file.bytes());
-  return arguments;
+  return ArgumentsFor(launcher, {file.bytes(), FileAddress(file)});
 }
 
 std::string FileAddress(const NativePath& path) {
@@ -150,12 +168,11 @@ std::string FileAddress(const NativePath& path) {
 }
 
 Status StartWithFile(const Launcher& launcher, const NativePath& file) {
-  std::vector<std::string> arguments = LauncherArguments(launcher, file);
-  if (launcher.in_terminal) {
-    if (FindProgram(ProgramOf(launcher)).empty()) return Error::System(ENOENT);
-    arguments.insert(arguments.begin(), {kTerminal, "-e"});
-  }
-  return StartProgram(arguments, launcher.folder);
+  return Start(launcher, LauncherArguments(launcher, file));
+}
+
+Status StartWithAddress(const Launcher& launcher, const std::string& address) {
+  return Start(launcher, ArgumentsFor(launcher, {address, address}));
 }
 
 }  // namespace ledrix

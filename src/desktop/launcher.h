@@ -60,5 +60,7 @@ std::string FileAddress(const NativePath& path);
 // Starts the launcher's program with a file, in a terminal (x-terminal-emulator) if it asks for
 // one. Returns why it could not be started.
 Status StartWithFile(const Launcher& launcher, const NativePath& file);
+// The same with an address such as that of a web page, which every code for a file stands for.
+Status StartWithAddress(const Launcher& launcher, const std::string& address);
 
 }  // namespace ledrix

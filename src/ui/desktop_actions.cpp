@@ -72,7 +72,11 @@ bool DesktopActions::OpenByDesktop(const NativePath& path) {
 }
 
 bool DesktopActions::OpenAddress(const QString& address) {
-  return OpenUrl(QUrl(address));
+  const QUrl url(address);
+  if (OpenUrl(url)) return true;
+  const std::optional<Launcher> launcher =
+      FindAssociation(Associations(), {"x-scheme-handler/" + ToUtf8(url.scheme())});
+  return launcher && StartWithAddress(*launcher, ToUtf8(address)).ok();
 }
 
 bool DesktopActions::OpenUrl(const QUrl& url) {

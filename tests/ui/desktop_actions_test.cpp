@@ -26,8 +26,12 @@ class TestDesktop : public DesktopActions {
     const NativePath program = root.Write("program", "#!/bin/sh\nprintf %s \"$1\" > " + told +
                                                          ".x\nmv " + told + ".x " + told + "\n");
     chmod(program.c_str(), 0755);
-    root.Write("editor.desktop",
-               "[Desktop Entry]\nType=Application\nExec=" + program.bytes() + " %f\n");
+    Write("%f");
+  }
+  // The program's launcher, with a code for what it is to open.
+  void Write(const std::string& code) const {
+    root.Write("editor.desktop", "[Desktop Entry]\nType=Application\nExec=" +
+                                     root.At("program").bytes() + " " + code + "\n");
   }
   void Associate(const std::string& type) const {
     root.Write("mimeapps.list", "[Default Applications]\n" + type + "=editor.desktop\n");
@@ -107,6 +111,12 @@ TEST(DesktopActions, StartsTheProgramItselfWhereTheDesktopCannot) {
     EXPECT_EQ(desktop.OpenFolder(desktop.root.At("")), opens);
     EXPECT_EQ(desktop.OpenAddress("https://ledrix.example/"), opens);
     EXPECT_EQ(desktop.addresses.back(), "https://ledrix.example/");
+    desktop.Associate("x-scheme-handler/https");
+    desktop.Write("%u");
+    EXPECT_TRUE(desktop.OpenAddress("https://ledrix.example/?a=%20;$(x)"));
+    if (!opens) {
+      EXPECT_EQ(desktop.Told(), "https://ledrix.example/?a=%20;$(x)");
+    }
   }
   TestDesktop desktop(false);
   desktop.Associate("text/plain");
