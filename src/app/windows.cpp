@@ -9,7 +9,10 @@
 #include <QTranslator>
 #include <memory>
 
+#include "app/batch_platform.h"
+#include "app/program_run.h"
 #include "app/signals.h"
+#include "platform/files.h"
 #include "platform/program_folder.h"
 #include "text/leading_number.h"
 #include "ui/desktop_actions.h"
@@ -33,16 +36,82 @@ void InstallTranslation(QApplication& application, QTranslator& translator) {
 }
 
 void WaitForSplash(const QElapsedTimer& shown) {
-  while (shown.elapsed() <= kSplashMilliseconds) {
+  while (shown.elapsed() <= kSplashMilliseconds && !IsStopSignalled()) {
     QCoreApplication::processEvents();
     QThread::msleep(10);
   }
+}
+
+// Closes the windows of a run that a signal asks to stop, from the uppermost down, as a user would.
+class StopBySignal {
+ public:
+  explicit StopBySignal(JobRecord& job) {
+    QObject::connect(&poll_, &QTimer::timeout, &poll_, [this, &job] {
+      if (!IsStopSignalled()) return;
+      job.StopRequested = true;
+      QWidget* const modal = QApplication::activeModalWidget();
+      QWidget* const uppermost = modal != nullptr ? modal : main_window_;
+      if (uppermost != nullptr) uppermost->close();
+    });
+    poll_.start(kSignalPollMilliseconds);
+  }
+  // Until then only messages are closed.
+  void MayClose(QWidget& main_window) { main_window_ = &main_window; }
+
+ private:
+  QTimer poll_;
+  QWidget* main_window_ = nullptr;
+};
+
+// One a side, the old one first. What is not there is told; the nearest folder is opened then.
+void OpenNamed(const std::vector<std::string>& names, LedrixF0& window, WindowPlatform& platform) {
+  for (size_t i = 0; i < names.size(); ++i) {
+    const NativePath path = MakeAbsolute(NativePath(names[i]));
+    window.OpenOnSide(kBothSides[i], path);
+    if (const Result<FileInfo> info = GetFileInfo(path); !info.ok()) {
+      platform.ReportTrouble(PathToUtf8(path) + ": " + DescribeError(info.error()));
+    }
+  }
+}
+
+// Shows the main window and returns when it was closed; returns at once, without having shown it or
+// having saved anything, when a signal came before.
+int RunMainWindow(const WindowProgram& program, const std::vector<std::string>& names) {
+  StopBySignal stop(program.job);
+  TellUnreadSettings(program.store, program.platform);
+  if (IsStopSignalled()) return 0;
+  std::unique_ptr<LedrixFv> splash;
+  QElapsedTimer shown;
+  if (LeadingNumber(program.store.ReadSetting("Settings", "VerDisp", "0")) == 0) {
+    splash = std::make_unique<LedrixFv>(LedrixFv::Use::kSplash, program.actions);
+    splash->show();
+    shown.start();
+    QCoreApplication::processEvents();
+  }
+  LedrixF0 window(program);
+  if (IsStopSignalled()) return 0;
+  OpenNamed(names, window, program.platform);
+  if (splash) WaitForSplash(shown);
+  splash.reset();
+  if (IsStopSignalled()) return 0;
+  window.show();
+  stop.MayClose(window);
+  return QApplication::exec();
 }
 
 }  // namespace
 
 int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
   QApplication application(argc, argv);
+  // Without the arguments that were Qt's.
+  const std::vector<std::string> names =
+      ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc)).others;
+  if (names.size() > std::size(kBothSides)) {
+    PrintTrouble(kDesktopProgram,
+                 "引数が多すぎます。ledrix 旧 新 または ledrix /old 旧ファイル /new 新ファイル "
+                 "としてください");
+    return kTroubleStatus;
+  }
   QApplication::setApplicationName("ledrix");
   QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
   QTranslator translator;
@@ -57,37 +126,7 @@ int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
   store.Load().Ignore();
   WindowPlatform platform;
   DesktopActions actions;
-  QWidget* main_window = nullptr;
-  QTimer signal_poll;
-  QObject::connect(&signal_poll, &QTimer::timeout, &signal_poll, [&] {
-    if (!IsStopSignalled()) return;
-    job.StopRequested = true;
-    // From the uppermost window down, as a user would.
-    QWidget* const modal = QApplication::activeModalWidget();
-    QWidget* const uppermost = modal != nullptr ? modal : main_window;
-    if (uppermost != nullptr) uppermost->close();
-  });
-  signal_poll.start(kSignalPollMilliseconds);
-  TellUnreadSettings(store, platform);
-  std::unique_ptr<LedrixFv> splash;
-  QElapsedTimer shown;
-  if (LeadingNumber(store.ReadSetting("Settings", "VerDisp", "0")) == 0) {
-    splash = std::make_unique<LedrixFv>(LedrixFv::Use::kSplash, actions);
-    splash->show();
-    shown.start();
-    QCoreApplication::processEvents();
-  }
-  LedrixF0 window({options, job, store, platform, actions, ProgramFolder()});
-  if (args.others.size() == 2) {
-    for (const Side side : kBothSides) {
-      window.OpenOnSide(side, MakeAbsolute(NativePath(args.others[IndexOf(side)])));
-    }
-  }
-  if (splash) WaitForSplash(shown);
-  splash.reset();
-  window.show();
-  main_window = &window;
-  return QApplication::exec();
+  return RunMainWindow({options, job, store, platform, actions, ProgramFolder()}, names);
 }
 
 }  // namespace ledrix
