@@ -56,7 +56,9 @@ void FileView::paintEvent(QPaintEvent* event) {
   QTreeView::paintEvent(event);
   if (hidden_ == 0 || model()->rowCount() > 0) return;
   QPainter painter(viewport());
-  painter.setPen(palette().color(QPalette::PlaceholderText));
+  QColor faint = palette().color(QPalette::Text);  // seen on any desktop's colours
+  faint.setAlpha(160);
+  painter.setPen(faint);
   painter.drawText(viewport()->rect().adjusted(8, 8, -8, -8),
                    Qt::AlignCenter | Qt::TextWrapAnywhere,
                    QString("ﾌｧｲﾙﾀｲﾌﾟの絞り込みで %1 ファイルが隠れています").arg(hidden_));

@@ -2,7 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QInputDialog>
-#include <QLabel>
+#include <QLineEdit>
 #include <QVBoxLayout>
 
 #include "ui/named.h"
@@ -51,12 +51,10 @@ PatternBox::PatternBox(OptionControls& controls, PatternSlots& patterns, Platfor
 QLayout* PatternBox::MakeNames() {
   auto* const names = new QGridLayout;
   for (int k = 0; k < static_cast<int>(kPatternSlots); ++k) {
-    auto* const name = Named(new QLineEdit, "txtMatchPattern", k);
-    name->setReadOnly(true);
-    name->setFocusPolicy(Qt::NoFocus);
-    QPalette look = name->palette();  // of something that is only shown
-    look.setBrush(QPalette::Base, look.window());
-    name->setPalette(look);
+    auto* const name = Named(new QLabel, "txtMatchPattern", k);
+    name->setTextFormat(Qt::PlainText);
+    name->setFrameShape(QFrame::StyledPanel);
+    name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // a long name is cut off
     name->setMinimumWidth(fontMetrics().averageCharWidth() * 16);
     names->addWidget(new QLabel(QString::number(k + 1)), k, 0);
     names->addWidget(name, k, 1);
@@ -81,7 +79,6 @@ size_t PatternBox::Selected() const {
 void PatternBox::ShowNames() {
   for (size_t n = 0; n < kPatternSlots; ++n) {
     txtMatchPattern[n]->setText(ToQString(patterns_[n].name));
-    txtMatchPattern[n]->setCursorPosition(0);
   }
 }
 

@@ -3,8 +3,8 @@
 
 #include <QComboBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLayout>
-#include <QLineEdit>
 #include <QPushButton>
 #include <array>
 
@@ -39,7 +39,7 @@ class PatternBox : public QGroupBox {
   QPushButton* const BtnMPtnSEL;
   QPushButton* const BtnMPtnUPD;
   QPushButton* const BtnMPtnDEL;
-  std::array<QLineEdit*, kPatternSlots> txtMatchPattern{};
+  std::array<QLabel*, kPatternSlots> txtMatchPattern{};
 };
 
 }  // namespace ledrix

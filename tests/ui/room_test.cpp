@@ -95,6 +95,8 @@ void ExpectRoom(const QWidget& widget, const std::string& where) {
   EXPECT_LE(Excess(widget), 0) << where << ": " << name(widget) << " is cut by " << Excess(widget)
                                << " " << widget.window()->width();
   EXPECT_TRUE(Excess(widget) == 0 || widget.height() >= height) << where << ": " << name(widget);
+  // With colours of its own a control would not follow the desktop's.
+  EXPECT_FALSE(widget.testAttribute(Qt::WA_SetPalette)) << where << ": " << name(widget);
   if (HasOwnLayout(widget)) return;
   QList<const QWidget*> shown;
   for (const auto* const child : widget.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
