@@ -61,6 +61,7 @@ QLayout* PatternBox::MakeNames() {
     txtMatchPattern[static_cast<size_t>(k)] = name;
     cmbMatchPatternNum->addItem(QString::number(k + 1));
   }
+  names->setColumnStretch(1, 1);
   return names;
 }
 
