@@ -126,6 +126,8 @@ void LedrixF1::Build() {
   Named(this, "LedrixF1");
   LblMSG->setTextFormat(Qt::PlainText);
   bar_frame_->setFrameShape(QFrame::StyledPanel);
+  bar_frame_->setAutoFillBackground(true);
+  bar_frame_->setBackgroundRole(QPalette::Base);  // seen while it is empty
   bar_frame_->setFixedSize(kBarWidth, fontMetrics().height());
   PicStsValue->setAutoFillBackground(true);
   PicStsValue->setBackgroundRole(QPalette::Highlight);
