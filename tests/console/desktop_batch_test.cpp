@@ -1,4 +1,4 @@
-// "ledrix /old ... /new ..." from outside, without a display.
+// The desktop program from outside: its batch line without a display, its start and end.
 #include <gtest/gtest.h>
 
 #include <regex>
@@ -130,6 +130,32 @@ TEST(DesktopBatch, TakesAPipe) {
                           "ls o; echo a >&3; exec 3>&-; echo b >q; wait $!"});
   EXPECT_EQ(result.status, 1) << result.err;
   EXPECT_EQ(result.out, "o\n");
+}
+
+TEST(DesktopWindows, StartWithPathsAndEndBySignals) {
+  struct Case {
+    const char* script;
+    int status;
+    const char* printed;  // a part of it
+  };
+  for (const Case& c : std::vector<Case>{
+           {"$L old new none", 2, "引数が多すぎます"},
+           {"timeout --preserve-status 2 $L new.txt none/x", 0,
+            "/none/x: ファイルが見つかりません"},
+           {"timeout --preserve-status 2 $L none", 0, "/none: ファイルが見つかりません"},
+           // by a message of the start: nothing is saved then
+           {"echo '[Option]\nContOutDir=1\nContOutDirPath=/none/' >config/ledrix/settings.ini\n"
+            "timeout --preserve-status 1 $L && cat config/ledrix/settings.ini",
+            0, "=/none/\n$"}}) {
+    const Batch batch;
+    mkdir(batch.folder.At("config/ledrix").c_str(), 0777);
+    const ProgramResult result = batch.ProgramRun::Run(
+        "/bin/dash",
+        {"-c", "exec 2>&1; L='" LEDRIX " -platform offscreen'\n" + std::string(c.script)},
+        {.environment = {"QT_QPA_PLATFORM=offscreen"}});
+    EXPECT_EQ(result.status, c.status) << c.script;
+    EXPECT_NE((result.out + "$").find(c.printed), std::string::npos) << c.script << result.out;
+  }
 }
 
 }  // namespace
