@@ -38,12 +38,13 @@ class LedrixF1::BarLabel : public QLabel {
  public:
   BarLabel() {
     setTextFormat(Qt::PlainText);
-    Show(kLongText);
+    setText(kLongText);
+    setMinimumWidth(sizeHint().width());
     clear();
   }
 
   void Show(const QString& told) {
-    const int most = screen()->availableSize().width() - 2 * kBarWidth;
+    const int most = screen()->availableSize().width() - kBarWidth - 100;
     const QString shown =
         fontMetrics().elidedText(told, Qt::ElideMiddle, std::max(most, minimumWidth()));
     if (text() == shown) return;

@@ -51,8 +51,9 @@ QRect NearestScreen(const QPoint& point) {
 // or else the nearest at which as much of the window is on a screen as fits, from its top left on.
 QPoint ReachablePlace(const QRect& wanted, int title_height) {
   QRegion screens;
-  for (const QScreen* const screen : QApplication::screens())
+  for (const QScreen* const screen : QApplication::screens()) {
     screens += screen->availableGeometry();
+  }
   const QRect title(wanted.topLeft(), QSize(wanted.width(), title_height));
   if (screens.intersected(title) == QRegion(title)) return wanted.topLeft();
   const QRect screen = NearestScreen(title.center());
