@@ -140,8 +140,6 @@ TEST(DesktopWindows, StartWithPathsAndEndBySignals) {
   };
   for (const Case& c : std::vector<Case>{
            {"$L old new none", 2, "引数が多すぎます"},
-           {"timeout --preserve-status 2 $L new.txt none/x", 0,
-            "/none/x: ファイルが見つかりません"},
            {"timeout --preserve-status 2 $L none", 0, "/none: ファイルが見つかりません"},
            // by a message of the start: nothing is saved then
            {"echo '[Option]\nContOutDir=1\nContOutDirPath=/none/' >config/ledrix/settings.ini\n"
