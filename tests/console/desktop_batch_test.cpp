@@ -132,6 +132,7 @@ TEST(DesktopBatch, TakesAPipe) {
   EXPECT_EQ(result.out, "o\n");
 }
 
+// --foreground: a second signal, to the group, would end the program at once.
 TEST(DesktopWindows, StartWithPathsAndEndBySignals) {
   struct Case {
     const char* script;
@@ -140,10 +141,11 @@ TEST(DesktopWindows, StartWithPathsAndEndBySignals) {
   };
   for (const Case& c : std::vector<Case>{
            {"$L old new none", 2, "引数が多すぎます"},
-           {"timeout --preserve-status 2 $L none", 0, "/none: ファイルが見つかりません"},
-           // by a message of the start: nothing is saved then
+           {"timeout --foreground --preserve-status 2 $L none", 0,
+            "/none: ファイルが見つかりません"},
+           // in a message of the start: nothing is saved then
            {"echo '[Option]\nContOutDir=1\nContOutDirPath=/none/' >config/ledrix/settings.ini\n"
-            "timeout --preserve-status 1 $L && cat config/ledrix/settings.ini",
+            "timeout --foreground --preserve-status 1 $L && cat config/ledrix/settings.ini",
             0, "=/none/\n$"}}) {
     const Batch batch;
     mkdir(batch.folder.At("config/ledrix").c_str(), 0777);
