@@ -114,7 +114,7 @@ std::vector<std::string> ArgumentsFor(const Launcher& launcher, const Target& ta
   return arguments;
 }
 
-Status Start(const Launcher& launcher, std::vector<std::string> arguments) {
+Status StartWithArguments(const Launcher& launcher, std::vector<std::string> arguments) {
   if (launcher.in_terminal) {
     if (FindProgram(ProgramOf(launcher)).empty()) return Error::System(ENOENT);
     arguments.insert(arguments.begin(), {kTerminal, "-e"});
@@ -168,11 +168,11 @@ std::string FileAddress(const NativePath& path) {
 }
 
 Status StartWithFile(const Launcher& launcher, const NativePath& file) {
-  return Start(launcher, LauncherArguments(launcher, file));
+  return StartWithArguments(launcher, LauncherArguments(launcher, file));
 }
 
 Status StartWithAddress(const Launcher& launcher, const std::string& address) {
-  return Start(launcher, ArgumentsFor(launcher, {address, address}));
+  return StartWithArguments(launcher, ArgumentsFor(launcher, {address, address}));
 }
 
 }  // namespace ledrix
