@@ -34,7 +34,6 @@ FileFrame::FileFrame(Side side, const OptionRecord& options, PlatformServices& p
     : QGroupBox(side == Side::kOld ? "Old File " : "New File ", parent),
       side_(side),
       options_(options),
-      platform_(platform),
       hooks_(std::move(hooks)),
       inTextFile(Named(new QLineEdit, "inTextFile", IndexOf(side))),
       BtnDirOpen(Named(new QToolButton, "BtnDirOpen", IndexOf(side))),

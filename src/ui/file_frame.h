@@ -128,7 +128,6 @@ class FileFrame : public QGroupBox {
 
   const Side side_;
   const OptionRecord& options_;
-  PlatformServices& platform_;
   const Hooks hooks_;
 
   FileTable table_;

@@ -157,6 +157,7 @@ void ListPopup::DeleteFiles() {
   }
   const std::vector<std::string> names = side().SelectedNames();
   std::vector<NativePath> paths;
+  paths.reserve(names.size());
   for (const std::string& name : names) paths.push_back(side().folder() + name);
   if (files_.Delete(std::move(paths))) side().ForgetGone(names);
 }
