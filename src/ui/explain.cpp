@@ -9,8 +9,9 @@
 namespace ledrix {
 namespace {
 
+// A line a sentence: a tip is not broken by itself.
 QString Tip(const QString& hint, const HelpText& help) {
-  QString tip = ToQString(help.text);
+  QString tip = ToQString(help.text).replace("。", "。\n").trimmed();
   if (!help.keys.empty())
     tip += (tip.isEmpty() ? "" : "  ") + QString("[%1]").arg(ToQString(help.keys));
   return hint.isEmpty() ? tip : hint + "\n" + tip;
