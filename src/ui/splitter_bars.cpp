@@ -14,6 +14,7 @@ namespace {
 constexpr int kSideDefault = 2040 / kTwipsPerPixel;
 constexpr int kMiddleDefault = 5265 / kTwipsPerPixel;
 constexpr int kHalfMiddleStrip = 172 / kTwipsPerPixel;
+constexpr int kDefaultResultsPart = 3;  // of the height
 
 constexpr const char* kMiddleKey = "SplitterM";
 constexpr const char* kResultsKey = "SplitterO";
@@ -68,9 +69,10 @@ void SplitterBars::SetMode(BarMode mode) {
 }
 
 void SplitterBars::PlaceResults() {
-  if (std::exchange(are_results_placed_, true) || results_height_ == 0) return;
+  if (std::exchange(are_results_placed_, true)) return;
   const int all = results_.height() - results_.handleWidth();
-  results_.setSizes({all - results_height_, results_height_});
+  const int height = results_height_ > 0 ? results_height_ : all / kDefaultResultsPart;
+  results_.setSizes({all - height, height});
 }
 
 void SplitterBars::LayOut() {
