@@ -1,9 +1,10 @@
-// Where a fuzzer enters, libFuzzer or the replay alike. The first argument, or $LEDRIX_FUZZ_TARGET,
-// names the target; the folder behind it, if there is one, is given the target's starting inputs.
+// Where libFuzzer enters. The first argument, or $LEDRIX_FUZZ_TARGET, names the target.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
+#include <string>
 
 #include "support.h"
 #include "targets.h"
@@ -14,22 +15,10 @@ namespace {
 const Target* chosen = nullptr;
 
 bool Choose(const char* name) {
-  const auto found = std::ranges::find(Targets(), std::string_view(name), &Target::name);
-  if (found == Targets().end()) return false;
-  chosen = &*found;
+  chosen = std::ranges::find(kTargets, std::string_view(name), &Target::name);
+  if (chosen == std::end(kTargets)) return false;
   setenv("LEDRIX_FUZZ_TARGET", name, 1);  // for the processes that libFuzzer starts
   return true;
-}
-
-[[noreturn]] void TellTargets() {
-  for (const Target& target : Targets()) std::puts(std::string(target.name).c_str());
-  std::exit(2);
-}
-
-void GiveStarts(const NativePath& folder) {
-  for (size_t i = 0; i < chosen->starts.size(); ++i) {
-    WriteFile(AddBackslash(folder) + ("start-" + std::to_string(i)), chosen->starts[i]);
-  }
 }
 
 }  // namespace
@@ -43,15 +32,10 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     ++*argv;
     --*argc;
   } else if (name == nullptr || !Choose(name)) {
-    TellTargets();
+    for (const Target& target : kTargets) std::puts(std::string(target.name).c_str());
+    std::exit(2);
   }
   WorkFolder();
-  for (int i = 1; i < *argc; ++i) {
-    const ledrix::NativePath path((*argv)[i]);
-    if (!ledrix::IsFolder(path)) continue;
-    GiveStarts(path);
-    break;
-  }
   return 0;
 }
 

@@ -1,6 +1,6 @@
-// Runs every target without libFuzzer: its finds, its starting inputs, and as many inputs made of
-// these by a generator that is always the same.
-// Usage: ledrix_fuzz FOLDER-OF-FINDS [TARGET [TIMES-AS-MANY]]
+// Runs every target without libFuzzer: its finds, its seeds, and as many inputs made of these by a
+// generator that is always the same.
+// Usage: ledrix_fuzz FOLDER-OF-FINDS-AND-SEEDS [TARGET [TIMES-AS-MANY]]
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -82,21 +82,22 @@ class Mutator {
   std::mt19937_64 random_{20240309};
 };
 
-std::vector<std::string> FindsOf(const Target& target, const std::string& folder) {
-  std::vector<std::string> finds;
+std::vector<std::string> InputsOf(const std::string& target, const std::string& folder) {
+  std::vector<std::string> inputs;
   std::error_code none;  // a target may have no finds
-  for (const auto& entry : std::filesystem::directory_iterator(folder, none)) {
-    finds.push_back(ReadFile(NativePath(entry.path().string())));
+  for (const char* kind : {"/finds/", "/seeds/"}) {
+    for (const auto& entry : std::filesystem::directory_iterator(folder + kind + target, none)) {
+      inputs.push_back(ReadFile(NativePath(entry.path().string())));
+    }
   }
-  std::ranges::sort(finds);
-  finds.insert(finds.end(), target.starts.begin(), target.starts.end());
-  return finds;
+  std::ranges::sort(inputs);
+  return inputs;
 }
 
-void Replay(const Target& target, const std::string& finds_folder, int runs) {
+void Replay(const Target& target, const std::string& folder, int runs) {
   const std::string name(target.name);
   current_path = "find-" + name;
-  const std::vector<std::string> inputs = FindsOf(target, finds_folder + "/" + name);
+  const std::vector<std::string> inputs = InputsOf(name, folder);
   const auto run = [&target](std::string input) {
     current = std::move(input);
     target.run(current);
@@ -119,7 +120,7 @@ int main(int argc, char** argv) {
   std::signal(SIGABRT, KeepAtSignal);
   if (__sanitizer_set_death_callback == nullptr) std::signal(SIGSEGV, KeepAtSignal);
   int replayed = 0;
-  for (const Target& target : Targets()) {
+  for (const Target& target : kTargets) {
     if (!only.empty() && target.name != only) continue;
     Replay(target, argv[1], target.tries * times);
     ++replayed;

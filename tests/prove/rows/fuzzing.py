@@ -18,8 +18,8 @@ def fuzz(bench, target, seconds):
     """Runs one target; returns how it ended. What it has tried before is tried again first."""
     corpus = BUILD / "corpus" / target
     corpus.mkdir(parents=True, exist_ok=True)
-    command = [BUILD / "ledrix_fuzz", target, corpus, *LIMITS, f"-seed={bench.seed}",
-               f"-max_total_time={seconds}", f"-artifact_prefix={BUILD}/finds-new/{target}-",
+    command = [BUILD / "ledrix_fuzz", target, corpus, ROOT / "fuzz" / "seeds" / target, *LIMITS,
+               f"-seed={bench.seed}", f"-max_total_time={seconds}", f"-artifact_prefix={BUILD}/finds-new/{target}-",
                "-print_final_stats=1"]
     return bench.run(command, env=os.environ | {"UBSAN_OPTIONS": "print_stacktrace=1"},
                      seconds=seconds + 300)
