@@ -51,6 +51,11 @@ std::string Unescaped(const std::string& field) {
     if (letter == 'x') {
       bytes += static_cast<char>(std::stoi(field.substr(i + 1, 2), nullptr, 16));
       i += 2;
+    } else if (letter == '(') {
+      const size_t begin = field.find(':', i) + 1;
+      const size_t end = field.find(')', begin);
+      bytes += Repeat(Unescaped(field.substr(begin, end - begin)), std::stoul(field.substr(i + 1)));
+      i = end;
     } else {
       bytes += letter == 'n' ? '\n' : letter == 'r' ? '\r' : letter == 't' ? '\t' : field[i];
     }

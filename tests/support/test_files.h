@@ -44,7 +44,7 @@ std::vector<std::string> ReadLines(const NativePath& path);
 std::string Lines(const std::vector<std::string>& lines);
 
 // The rows of tests/data/tables/`name`: fields between tabs, in which \r, \n, \t, \\ and \xHH
-// stand for bytes. Lines that begin with "#" are comments.
+// stand for bytes and \(N:TEXT) for N times the text. Lines that begin with "#" are comments.
 std::vector<std::vector<std::string>> ReadTable(std::string_view name);
 
 // The piece so many times.
