@@ -1,8 +1,6 @@
 // A folder with inputs for the built programs, which run in it with settings and logs of their own.
 #pragma once
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <set>
@@ -15,7 +13,7 @@ namespace ledrix::test {
 using Texts = std::vector<std::string>;
 
 // The files old.txt and new.txt differ; old/ and new/ hold a.CBL, which differs, and b.CBL, which
-// does not and is B.cbl on the other side. Anybody may enter the folder and write into it.
+// does not and is B.cbl on the other side.
 struct ProgramRun {
   TempFolder folder;
 
@@ -29,7 +27,6 @@ struct ProgramRun {
     File("new/a.CBL", "1\r\n3\r\n", 60);
     File("old/b.CBL", "same\r\n");
     File("new/B.cbl", "same\r\n", 60);
-    chmod(folder.path().c_str(), 0777);
   }
   std::string At(const std::string& name) const { return folder.At(name).bytes(); }
   std::string Read(const std::string& name) const { return ReadFile(folder.At(name)); }
@@ -52,19 +49,11 @@ struct ProgramRun {
   bool InputsAreUntouched() const {
     return Read("old.txt") == "a\nb\n" && Read("new.txt") == "a\nc\nd\n";
   }
-  ProgramResult Run(const char* program, Texts arguments, ProgramOptions options = {}) const {
+  ProgramResult Run(const char* program, Texts arguments, Texts environment = {}) const {
     arguments.insert(arguments.begin(), program);
-    options.folder = folder.path();
-    options.environment.push_back("LEDRIX_HOME=" + At("home"));
-    options.environment.push_back("XDG_CONFIG_HOME=" + At("config"));
-    return RunProgram(arguments, options);
-  }
-  ProgramResult Console(const Texts& arguments, const ProgramOptions& options = {}) const {
-    return Run(LEDRIXC, arguments, options);
-  }
-  ProgramResult Compare(Texts arguments, const ProgramOptions& options = {}) const {
-    arguments.insert(arguments.begin(), {"compare", "--settings", "none"});
-    return Console(arguments, options);
+    environment.push_back("LEDRIX_HOME=" + At("home"));
+    environment.push_back("XDG_CONFIG_HOME=" + At("config"));
+    return RunProgram(arguments, {environment, folder.path()});
   }
 
  private:

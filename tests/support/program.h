@@ -1,9 +1,6 @@
 // Runs a built program from outside, as a user or a script would.
 #pragma once
 
-#include <sys/types.h>
-
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,13 +15,7 @@ struct ProgramResult {
 struct ProgramOptions {
   std::vector<std::string> environment;  // NAME=VALUE, on top of the test's own
   std::string folder;                    // current folder; empty: the test's own
-  bool as_nobody = false;                // drop root first, so that permissions count
-  // Called in the test while the program runs.
-  std::function<void(pid_t)> meanwhile;
 };
-
-// True when this process may do what `as_nobody` needs.
-bool MayDropRoot();
 
 ProgramResult RunProgram(const std::vector<std::string>& command,
                          const ProgramOptions& options = {});
