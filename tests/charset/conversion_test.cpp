@@ -21,8 +21,8 @@ using test::TestRun;
 using namespace std::string_literals;
 using Texts = std::vector<std::string>;
 
-std::string Convert(const char* charset, std::string_view bytes,
-                    LinePosition position = LinePosition::kLater) {
+std::string ConvertLine(const char* charset, std::string_view bytes,
+                        LinePosition position = LinePosition::kLater) {
   const auto converter = LineConverter::Make(charset);
   if (converter == nullptr) return "(no converter)";
   SjisText text;
@@ -50,19 +50,19 @@ TEST(JapaneseCodes, TheSupplementarySetAgreesWithTheSystemTable) {
 
 TEST(LineConverter, ReplacesWhatIsInvalidAndNothingElse) {
   for (const auto& row : test::ReadTable("converted_lines.tsv")) {
-    EXPECT_EQ(DecodeSjis(SjisView::FromBytes(Convert(row[0].c_str(), row[1]))), row[2])
+    EXPECT_EQ(DecodeSjis(SjisView::FromBytes(ConvertLine(row[0].c_str(), row[1]))), row[2])
         << row[0] << " " << row[2];
   }
-  EXPECT_EQ(Convert("shift_jis", "\x83 \xEE\xEF\xFA\x4A\xFD"), "? \xFA\x40\x87\x54\xFD");
+  EXPECT_EQ(ConvertLine("shift_jis", "\x83 \xEE\xEF\xFA\x4A\xFD"), "? \xFA\x40\x87\x54\xFD");
 }
 
 TEST(LineConverter, AMarkAtTheStartOfTheFileIsNoText) {
   for (const auto& [charset, mark, text] :
        {std::tuple("UTF-8", "\xEF\xBB\xBF", "a"s), std::tuple("UNICODE", "\xFF\xFE", "a\0"s),
         std::tuple("UTF-7", "+/v8-", "a"s), std::tuple("_autodetect", "\xEF\xBB\xBF", "a"s)}) {
-    EXPECT_EQ(Convert(charset, mark + text, LinePosition::kFirst), "a") << charset;
-    EXPECT_EQ(Convert(charset, mark, LinePosition::kFirst), "") << charset;
-    EXPECT_EQ(Convert(charset, text + mark, LinePosition::kFirst), "a?") << charset;
+    EXPECT_EQ(ConvertLine(charset, mark + text, LinePosition::kFirst), "a") << charset;
+    EXPECT_EQ(ConvertLine(charset, mark, LinePosition::kFirst), "") << charset;
+    EXPECT_EQ(ConvertLine(charset, text + mark, LinePosition::kFirst), "a?") << charset;
   }
 }
 
