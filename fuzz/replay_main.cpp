@@ -85,8 +85,9 @@ class Mutator {
 std::vector<std::string> InputsOf(const std::string& target, const std::string& folder) {
   std::vector<std::string> inputs;
   std::error_code none;  // a target may have no finds
-  for (const char* kind : {"/finds/", "/seeds/"}) {
-    for (const auto& entry : std::filesystem::directory_iterator(folder + kind + target, none)) {
+  for (const char* kind : {"finds", "seeds"}) {
+    const std::filesystem::path place = std::filesystem::path(folder) / kind / target;
+    for (const auto& entry : std::filesystem::directory_iterator(place, none)) {
       inputs.push_back(ReadFile(NativePath(entry.path().string())));
     }
   }
