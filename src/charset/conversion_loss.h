@@ -16,8 +16,9 @@ namespace ledrix {
 
 class ConversionLoss {
  public:
-  // Tells that the next line begins; the first one as well.
+  // Tells that the next line begins; the first one as well. Several lines in which nothing is lost.
   void NextLine() { ++line_; }
+  void SkipLines(uint64_t count) { line_ += count; }
 
   // Records one loss in the current line. `ordinal` is the place among its "?", from 1.
   void AddCharacter(uint64_t ordinal, char32_t character);

@@ -115,9 +115,7 @@ void SjisConverter::ConvertLine(std::string_view bytes, SjisWriter& writer) {
 
 void EucConverter::ConvertLine(std::string_view bytes, SjisWriter& writer) {
   for (size_t i = 0; i < bytes.size();) {
-    const size_t ascii = AsciiRun(bytes, i);
-    writer.PutAscii(bytes.substr(i, ascii));
-    i += ascii;
+    i += writer.PutKnown(bytes.substr(i), ConvertKnownEuc);
     if (i == bytes.size()) break;
     const CodeSequence sequence = EucSequence(bytes, i);
     const std::string_view code = bytes.substr(i, sequence.size);

@@ -8,6 +8,7 @@
 #include "charset/judge_code.h"
 #include "charset/unicode_converters.h"
 #include "text/ascii.h"
+#include "text/byte_search.h"
 #include "text/iconv_decoder.h"
 
 namespace ledrix {
@@ -80,6 +81,19 @@ std::unique_ptr<LineConverter> MakeForeign(std::string_view charset) {
 }
 
 }  // namespace
+
+size_t LineConverter::ConvertLines(std::string_view lines, SjisText& text) {
+  size_t taken = 0;
+  text.AppendFilled(lines.size() + kKnownRunSlack, [&](char* out) {
+    const KnownRun run = known_run_(lines, out);
+    // A line feed is no part of another character, neither there nor here.
+    taken = FindLastByte(lines.substr(0, run.read), '\n') + 1;
+    return FindLastByte({out, run.written}, '\n') + 1;
+  });
+  loss_.SkipLines(static_cast<uint64_t>(
+      std::count(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(taken), '\n')));
+  return taken;
+}
 
 std::unique_ptr<LineConverter> LineConverter::Make(std::string_view charset, ByteOrder order) {
   switch (FamilyOf(charset)) {

@@ -41,6 +41,12 @@ class LineConverter {
     ConvertLine(bytes, writer);
   }
 
+  // Appends the text of the next lines, of which there are `count`, their ends included, as far as
+  // nothing is lost; returns the bytes of the lines that were converted, 0 when the first was not.
+  // REQUIRES: ConvertsManyLines(), and each line, the last one too, ends in CR LF.
+  bool ConvertsManyLines() const { return known_run_ != nullptr; }
+  size_t ConvertLines(std::string_view lines, SjisText& text);
+
   // A line of UTF-16 of an odd number of bytes was cut within a unit, so what ended it belongs to
   // the invalid sequence at its end.
   void NoteCutWithinUnit(std::string_view end_bytes) { loss_.AddToLast(end_bytes); }
@@ -50,7 +56,12 @@ class LineConverter {
 
   virtual void ConvertLine(std::string_view bytes, SjisWriter& writer) = 0;
 
+ protected:
+  // `known_run` converts runs in which line ends are CR and LF bytes.
+  explicit LineConverter(KnownRunConverter known_run) : known_run_(known_run) {}
+
  private:
+  const KnownRunConverter known_run_ = nullptr;
   ConversionLoss loss_;
 };
 

@@ -1,13 +1,31 @@
 #include "charset/line_cutter.h"
 
 #include <algorithm>
-#include <cstring>
+
+#include "text/byte_search.h"
 
 namespace ledrix {
 namespace {
 
 // The longest line end, CR LF in UTF-16.
 constexpr size_t kLongestEnd = 4;
+
+// CR LF of one byte each.
+constexpr size_t kByteEndSize = 2;
+
+// The size of the whole lines that CR LF ends from the first byte on, up to any other line end.
+size_t WholeLinesSize(std::string_view bytes) {
+  // Most files end all of their lines so.
+  const size_t all = FindLastByte(bytes, '\n') + 1;
+  if (CountCrLfLines(bytes.substr(0, all)) != std::string_view::npos) return all;
+  size_t size = 0;
+  while (true) {
+    const size_t end = FindEither(bytes, '\r', '\n', size);
+    if (end == std::string_view::npos || end + 1 >= bytes.size()) return size;
+    if (bytes[end] != '\r' || bytes[end + 1] != '\n') return size;
+    size = end + kByteEndSize;
+  }
+}
 
 }  // namespace
 
@@ -26,6 +44,19 @@ bool LineCutter::Next(LineCutting cutting, std::string_view& line) {
     if (file_ended_) return start_ < used_ && Take(used_, used_, line);
     ReadMore();
   }
+}
+
+std::string_view LineCutter::WholeLines() {
+  if (start_ == used_ && !file_ended_) ReadMore();
+  if (whole_ <= start_) whole_ = start_ + WholeLinesSize({buffer_.data() + start_, used_ - start_});
+  return {buffer_.data() + start_, whole_ - start_};
+}
+
+void LineCutter::TakeLines(size_t size) {
+  start_ += size;
+  scanned_ = start_;
+  line_end_ = dropped_ + start_ - kByteEndSize;
+  end_bytes_ = {};
 }
 
 bool LineCutter::NextBytes(std::string_view& bytes) {
@@ -50,25 +81,16 @@ size_t LineCutter::FindEnd(LineCutting cutting) {
 }
 
 size_t LineCutter::FindByteEnd() {
-  const auto find = [this](char c, size_t from, size_t to) {
-    const void* found = from < to ? std::memchr(buffer_.data() + from, c, to - from) : nullptr;
-    return found == nullptr ? kNone
-                            : static_cast<size_t>(static_cast<const char*>(found) - buffer_.data());
-  };
-  // The next LF stays known, so that a file of CR alone is not searched for one from every line on.
-  if (!line_feed_known_ || line_feed_ < scanned_) {
-    line_feed_ = find('\n', scanned_, used_);
-    line_feed_known_ = true;
-  }
-  const size_t carriage_return = find('\r', scanned_, std::min(line_feed_, used_));
-  return carriage_return != kNone ? carriage_return : line_feed_;
+  return FindEither({buffer_.data(), used_}, '\r', '\n', scanned_);
 }
 
 size_t LineCutter::FindUtf16LeEnd() {
-  for (size_t j = scanned_; j + 1 < used_; ++j) {
-    if ((buffer_[j] == '\r' || buffer_[j] == '\n') && buffer_[j + 1] == '\0') return j;
+  const std::string_view bytes(buffer_.data(), used_);
+  size_t j = FindEither(bytes, '\r', '\n', scanned_);
+  while (j != kNone && j + 1 < used_ && bytes[j + 1] != '\0') {
+    j = FindEither(bytes, '\r', '\n', j + 1);
   }
-  return kNone;
+  return j != kNone && j + 1 < used_ ? j : kNone;
 }
 
 size_t LineCutter::FindUtf16BeEnd() {
@@ -95,8 +117,8 @@ void LineCutter::ReadMore() {
   dropped_ += start_;
   used_ -= start_;
   scanned_ -= start_;
+  whole_ = 0;
   start_ = 0;
-  line_feed_known_ = false;
   if (buffer_.size() < used_ + kBlockSize) buffer_.resize(2 * used_ + kBlockSize);
   const Result<size_t> count = file_.Read(buffer_.data() + used_, buffer_.size() - used_);
   if (count.ok()) {

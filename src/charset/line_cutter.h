@@ -28,6 +28,12 @@ class LineCutter {
   // file and after a failed read.
   bool Next(LineCutting cutting, std::string_view& line);
 
+  // What is at hand of the next lines, whole ones that CR LF ends and nothing else; empty when the
+  // next line is none of these. They are not taken, but stay valid until the next call.
+  std::string_view WholeLines();
+  // Takes the first `size` bytes of them, whole lines. They have no end_bytes().
+  void TakeLines(size_t size);
+
   // Takes the next bytes as they stand, line ends included; they stay valid until the next call.
   // Returns false as Next does.
   bool NextBytes(std::string_view& bytes);
@@ -40,7 +46,7 @@ class LineCutter {
 
  private:
   static constexpr size_t kBlockSize = size_t{1} << 18;
-  static constexpr size_t kNone = static_cast<size_t>(-1);
+  static constexpr size_t kNone = std::string_view::npos;
 
   size_t FindEnd(LineCutting cutting);
   size_t FindByteEnd();
@@ -55,8 +61,7 @@ class LineCutter {
   size_t used_ = 0;       // bytes of the buffer that are filled
   size_t start_ = 0;      // where the next line begins
   size_t scanned_ = 0;    // no line end begins between start_ and here
-  size_t line_feed_ = 0;  // the first LF from scanned_ on, or kNone
-  bool line_feed_known_ = false;
+  size_t whole_ = 0;      // lines between start_ and here end in CR LF
   uint64_t dropped_ = 0;  // bytes of the file before the buffer
   uint64_t line_end_ = 0;
   std::string_view end_bytes_;

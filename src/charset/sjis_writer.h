@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "charset/conversion_loss.h"
+#include "charset/known_runs.h"
 #include "text/code_page_932.h"
 #include "text/sjis_text.h"
 
@@ -27,6 +28,20 @@ class SjisWriter {
   void PutAscii(std::string_view bytes) {
     if (!bytes.empty()) may_be_mark_ = false;
     text_ += SjisView::FromBytes(bytes);
+  }
+
+  // As much of a text, from its first byte on, as `convert` takes at once; the number of its bytes.
+  size_t PutKnown(std::string_view bytes, KnownRunConverter convert) {
+    // Room is cleared before it is filled, so there is little more than a line takes.
+    constexpr size_t kMostAtOnce = 512;
+    bytes = bytes.substr(0, kMostAtOnce);
+    KnownRun run{};
+    text_.AppendFilled(bytes.size() + kKnownRunSlack, [&](char* out) {
+      run = convert(bytes, out);
+      return run.written;
+    });
+    if (run.read > 0) may_be_mark_ = false;
+    return run.read;
   }
 
   // A character by the code that Windows chooses, or "?" when Shift_JIS lacks it.

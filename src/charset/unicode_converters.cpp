@@ -33,6 +33,7 @@ class Utf16Joiner {
       writer_.PutCharacter(unit);
     }
   }
+  bool HasHalf() const { return high_ != 0; }
   void Finish() {
     if (high_ != 0) PutHalf(std::exchange(high_, 0));
   }
@@ -51,9 +52,7 @@ class Utf16Joiner {
 
 void Utf8Converter::ConvertLine(std::string_view bytes, SjisWriter& writer) {
   for (size_t i = 0; i < bytes.size();) {
-    const size_t ascii = AsciiRun(bytes, i);
-    writer.PutAscii(bytes.substr(i, ascii));
-    i += ascii;
+    i += writer.PutKnown(bytes.substr(i), ConvertKnownUtf8);
     if (i == bytes.size()) break;
     const Utf8Char c = DecodeUtf8(bytes, i);
     if (c.valid) {
@@ -68,13 +67,19 @@ void Utf8Converter::ConvertLine(std::string_view bytes, SjisWriter& writer) {
 }
 
 void Utf16Converter::ConvertLine(std::string_view bytes, SjisWriter& writer) {
-  const size_t high = order_ == ByteOrder::kBigEndian ? 0 : 1;  // of a unit's two bytes
+  const bool big = order_ == ByteOrder::kBigEndian;
+  const size_t high = big ? 0 : 1;  // of a unit's two bytes
   Utf16Joiner joiner(writer);
   size_t i = 0;
-  for (; i + 1 < bytes.size(); i += 2) {
+  while (i + 1 < bytes.size()) {
+    if (!joiner.HasHalf()) {
+      i += writer.PutKnown(bytes.substr(i), big ? ConvertKnownUtf16Be : ConvertKnownUtf16Le);
+      if (i + 1 >= bytes.size()) break;
+    }
     const auto upper = static_cast<unsigned char>(bytes[i + high]);
     const auto lower = static_cast<unsigned char>(bytes[i + 1 - high]);
     joiner.Put(static_cast<char16_t>(upper * 256 + lower));
+    i += 2;
   }
   joiner.Finish();
   if (i < bytes.size()) writer.PutInvalid(bytes.substr(i));

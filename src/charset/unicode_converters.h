@@ -14,6 +14,7 @@ namespace ledrix {
 // invalid sequence.
 class Utf8Converter : public LineConverter {
  public:
+  Utf8Converter() : LineConverter(ConvertKnownUtf8) {}
   void ConvertLine(std::string_view bytes, SjisWriter& writer) override;
 };
 

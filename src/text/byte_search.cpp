@@ -1,9 +1,56 @@
 #include "text/byte_search.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cstring>
 
 namespace ledrix {
+namespace {
+
+static_assert(std::endian::native == std::endian::little);
+
+// Place of the lowest byte of a word that is not 0. REQUIRES: there is one.
+size_t FirstByte(uint64_t word) {
+  return static_cast<size_t>(std::countr_zero(word)) / 8;
+}
+
+// The compiler's vectors: sixteen bytes at once.
+using Vector = signed char __attribute__((vector_size(16)));
+
+Vector Load(std::string_view bytes, size_t place) {
+  Vector vector;
+  std::memcpy(&vector, bytes.data() + place, sizeof vector);
+  return vector;
+}
+
+// Counts bytes that compared true.
+class ByteCounter {
+ public:
+  void Add(Vector hits) {
+    lanes_ -= hits;  // true is -1
+    if (++added_ == kMost) Collect();
+  }
+  size_t Sum() {
+    Collect();
+    return sum_;
+  }
+
+ private:
+  static constexpr int kMost = 127;  // before a lane could overflow
+
+  void Collect() {
+    for (size_t i = 0; i < sizeof lanes_; ++i) sum_ += static_cast<size_t>(lanes_[i]);
+    lanes_ = Vector{};
+    added_ = 0;
+  }
+
+  Vector lanes_{};
+  int added_ = 0;
+  size_t sum_ = 0;
+};
+
+}  // namespace
 
 size_t CommonPrefixSize(std::string_view a, std::string_view b) {
   const size_t most = std::min(a.size(), b.size());
@@ -23,6 +70,51 @@ size_t FindLastByte(std::string_view bytes, char wanted) {
   const void* const found = memrchr(bytes.data(), wanted, bytes.size());
   if (found == nullptr) return std::string_view::npos;
   return static_cast<size_t>(static_cast<const char*>(found) - bytes.data());
+}
+
+size_t CountCrLfLines(std::string_view bytes) {
+  if (bytes.empty()) return 0;
+  if (bytes[0] == '\n' || bytes.back() != '\n') return std::string_view::npos;
+  ByteCounter feeds;    // LF
+  ByteCounter returns;  // CR
+  ByteCounter pairs;    // LF behind CR
+  size_t place = 1;     // of the LF; a CR stands before it
+  for (; place + sizeof(Vector) <= bytes.size(); place += sizeof(Vector)) {
+    const auto is_feed = Load(bytes, place) == '\n';
+    const auto is_return = Load(bytes, place - 1) == '\r';
+    feeds.Add(is_feed);
+    returns.Add(is_return);
+    pairs.Add(is_feed & is_return);
+  }
+  size_t feed_count = feeds.Sum();
+  size_t return_count = returns.Sum();
+  size_t pair_count = pairs.Sum();
+  for (; place < bytes.size(); ++place) {
+    const bool is_feed = bytes[place] == '\n';
+    const bool is_return = bytes[place - 1] == '\r';
+    feed_count += is_feed ? 1 : 0;
+    return_count += is_return ? 1 : 0;
+    pair_count += is_feed && is_return ? 1 : 0;
+  }
+  const bool all = feed_count == pair_count && return_count == pair_count;
+  return all ? pair_count : std::string_view::npos;
+}
+
+size_t FindEither(std::string_view bytes, char a, char b, size_t from) {
+  size_t place = from;
+  for (; place + sizeof(Vector) <= bytes.size(); place += sizeof(Vector)) {
+    const Vector piece = Load(bytes, place);
+    const auto hits =
+        (piece == static_cast<signed char>(a)) | (piece == static_cast<signed char>(b));
+    uint64_t halves[2];
+    std::memcpy(halves, &hits, sizeof halves);
+    if (halves[0] != 0) return place + FirstByte(halves[0]);
+    if (halves[1] != 0) return place + sizeof halves[0] + FirstByte(halves[1]);
+  }
+  for (; place < bytes.size(); ++place) {
+    if (bytes[place] == a || bytes[place] == b) return place;
+  }
+  return std::string_view::npos;
 }
 
 }  // namespace ledrix

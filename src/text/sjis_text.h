@@ -73,6 +73,14 @@ class SjisText {
     if (code > 0xFF) bytes_.push_back(static_cast<char>(code >> 8));
     bytes_.push_back(static_cast<char>(code & 0xFF));
   }
+  // Appends what `fill` writes at the place that it is given: at most `most` bytes, as many as it
+  // returns.
+  template <class Fill>
+  void AppendFilled(size_t most, const Fill& fill) {
+    const size_t before = bytes_.size();
+    bytes_.resize(before + most);
+    bytes_.resize(before + fill(bytes_.data() + before));
+  }
   // Keeps the memory, so that one text can be filled again and again.
   void Clear() { bytes_.clear(); }
 
