@@ -20,7 +20,7 @@ constexpr const char* kHelp =
         ledrixc steps FILE|FOLDER [--out FILE]
         ledrixc snapshot FOLDER --out FILE
         ledrixc dircomp OLD NEW --out FILE [オプション]
-        ledrixc judge FILE...
+        ledrixc judge [--why [--pair]] FILE...
 
   compare OLD NEW   旧ファイル OLD と新ファイル NEW を比較し、結果ﾘｽﾄを出力します
                     （フォルダ同士の場合は同じ名前のファイルを全て比較します）
@@ -36,7 +36,13 @@ compare のオプション:
   --csv             CSV形式の一覧も出力します
   --mrg             ﾏｰｼﾞｿｰｽも出力します
   --marks           ﾏｰｼﾞｿｰｽの各行に出所の印を付けます
-  --charset NAME    文字コード（none 無変換、auto 判定、または文字コード名）
+  --charset NAME    文字コード（none 無変換、auto 先頭から判定、sure 全体から判定、
+                    または文字コード名）
+
+judge のオプション:
+  --why             全てのバイトから判定し、判定の方法と根拠も表示します
+                    （タブ区切りで、文字コード、方法、ファイル、根拠）
+  --pair            --why と共に、二つのファイルを組として判定します
 
 dircomp のオプション:
   --range RANGE     比較範囲（full フルパス、current カレントパス、none パスなし）
@@ -134,7 +140,10 @@ void AddOthers(CLI::App& app, ConsoleArguments& parsed) {
   AddText(dircomp_command, "--types", dircomp->types);
 
   const auto judge = std::make_shared<JudgeArguments>();
-  AddCommand(app, "judge", parsed, judge).add_option("FILE", judge->paths)->required();
+  CLI::App& judge_command = AddCommand(app, "judge", parsed, judge);
+  judge_command.add_option("FILE", judge->paths)->required();
+  judge_command.add_flag("--why", judge->why);
+  judge_command.add_flag("--pair", judge->pair);
 }
 
 void AddCommon(CLI::App& app, CommonArguments& arguments) {
@@ -168,6 +177,10 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
     if (!help) return Refuse("引数が足りません");
   } catch (const CLI::ParseError& error) {
     return Refuse("引数に誤りが有ります: " + std::string(error.what()));
+  }
+  const auto* const judge = std::get_if<JudgeArguments>(&arguments.command);
+  if (judge != nullptr && judge->pair && (!judge->why || judge->paths.size() != 2)) {
+    return Refuse("--pair には --why と二つのファイルを指定してください");
   }
   if (help) return ConsoleExit{kHelp, 0};
   if (options) return ConsoleExit{OptionList(), 0};

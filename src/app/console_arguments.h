@@ -28,6 +28,8 @@ struct CompareArguments {
 
 struct JudgeArguments {
   std::vector<std::string> paths;  // "-" is standard input
+  bool why = false;                // by all of their bytes, with what decided it
+  bool pair = false;               // the two files together
 };
 
 struct StepsArguments {

@@ -60,11 +60,14 @@ std::optional<std::string> ChooseCharset(const std::string& charset, OptionRecor
     options.CharsetCode.clear();
   } else if (charset == "auto") {
     options.CharsetCode = kFullAuto;
+  } else if (charset == "sure") {
+    options.CharsetCode = kSureAuto;
   } else if (!charset.empty()) {
     options.CharsetCode = charset;
   }
   const std::string& chosen = options.CharsetCode;
-  if (chosen.empty() || chosen == kFullAuto || IsCharsetAvailable(chosen)) return std::nullopt;
+  const bool is_judged = chosen.empty() || chosen == kFullAuto || chosen == kSureAuto;
+  if (is_judged || IsCharsetAvailable(chosen)) return std::nullopt;
   return "ご使用の環境では " + chosen + " の文字コードは使用できません";
 }
 

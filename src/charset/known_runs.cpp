@@ -109,15 +109,15 @@ KnownRun ConvertKnownUtf16(std::string_view bytes, char* out) {
   const CodePage932& code_page = CodePage932::Get();
   Place place(bytes, out);
   while (place.left() >= 2) {
-    CopyAsciiUnits<kOrder>(place);
-    if (place.left() < 2) break;
     const unsigned unit = kOrder == ByteOrder::kBigEndian ? place.in[0] * 256u + place.in[1]
                                                           : place.in[1] * 256u + place.in[0];
-    if (unit < 0x80) {
+    if (unit >= 0x80) {
+      if (!place.Put(code_page.Encode(unit), 2)) break;
+    } else if (place.left() >= sizeof(uint64_t)) {
+      CopyAsciiUnits<kOrder>(place);
+    } else {
       *place.out++ = static_cast<char>(unit);
       place.in += 2;
-    } else if (!place.Put(code_page.Encode(unit), 2)) {
-      break;
     }
   }
   return place.Result();

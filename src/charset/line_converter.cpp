@@ -90,8 +90,7 @@ size_t LineConverter::ConvertLines(std::string_view lines, SjisText& text) {
     taken = FindLastByte(lines.substr(0, run.read), '\n') + 1;
     return FindLastByte({out, run.written}, '\n') + 1;
   });
-  loss_.SkipLines(static_cast<uint64_t>(
-      std::count(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(taken), '\n')));
+  loss_.SkipLines(CountCrLfLines(lines.substr(0, taken)));
   return taken;
 }
 

@@ -40,6 +40,19 @@ class Conversion {
 
   Result<ReadInput> Run() {
     Judge();
+    return Read();
+  }
+
+  // Of a file that was judged before: `is_kept` when it is what a pipe held.
+  Result<ReadInput> Run(const CharsetChoice& choice, bool is_kept) {
+    choice_ = choice;
+    empty_ = cutter_.Peek(1).empty();
+    is_kept_ = is_kept;
+    return Read();
+  }
+
+ private:
+  Result<ReadInput> Read() {
     if (const Status unread = cutter_.failure(); !unread.ok()) return unread.error();
     if (services_.job().StopRequested) return AsItIs();
     if (file_.info().kind == FileKind::kNull) return AsItIs();
@@ -52,9 +65,8 @@ class Conversion {
     return WriteCopy();
   }
 
- private:
   ReadInput AsItIs() const { return {path_, std::nullopt, file_.info(), {}}; }
-  bool is_regular() const { return file_.info().kind == FileKind::kRegular; }
+  bool is_regular() const { return !is_kept_ && file_.info().kind == FileKind::kRegular; }
 
   void Judge() {
     const std::string before = services_.bar_text();
@@ -153,6 +165,7 @@ class Conversion {
   int64_t pause_ = 0;  // lines converted one by one after the last attempt at many
   int64_t lines_to_pause_ = 0;
   bool empty_ = false;
+  bool is_kept_ = false;
 };
 
 }  // namespace
@@ -164,6 +177,20 @@ Result<ReadInput> ReadWithConversion(RunServices& services, const NativePath& pa
   if (!file.ok()) return file.error();
   services.platform().YieldBetweenBlocks(file.value());
   return Conversion(services, path, file.value()).Run();
+}
+
+Result<ReadInput> ReadJudged(RunServices& services, const NativePath& path, JudgedFile judged,
+                             const CharsetChoice& choice) {
+  const bool is_kept = judged.kept.has_value();
+  if (is_kept && choice.NeedsNoConversion()) {
+    return ReadInput{path, std::move(judged.kept), judged.seen, {}};
+  }
+  Result<InputFile> file = is_kept ? std::move(*judged.kept) : InputFile::Open(path);
+  if (!file.ok()) return file.error();
+  services.platform().YieldBetweenBlocks(file.value());
+  Result<ReadInput> read = Conversion(services, path, file.value()).Run(choice, is_kept);
+  if (read.ok()) read.value().seen = judged.seen;
+  return read;
 }
 
 }  // namespace ledrix

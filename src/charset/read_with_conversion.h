@@ -9,6 +9,7 @@
 
 #include "charset/charset_choice.h"
 #include "charset/conversion_loss.h"
+#include "charset/sure_reading.h"
 #include "platform/error.h"
 #include "platform/files.h"
 #include "platform/native_path.h"
@@ -28,5 +29,9 @@ struct ReadInput {
 // for a file that is Shift_JIS already, and for an empty one. Returns why the file could not be
 // read or the copy not be written. A stop request ends it early without a failure.
 Result<ReadInput> ReadWithConversion(RunServices& services, const NativePath& path);
+
+// The same for a file that was judged as a whole and is to be read by this choice.
+Result<ReadInput> ReadJudged(RunServices& services, const NativePath& path, JudgedFile judged,
+                             const CharsetChoice& choice);
 
 }  // namespace ledrix

@@ -75,12 +75,25 @@ class PairCompare {
   PairEnd MakeResultLine();
 
  private:
+  // A file that was judged as a whole, and how it is to be read; nothing when it is judged as it
+  // is read.
+  struct JudgedInput {
+    std::optional<JudgedFile> file;
+    CharsetChoice choice;
+  };
+
   // Tells why an output cannot be written, if so, and ends the pair; true when it can be.
   bool OpenOutputs(std::optional<OutputFailure> failed);
   bool HaveSameContents();
   // The skip rule.
   bool Skips();
-  bool ConvertInput(const NativePath& path, ReadInput& side, const char* title);
+  // Both sides together, when the option wants that.
+  bool JudgeInputs();
+  void TellOpen(const NativePath& path, const modJudgeCode::SureVerdict& verdict);
+  bool ConvertInput(const NativePath& path, ReadInput& side, JudgedInput& judged,
+                    const char* title);
+  // Tells why an input cannot be judged or converted and ends the pair; always false.
+  bool FailToConvert(const Error& error, const NativePath& path, const char* title);
   std::optional<InputFile> OpenInput(const NativePath& path, ReadInput& side, const char* title);
   void CompareOpened(InputFile old_file, InputFile new_file);
   void WriteHeader(const LineRing& old_ring, const LineRing& new_ring);
@@ -111,6 +124,7 @@ class PairCompare {
   const JobFiles& files_;
   ReadInput old_side_;  // what is read
   ReadInput new_side_;
+  JudgedInput judged_[2];  // old, new
   const CompareOptions options_;
   const ListingFormat format_;
   PairOutputs outputs_;
@@ -122,8 +136,8 @@ class PairCompare {
 void PairCompare::CompareFiles() {
   if (!OpenOutputs(outputs_.Claim()) || Skips()) return;
   if (job_.GuiMode) services_.UpdateProgress(0, 0);
-  if (!ConvertInput(files_.OldPath, old_side_, "OLD Error") ||
-      !ConvertInput(files_.NewPath, new_side_, "NEW Error")) {
+  if (!JudgeInputs() || !ConvertInput(files_.OldPath, old_side_, judged_[0], "OLD Error") ||
+      !ConvertInput(files_.NewPath, new_side_, judged_[1], "NEW Error")) {
     return;
   }
   std::optional<InputFile> old_file = OpenInput(files_.OldPath, old_side_, "OLD Open Error");
@@ -165,15 +179,53 @@ bool PairCompare::HaveSameContents() {
          CheckUnchanged(files_.NewPath, new_file.value().info()).ok();
 }
 
-bool PairCompare::ConvertInput(const NativePath& path, ReadInput& side, const char* title) {
-  services_.platform().YieldToUi();
-  Result<ReadInput> read = ReadWithConversion(services_, path);
-  if (read.ok()) {
-    side = std::move(read.value());
-    return !services_.YieldAndAskStop() || Stop();
+bool PairCompare::JudgeInputs() {
+  if (services_.options().CharsetCode != kSureAuto) return true;
+  const std::string before = services_.bar_text();
+  services_.SetBarText("文字コード判定中");
+  const struct {
+    const NativePath& path;
+    const char* title;
+  } inputs[] = {{files_.OldPath, "OLD Error"}, {files_.NewPath, "NEW Error"}};
+  for (size_t i = 0; i < 2; ++i) {
+    Result<JudgedFile> judged = JudgeFile(services_, inputs[i].path);
+    if (!judged.ok()) return FailToConvert(judged.error(), inputs[i].path, inputs[i].title);
+    judged_[i].file.emplace(std::move(judged.value()));
+    if (services_.YieldAndAskStop()) return Stop();
   }
+  services_.SetBarText(before);
+  const modJudgeCode::PairVerdicts verdicts =
+      modJudgeCode::JudgePair(judged_[0].file->judge, judged_[1].file->judge);
+  judged_[0].choice = ChoiceOf(verdicts.old_side);
+  judged_[1].choice = ChoiceOf(verdicts.new_side);
+  TellOpen(files_.OldPath, verdicts.old_side);
+  TellOpen(files_.NewPath, verdicts.new_side);
+  return true;
+}
+
+void PairCompare::TellOpen(const NativePath& path, const modJudgeCode::SureVerdict& verdict) {
+  if (verdict.code) return;
+  const std::string text = OpenText(verdict);
+  services_.platform().ReportTrouble(PathToUtf8(path) + ": " + text);
+  if (!verdict.rival || !job_.open_judgement.text.empty()) return;
+  const bool is_sjis = verdict.likeliest == modJudgeCode::SureCode::kSjis;
+  job_.open_judgement = {text, CharsetNameOf(is_sjis ? *verdict.rival : *verdict.likeliest)};
+}
+
+bool PairCompare::ConvertInput(const NativePath& path, ReadInput& side, JudgedInput& judged,
+                               const char* title) {
+  services_.platform().YieldToUi();
+  Result<ReadInput> read = judged.file
+                               ? ReadJudged(services_, path, std::move(*judged.file), judged.choice)
+                               : ReadWithConversion(services_, path);
+  if (!read.ok()) return FailToConvert(read.error(), path, title);
+  side = std::move(read.value());
+  return !services_.YieldAndAskStop() || Stop();
+}
+
+bool PairCompare::FailToConvert(const Error& error, const NativePath& path, const char* title) {
   if (services_.YieldAndAskStop()) return Stop();
-  services_.platform().ShowMessage({"Chrcode ERR:" + DescribeError(read.error()) +
+  services_.platform().ShowMessage({"Chrcode ERR:" + DescribeError(error) +
                                         "\r\n文字コード標準(無変換)でリトライしてください\r\n" +
                                         PathToUtf8(path),
                                     title});

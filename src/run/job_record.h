@@ -70,6 +70,13 @@ struct JobFiles : OutputNames {
   NativePath NewPath;
 };
 
+// What was left open of the character code of a pair, the first of the job: what the user was told,
+// and the charset beside Shift_JIS, as which it was read. Empty when nothing was.
+struct OpenJudgement {
+  std::string text;
+  std::string other_charset;
+};
+
 struct JobRecord {
   OutputChoices outputs;
   JobRequest request;
@@ -79,6 +86,7 @@ struct JobRecord {
   bool StopRequested = false;  // set by the front end while the job yields to it
   FileSet ProtectedFiles;      // no output of the job may overwrite them, whatever pair is next
   OutputClaims claims;         // the outputs of the pairs so far
+  OpenJudgement open_judgement;
 
   // Of the whole run.
   int16_t RunCounter = 0;  // number of the last result entry; stays at 32767 once there
@@ -97,6 +105,7 @@ inline void BeginJob(JobRecord& job, JobRequest request) {
   job.StopRequested = false;
   job.ProtectedFiles = {};
   job.claims = {};
+  job.open_judgement = {};
 }
 
 }  // namespace ledrix

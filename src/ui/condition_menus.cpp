@@ -116,8 +116,10 @@ void CharsetMenu::BuildCharsetMenu() {
     if (IsSame(stored, ToQString(name))) selected = index;
   }
   Add(kDirect);
-  const size_t full_auto = Add(kFullAuto);
-  if (IsSame(stored, kFullAuto)) selected = full_auto;
+  for (const char* const judged : {kFullAuto, kSureAuto}) {
+    const size_t index = Add(judged);
+    if (IsSame(stored, judged)) selected = index;
+  }
   if (selected == 0) options_.CharsetCode.clear();
   Select(selected);
 }
@@ -138,7 +140,8 @@ void CharsetMenu::Select(size_t index) {
   const QString clicked = MenuCharset[index]->data().toString();
   if (IsSame(clicked, kDirect)) {
     index = AskForCharset();
-  } else if (!IsSame(clicked, kStandard) && !IsSame(clicked, kFullAuto) && !IsUsable(clicked)) {
+  } else if (!IsSame(clicked, kStandard) && !IsSame(clicked, kFullAuto) &&
+             !IsSame(clicked, kSureAuto) && !IsUsable(clicked)) {
     index = previous_;
   }
   MenuCharset[index]->setChecked(true);

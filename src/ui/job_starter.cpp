@@ -1,5 +1,7 @@
 #include "ui/job_starter.h"
 
+#include <utility>
+
 #include "jobs/run_log.h"
 #include "text/name_pattern.h"
 #include "ui/qt_text.h"
@@ -17,7 +19,7 @@ void JobStarter::StartTextCompare() {
   request.NewPath =
       AddBackslash(sides[Side::kNew].folder) + SelectedFileName(sides[Side::kNew].files);
   request.FileCount = static_cast<int64_t>(SelectedCount(sides[Side::kOld].files));
-  RunJobOf(std::move(request), sides);
+  RunJobOf(request, sides);
 }
 
 void JobStarter::StartDirCompare(CompareRange range) {
@@ -46,7 +48,7 @@ void JobStarter::StartDirCompare(CompareRange range) {
   request.OldPath = input(sides[Side::kOld]);
   request.NewPath = input(sides[Side::kNew]);
   request.OutPath = output;
-  RunJobOf(std::move(request), sides);
+  RunJobOf(request, sides);
 }
 
 void JobStarter::StartDirEdit(Side side, const NativePath& folder) {
@@ -67,7 +69,7 @@ void JobStarter::StartDirEdit(Side side, const NativePath& folder) {
   request.ActiveSide = side;
   request.OldPath = AddBackslash(folder);
   request.OutPath = output;
-  RunJobOf(std::move(request), sides_.Snapshot());
+  RunJobOf(request, sides_.Snapshot());
 }
 
 void JobStarter::StartStepCount(Side side) {
@@ -78,7 +80,7 @@ void JobStarter::StartStepCount(Side side) {
   request.OldPath = AddBackslash(sides_[side].folder()) + name;
   request.OutPath = DirOf(request.OldPath) +
                     FillPattern(program_.options.ComboStp, NameForPattern(request.OldPath));
-  RunJobOf(std::move(request), sides_.Snapshot());
+  RunJobOf(request, sides_.Snapshot());
 }
 
 void JobStarter::StartStepCsv(Side side) {
@@ -108,10 +110,28 @@ void JobStarter::StartStepCsv(Side side) {
   request.OutPath = output;
   request.ActiveSide = side;
   request.FileCount = static_cast<int64_t>(counted.files.entries.size());
-  RunJobOf(std::move(request), sides);
+  RunJobOf(request, sides);
 }
 
-void JobStarter::RunJobOf(JobRequest request, const FileSides& sides) {
+void JobStarter::RunJobOf(const JobRequest& request, const FileSides& sides) {
+  RunOnce(request, sides);
+  // Of many pairs those that are open are told, to be compared one by one.
+  const OpenJudgement open = program_.job.open_judgement;
+  if (open.text.empty() || request.FileCount != 1 || program_.job.StopRequested) return;
+  const MessageAnswer answer = program_.platform.ShowMessage(
+      {open.text + "\r\nShift_JIS として比較しました。" + open.other_charset +
+           " として比較し直しますか？",
+       kProgramTitle, MessageIcon::kQuestion, MessageButtons::kYesNo, MessageAnswer::kNo});
+  if (answer != MessageAnswer::kYes) return;
+  OptionRecord& options = program_.options;
+  const std::string charset = std::exchange(options.CharsetCode, open.other_charset);
+  const int16_t asks = std::exchange(options.StartMsg, int16_t{0});
+  RunOnce(request, sides);
+  options.CharsetCode = charset;
+  options.StartMsg = asks;
+}
+
+void JobStarter::RunOnce(JobRequest request, const FileSides& sides) {
   BeginJob(program_.job, std::move(request));
   hooks_.about_to_run();
   const ResultSink results{

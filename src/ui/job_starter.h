@@ -46,7 +46,9 @@ class JobStarter {
   bool is_running() const { return running_; }
 
  private:
-  void RunJobOf(JobRequest request, const FileSides& sides);
+  // Offers the other charset of a pair whose code was left open.
+  void RunJobOf(const JobRequest& request, const FileSides& sides);
+  void RunOnce(JobRequest request, const FileSides& sides);
 
   QWidget& window_;
   const WindowProgram& program_;

@@ -121,6 +121,25 @@ TEST(RunDialog, RunsEveryKindOfJob) {
   EXPECT_EQ(run.Results().at(10), "( 6 DirComp ) " + run.Path("out/new.lst"));
 }
 
+TEST(RunDialog, OffersTheOtherCodeOfAnOpenPair) {
+  WindowRun run;
+  run.File("old/a", "\xB9\xB2\xD8\xC2\n");
+  run.File("new/a", "\xB9\xB2\xD8\xC2\n\n", 60);
+  run.Set("CharsetCode", "FULLAUTO(全体判定)");
+  run.Set("StartMsg", "0");
+  run.Open();
+  run.Click("BtnEQSel2");
+  ModalScript script;
+  script.Answer("はい");
+  run.Click("BtnRun");
+  EXPECT_EQ(script.texts, Texts{"Ledrix: どちらとも判定できません（Shift_JIS か EUC-JP）\n"
+                                "Shift_JIS として比較しました。EUC-JP として比較し直しますか？"});
+  EXPECT_EQ(run.Results().size(), 4u);
+  EXPECT_NE(test::ReadFile(NativePath(run.Path("old/a_COMP.TXT"))).find("a_EUC-JP"),
+            std::string::npos);
+  EXPECT_EQ(run.options.CharsetCode, "FULLAUTO(全体判定)");
+}
+
 TEST(RunDialog, DoesNotOpenForWhatCannotRun) {
   WindowRun run;
   for (const char* name : {"old/a", "new/a", "old/b", "new/b", "new/empty/x"}) run.File(name, "");
