@@ -175,13 +175,13 @@ KnownRun ConvertKnownEuc(std::string_view bytes, char* out) {
     const unsigned char* const in = place.in;
     if (*in < 0x80) {
       place.CopyAscii();
-    } else if (place.left() < 2 || in[1] < 0xA1 || in[1] == 0xFF) {
-      break;
-    } else if (*in >= 0xA1 && *in != 0xFF) {
-      if (!place.Put(table.At(in[0], in[1]), 2)) break;
-    } else if (*in != 0x8E || in[1] > 0xDF || !place.Put(in[1], 2)) {
-      break;
+      continue;
     }
+    if (place.left() < 2 || in[1] < 0xA1 || in[1] == 0xFF) break;
+    const bool is_pair = *in >= 0xA1 && *in != 0xFF;
+    const bool is_half_width = *in == 0x8E && in[1] <= 0xDF;
+    const unsigned code = is_pair ? table.At(in[0], in[1]) : is_half_width ? in[1] : 0;
+    if (!place.Put(code, 2)) break;
   }
   return place.Result();
 }

@@ -83,9 +83,11 @@ std::unique_ptr<LineConverter> MakeForeign(std::string_view charset) {
 }  // namespace
 
 size_t LineConverter::ConvertLines(std::string_view lines, SjisText& text) {
+  const KnownRunConverter convert = known_run_;
+  if (convert == nullptr) return 0;
   size_t taken = 0;
   text.AppendFilled(lines.size() + kKnownRunSlack, [&](char* out) {
-    const KnownRun run = known_run_(lines, out);
+    const KnownRun run = convert(lines, out);
     // A line feed is no part of another character, neither there nor here.
     taken = FindLastByte(lines.substr(0, run.read), '\n') + 1;
     return FindLastByte({out, run.written}, '\n') + 1;

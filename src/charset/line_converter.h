@@ -43,7 +43,7 @@ class LineConverter {
 
   // Appends the text of the next lines, of which there are `count`, their ends included, as far as
   // nothing is lost; returns the bytes of the lines that were converted, 0 when the first was not.
-  // REQUIRES: ConvertsManyLines(), and each line, the last one too, ends in CR LF.
+  // REQUIRES: each line, the last one too, ends in CR LF.
   bool ConvertsManyLines() const { return known_run_ != nullptr; }
   size_t ConvertLines(std::string_view lines, SjisText& text);
 

@@ -65,8 +65,8 @@ class EucCells {
     for (int row = 1; row <= kRows; ++row) {
       for (int cell = 1; cell <= kCells; ++cell) {
         if (CharacterOfRowCell(row, cell) == 0) continue;
-        const int lead = row + 0xA0;
-        codes_.set(static_cast<size_t>(lead * 256 + cell + 0xA0));
+        const auto lead = static_cast<size_t>(row + 0xA0);
+        codes_.set(lead * 256 + static_cast<size_t>(cell + 0xA0));
       }
     }
   }

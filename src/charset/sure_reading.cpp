@@ -14,10 +14,10 @@ using modJudgeCode::SureJudge;
 
 // Hands every block of a file to `take`, until that is false.
 Status ForEachBlock(InputFile& file, const std::function<bool(std::string_view)>& take) {
-  constexpr size_t kBlockSize = size_t{1} << 18;
-  const auto block = std::make_unique_for_overwrite<char[]>(kBlockSize);
+  constexpr size_t kBlockToJudge = size_t{1} << 18;
+  const auto block = std::make_unique_for_overwrite<char[]>(kBlockToJudge);
   while (true) {
-    const Result<size_t> size = file.Read(block.get(), kBlockSize);
+    const Result<size_t> size = file.Read(block.get(), kBlockToJudge);
     if (!size.ok()) return size.error();
     if (size.value() == 0 || !take({block.get(), size.value()})) return {};
   }

@@ -114,8 +114,10 @@ TEST(CharsetMenu, IsBuiltOfTheOptions) {
   };
   for (const Case& c :
        {Case{"", "UTF-8", "標準*|直接指定|FULLAUTO(遅め)|FULLAUTO(全体判定)", ""},
-        Case{" EUC-JP  UTF-8 ", "euc-jp", "標準|EUC-JP*|UTF-8|直接指定|FULLAUTO(遅め)|FULLAUTO(全体判定)", "EUC-JP"},
-        Case{"", "fullauto(遅め)", "標準|直接指定|FULLAUTO(遅め)*|FULLAUTO(全体判定)", "FULLAUTO(遅め)"}}) {
+        Case{" EUC-JP  UTF-8 ", "euc-jp",
+             "標準|EUC-JP*|UTF-8|直接指定|FULLAUTO(遅め)|FULLAUTO(全体判定)", "EUC-JP"},
+        Case{"", "fullauto(遅め)", "標準|直接指定|FULLAUTO(遅め)*|FULLAUTO(全体判定)",
+             "FULLAUTO(遅め)"}}) {
     Charsets charsets;
     charsets.options.Charset = c.charset;
     charsets.options.CharsetCode = c.code;
