@@ -62,11 +62,11 @@ bool IsJapanese(unsigned unit) {
 class EucCells {
  public:
   EucCells() {
-    for (int row = 1; row <= kRows; ++row) {
-      for (int cell = 1; cell <= kCells; ++cell) {
-        if (CharacterOfRowCell(row, cell) == 0) continue;
-        const auto lead = static_cast<size_t>(row + 0xA0);
-        codes_.set(lead * 256 + static_cast<size_t>(cell + 0xA0));
+    for (unsigned lead = 0xA1; lead <= 0xFE; ++lead) {
+      for (unsigned trail = 0xA1; trail <= 0xFE; ++trail) {
+        const int row = static_cast<int>(lead) - 0xA0;
+        const int cell = static_cast<int>(trail) - 0xA0;
+        codes_.set(lead * 256 + trail, CharacterOfRowCell(row, cell) != 0);
       }
     }
   }
