@@ -212,6 +212,9 @@ void FileFrame::Select(const FileList& list) {
   flags.reserve(list.entries.size());
   for (const FileList::Entry& entry : list.entries) flags.push_back(entry.selected);
   SelectRows(flags);
+  const auto first = std::find(flags.begin(), flags.end(), true);
+  if (first == flags.end()) return;
+  inListView->scrollTo(table_.index(static_cast<int>(first - flags.begin()), 0));
 }
 
 void FileFrame::SelectRows(const std::vector<bool>& selected) {

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyle>
@@ -123,6 +124,11 @@ void FolderList::Open(const QModelIndex& index, bool shift) {
   // The rows are replaced only when the view is done with its click.
   const NativePath path = model_.PathAt(index.row());
   DoLater(*this, [this, path, shift] { on_open_(path, shift); });
+}
+
+void FolderList::mousePressEvent(QMouseEvent* event) {
+  // Beside the folders there is nothing to highlight, and what is highlighted stays so.
+  if (indexAt(event->position().toPoint()).isValid()) QListView::mousePressEvent(event);
 }
 
 void FolderList::mouseDoubleClickEvent(QMouseEvent* event) {

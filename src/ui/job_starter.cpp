@@ -102,7 +102,7 @@ void JobStarter::StartStepCsv(Side side) {
        {ChooserFilter("ｶﾝﾏ編集ﾌｧｲﾙ(*.CSV)", "*.CSV"), ChooserFilter("全てのﾌｧｲﾙ(*.*)", "*.*")},
        "STEP.CSV",
        "csv",
-       false});
+       true});
   if (output.empty()) return;
   JobRequest request;
   request.JobKind = JobKind::kStepCsv;

@@ -76,8 +76,8 @@ LedrixF0::LedrixF0(const WindowProgram& program)
   program_.job.GuiMode = true;
   LayOut();
   Explain(*this);
-  Load();
   new HelpKey(*this, [this] { ShowHelp(program_.actions, program_.platform); });
+  Load();
   program_.platform.OnTrouble([this](const std::string& line) { panels_.ShowTrouble(line); });
 }
 

@@ -68,6 +68,7 @@ ResultList::ResultList(QWidget* parent) : QListView(parent) {
   setModel(&model_);
   setItemDelegate(new RoomyRows(this));
   setUniformItemSizes(true);
+  setTextElideMode(Qt::ElideMiddle);  // a path's end tells more than its middle
   setSelectionMode(QAbstractItemView::ExtendedSelection);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setDragEnabled(true);
