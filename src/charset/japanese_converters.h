@@ -16,7 +16,7 @@ class SjisConverter : public LineConverter {
 
 class EucConverter : public LineConverter {
  public:
-  EucConverter() : LineConverter(ConvertKnownEuc) {}
+  EucConverter() : LineConverter(ConvertKnownEuc, "\n") {}
   void ConvertLine(std::string_view bytes, SjisWriter& writer) override;
 };
 

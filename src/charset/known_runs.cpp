@@ -22,6 +22,11 @@ uint64_t LoadWord(const unsigned char* bytes) {
   return word;
 }
 
+// How many of a word's first bytes are ASCII.
+size_t AsciiBytes(uint64_t word) {
+  return static_cast<size_t>(std::countr_zero(word & kHighBits)) / 8;
+}
+
 // Where the next byte is read and where the next one is written.
 struct Place {
   const unsigned char* in;
@@ -39,13 +44,17 @@ struct Place {
   }
 
   void CopyAscii() {
-    while (left() >= sizeof(uint64_t)) {
+    while (left() >= 2 * sizeof(uint64_t)) {
+      // Two words at once: most runs end within them, so how often this is done can be guessed.
       const uint64_t word = LoadWord(in);
+      const uint64_t next = LoadWord(in + sizeof word);
       std::memcpy(out, &word, sizeof word);
-      const auto size = static_cast<size_t>(std::countr_zero(word & kHighBits)) / 8;
+      std::memcpy(out + sizeof word, &next, sizeof next);
+      const size_t low = AsciiBytes(word);
+      const size_t size = low + (low == sizeof word ? AsciiBytes(next) : 0);
       in += size;
       out += size;
-      if (size < sizeof word) return;
+      if (size < 2 * sizeof word) return;
     }
     while (in < end && *in < 0x80) *out++ = static_cast<char>(*in++);
   }
@@ -85,40 +94,57 @@ class EucTable {
   std::array<uint16_t, size_t{kRows} * kCells> codes_{};
 };
 
-// Takes the ASCII units from a place on.
+// The compiler's vectors: eight units, and the bytes that eight ASCII units become.
+using Units = uint16_t __attribute__((vector_size(16)));
+using Letters = uint8_t __attribute__((vector_size(8)));
+
 template <ByteOrder kOrder>
-void CopyAsciiUnits(Place& place) {
-  constexpr bool kBig = kOrder == ByteOrder::kBigEndian;
-  while (place.left() >= sizeof(uint64_t)) {
-    uint64_t word = LoadWord(place.in);
-    const uint64_t others = word & (kBig ? 0x80FF80FF80FF80FF : 0xFF80FF80FF80FF80);
-    const auto units = static_cast<size_t>(std::countr_zero(others)) / 16;
-    if (units == 0) return;
-    word = (kBig ? word >> 8 : word) & 0x00FF00FF00FF00FF;
-    word = (word | word >> 8) & 0x0000FFFF0000FFFF;
-    const auto packed = static_cast<uint32_t>(word | word >> 16);
-    std::memcpy(place.out, &packed, sizeof packed);
-    place.in += 2 * units;
-    place.out += units;
-    if (units < sizeof packed) return;
-  }
+Units LoadUnits(const unsigned char* bytes) {
+  Units units;
+  std::memcpy(&units, bytes, sizeof units);
+  return kOrder == ByteOrder::kBigEndian ? units << 8 | units >> 8 : units;
+}
+
+bool AreAscii(Units units) {
+  uint64_t halves[2];
+  std::memcpy(halves, &units, sizeof halves);
+  return ((halves[0] | halves[1]) & 0xFF80FF80FF80FF80) == 0;
+}
+
+// Takes a unit when Shift_JIS has it.
+bool PutUnit(Place& place, unsigned unit, const CodePage932& code_page) {
+  const unsigned code = code_page.Encode(unit);
+  if (code == 0) return false;
+  // The lead byte first. Arithmetic, because a branch for each character would be guessed wrong.
+  const unsigned trails = (code + 0xFF00) >> 16;
+  const auto bytes = static_cast<uint16_t>(code << 8 * trails | code >> 8 * trails);
+  std::memcpy(place.out, &bytes, sizeof bytes);
+  place.out += 1 + trails;
+  place.in += 2;
+  return true;
 }
 
 template <ByteOrder kOrder>
 KnownRun ConvertKnownUtf16(std::string_view bytes, char* out) {
   const CodePage932& code_page = CodePage932::Get();
   Place place(bytes, out);
+  while (place.left() >= sizeof(Units)) {
+    const Units units = LoadUnits<kOrder>(place.in);
+    if (AreAscii(units)) {
+      const Letters letters = __builtin_convertvector(units, Letters);
+      std::memcpy(place.out, &letters, sizeof letters);
+      place.in += sizeof units;
+      place.out += sizeof letters;
+      continue;
+    }
+    for (size_t i = 0; i < sizeof units / 2; ++i) {
+      if (!PutUnit(place, units[i], code_page)) return place.Result();
+    }
+  }
   while (place.left() >= 2) {
     const unsigned unit = kOrder == ByteOrder::kBigEndian ? place.in[0] * 256u + place.in[1]
                                                           : place.in[1] * 256u + place.in[0];
-    if (unit >= 0x80) {
-      if (!place.Put(code_page.Encode(unit), 2)) break;
-    } else if (place.left() >= sizeof(uint64_t)) {
-      CopyAsciiUnits<kOrder>(place);
-    } else {
-      *place.out++ = static_cast<char>(unit);
-      place.in += 2;
-    }
+    if (!PutUnit(place, unit, code_page)) break;
   }
   return place.Result();
 }

@@ -19,7 +19,7 @@ struct KnownRun {
 using KnownRunConverter = KnownRun (*)(std::string_view bytes, char* out);
 
 // Beyond the size of the bytes to be converted, so that whole words can be stored.
-inline constexpr size_t kKnownRunSlack = 8;
+inline constexpr size_t kKnownRunSlack = 16;
 
 // Each converts from the first byte on. REQUIRES: `out` has room for bytes.size() + kKnownRunSlack.
 KnownRun ConvertKnownUtf8(std::string_view bytes, char* out);

@@ -80,20 +80,49 @@ std::unique_ptr<LineConverter> MakeForeign(std::string_view charset) {
   return std::make_unique<ForeignConverter>(std::move(decoder));
 }
 
+// The first `most` lines of a text, or fewer, as long as CR LF ends them. REQUIRES: the text ends
+// in a line feed or is empty.
+ConvertedLines FirstCrLfLines(std::string_view text, int64_t most) {
+  // Most files end all of their lines so.
+  const size_t all = CountCrLfLines(text);
+  if (all <= static_cast<size_t>(most)) return {0, text.size(), static_cast<int64_t>(all)};
+  ConvertedLines first;
+  while (first.lines < most && first.written < text.size()) {
+    const size_t end = FindEither(text, '\r', '\n', first.written);
+    if (text[end] != '\r' || text[end + 1] != '\n') break;
+    first.written = end + 2;
+    ++first.lines;
+  }
+  return first;
+}
+
+// Size of the bytes up to a line feed, it included: the last one, or that many before it.
+// REQUIRES: there are so many.
+size_t SizeToLineFeed(std::string_view bytes, std::string_view feed, std::ptrdiff_t before_last) {
+  size_t size = bytes.size();
+  while (true) {
+    if (feed.size() == 1) {
+      size = FindLastByte(bytes.substr(0, size), feed[0]) + 1;
+    } else {
+      while (bytes.substr(size - feed.size(), feed.size()) != feed) size -= feed.size();
+    }
+    if (before_last-- == 0) return size;
+    size -= feed.size();
+  }
+}
+
 }  // namespace
 
-size_t LineConverter::ConvertLines(std::string_view lines, SjisText& text) {
-  const KnownRunConverter convert = known_run_;
-  if (convert == nullptr) return 0;
-  size_t taken = 0;
-  text.AppendFilled(lines.size() + kKnownRunSlack, [&](char* out) {
-    const KnownRun run = convert(lines, out);
-    // A line feed is no part of another character, neither there nor here.
-    taken = FindLastByte(lines.substr(0, run.read), '\n') + 1;
-    return FindLastByte({out, run.written}, '\n') + 1;
-  });
-  loss_.SkipLines(CountCrLfLines(lines.substr(0, taken)));
-  return taken;
+ConvertedLines LineConverter::ConvertLines(std::string_view bytes, int64_t most, char* out) {
+  const KnownRun run = known_run_(bytes, out);
+  const std::string_view text(out, run.written);
+  ConvertedLines converted = FirstCrLfLines(text.substr(0, FindLastByte(text, '\n') + 1), most);
+  if (converted.lines == 0) return converted;
+  const auto feeds_behind = std::count(out + converted.written, out + run.written, '\n');
+  converted.read = SizeToLineFeed(bytes.substr(0, run.read), line_feed_, feeds_behind);
+  converted.is_good = converted.read > run.read / 2;
+  loss_.SkipLines(static_cast<uint64_t>(converted.lines));
+  return converted;
 }
 
 std::unique_ptr<LineConverter> LineConverter::Make(std::string_view charset, ByteOrder order) {

@@ -20,6 +20,14 @@
 
 namespace ledrix {
 
+// Bytes read and written, and the lines that they are.
+struct ConvertedLines {
+  size_t read = 0;
+  size_t written = 0;
+  int64_t lines = 0;
+  bool is_good = false;  // hardly anything was converted in vain
+};
+
 class LineConverter {
  public:
   // Returns null when the charset is not available. `order` holds for a name of UTF-16 that tells
@@ -41,11 +49,12 @@ class LineConverter {
     ConvertLine(bytes, writer);
   }
 
-  // Appends the text of the next lines, of which there are `count`, their ends included, as far as
-  // nothing is lost; returns the bytes of the lines that were converted, 0 when the first was not.
-  // REQUIRES: each line, the last one too, ends in CR LF.
-  bool ConvertsManyLines() const { return known_run_ != nullptr; }
-  size_t ConvertLines(std::string_view lines, SjisText& text);
+  // Writes the text of the next `most` lines or fewer, their ends included: of whole lines that CR
+  // LF ends, as long as nothing is lost. REQUIRES: a line begins with the bytes; `out` has room for
+  // bytes.size() + kKnownRunSlack.
+  ConvertedLines ConvertLines(std::string_view bytes, int64_t most, char* out);
+  // The bytes of a line feed where ConvertLines is of use, else none.
+  std::string_view line_feed() const { return line_feed_; }
 
   // A line of UTF-16 of an odd number of bytes was cut within a unit, so what ended it belongs to
   // the invalid sequence at its end.
@@ -57,11 +66,13 @@ class LineConverter {
   virtual void ConvertLine(std::string_view bytes, SjisWriter& writer) = 0;
 
  protected:
-  // `known_run` converts runs in which line ends are CR and LF bytes.
-  explicit LineConverter(KnownRunConverter known_run) : known_run_(known_run) {}
+  // `line_feed` as `known_run` reads it, one or two bytes.
+  LineConverter(KnownRunConverter known_run, std::string_view line_feed)
+      : known_run_(known_run), line_feed_(line_feed) {}
 
  private:
   const KnownRunConverter known_run_ = nullptr;
+  const std::string_view line_feed_;
   ConversionLoss loss_;
 };
 

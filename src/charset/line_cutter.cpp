@@ -10,23 +10,6 @@ namespace {
 // The longest line end, CR LF in UTF-16.
 constexpr size_t kLongestEnd = 4;
 
-// CR LF of one byte each.
-constexpr size_t kByteEndSize = 2;
-
-// The size of the whole lines that CR LF ends from the first byte on, up to any other line end.
-size_t WholeLinesSize(std::string_view bytes) {
-  // Most files end all of their lines so.
-  const size_t all = FindLastByte(bytes, '\n') + 1;
-  if (CountCrLfLines(bytes.substr(0, all)) != std::string_view::npos) return all;
-  size_t size = 0;
-  while (true) {
-    const size_t end = FindEither(bytes, '\r', '\n', size);
-    if (end == std::string_view::npos || end + 1 >= bytes.size()) return size;
-    if (bytes[end] != '\r' || bytes[end + 1] != '\n') return size;
-    size = end + kByteEndSize;
-  }
-}
-
 }  // namespace
 
 std::string_view LineCutter::Peek(size_t size) {
@@ -46,16 +29,15 @@ bool LineCutter::Next(LineCutting cutting, std::string_view& line) {
   }
 }
 
-std::string_view LineCutter::WholeLines() {
-  if (start_ == used_ && !file_ended_) ReadMore();
-  if (whole_ <= start_) whole_ = start_ + WholeLinesSize({buffer_.data() + start_, used_ - start_});
-  return {buffer_.data() + start_, whole_ - start_};
+std::string_view LineCutter::NextLines(size_t size) {
+  while (used_ - start_ < size && !file_ended_) ReadMore();
+  return {buffer_.data() + start_, std::min(size, used_ - start_)};
 }
 
-void LineCutter::TakeLines(size_t size) {
+void LineCutter::TakeLines(size_t size, size_t end_size) {
   start_ += size;
   scanned_ = start_;
-  line_end_ = dropped_ + start_ - kByteEndSize;
+  line_end_ = dropped_ + start_ - end_size;
   end_bytes_ = {};
 }
 
@@ -117,7 +99,6 @@ void LineCutter::ReadMore() {
   dropped_ += start_;
   used_ -= start_;
   scanned_ -= start_;
-  whole_ = 0;
   start_ = 0;
   if (buffer_.size() < used_ + kBlockSize) buffer_.resize(2 * used_ + kBlockSize);
   const Result<size_t> count = file_.Read(buffer_.data() + used_, buffer_.size() - used_);

@@ -28,11 +28,12 @@ class LineCutter {
   // file and after a failed read.
   bool Next(LineCutting cutting, std::string_view& line);
 
-  // What is at hand of the next lines, whole ones that CR LF ends and nothing else; empty when the
-  // next line is none of these. They are not taken, but stay valid until the next call.
-  std::string_view WholeLines();
-  // Takes the first `size` bytes of them, whole lines. They have no end_bytes().
-  void TakeLines(size_t size);
+  // The next `size` bytes, fewer at the end of the file. They are not taken, but stay valid until
+  // the next call.
+  std::string_view NextLines(size_t size);
+  // Takes the first `size` bytes of them, whole lines; the last one's end has `end_size` bytes.
+  // They have no end_bytes().
+  void TakeLines(size_t size, size_t end_size);
 
   // Takes the next bytes as they stand, line ends included; they stay valid until the next call.
   // Returns false as Next does.
@@ -61,7 +62,6 @@ class LineCutter {
   size_t used_ = 0;       // bytes of the buffer that are filled
   size_t start_ = 0;      // where the next line begins
   size_t scanned_ = 0;    // no line end begins between start_ and here
-  size_t whole_ = 0;      // lines between start_ and here end in CR LF
   uint64_t dropped_ = 0;  // bytes of the file before the buffer
   uint64_t line_end_ = 0;
   std::string_view end_bytes_;

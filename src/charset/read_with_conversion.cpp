@@ -8,28 +8,26 @@
 #include "platform/files.h"
 #include "platform/output_file.h"
 #include "platform/temporary_copy.h"
-#include "text/byte_search.h"
 
 namespace ledrix {
 namespace {
 
 constexpr int64_t kLinesPerReport = 10000;
-constexpr size_t kBlockSize = size_t{1} << 18;  // bytes of the copy that are written at once
 
-int64_t CountLines(std::string_view lines) {
-  return static_cast<int64_t>(CountCrLfLines(lines));
-}
+// Bytes of many lines that are converted at once.
+constexpr size_t kManyLines = size_t{1} << 15;
+static_assert(kManyLines + kKnownRunSlack <= OutputFile::kMostToFill);
 
-// At most `most` of some lines that end in CR LF, and no more bytes than are worth converting
-// before the next are looked at.
-std::string_view FirstLines(std::string_view lines, int64_t most) {
-  constexpr size_t kMostBytes = size_t{1} << 15;
-  lines = lines.substr(0, kMostBytes);
-  lines = lines.substr(0, FindLastByte(lines, '\n') + 1);
-  if (CountLines(lines) <= most) return lines;
-  size_t size = 0;
-  while (most-- > 0) size = lines.find('\n', size) + 1;
-  return lines.substr(0, size);
+std::string_view LineFeedOf(LineCutting cutting) {
+  switch (cutting) {
+    case LineCutting::kUtf16Le:
+      return {"\n\0", 2};
+    case LineCutting::kUtf16Be:
+      return {"\0\n", 2};
+    case LineCutting::kBytes:
+      break;
+  }
+  return "\n";
 }
 
 // One file on its way through the conversion.
@@ -103,50 +101,47 @@ class Conversion {
 
   // False when the job was stopped.
   bool ConvertLines(OutputFile& copy) {
-    SjisText text;
     int64_t lines = 0;
     std::string_view bytes;
     while (copy.failure().ok()) {
-      const int64_t many = ConvertManyLines(text, kLinesPerReport - lines % kLinesPerReport);
+      const int64_t many = ConvertManyLines(copy, kLinesPerReport - lines % kLinesPerReport);
       if (many == 0 && !cutter_.Next(choice_.cutting, bytes)) break;
       lines += many;
-      if (many == 0) ConvertLine(bytes, lines++, text);
-      if (text.size() >= kBlockSize) {
-        copy.Write(text.bytes());
-        text.Clear();
-      }
+      if (many == 0) ConvertLine(bytes, lines++, copy);
       if (lines % kLinesPerReport == 0) {
         ReportPercent(cutter_.line_end(), file_.info().size);
         if (services_.job().StopRequested) return false;
       }
     }
-    copy.Write(text.bytes());
     ReportPercent(1, 1);
     return true;
   }
 
   // Converts `most` of the next lines or fewer, as long as nothing is lost; their number. Where
   // that fails it is not tried again for a while.
-  int64_t ConvertManyLines(SjisText& text, int64_t most) {
+  int64_t ConvertManyLines(OutputFile& copy, int64_t most) {
     constexpr int64_t kLongestPause = 4096;
-    if (choice_.cutting != LineCutting::kBytes || !converter_->ConvertsManyLines()) return 0;
+    if (converter_->line_feed() != LineFeedOf(choice_.cutting)) return 0;
     if (lines_to_pause_ > 0 && lines_to_pause_-- > 0) return 0;
-    const std::string_view lines = FirstLines(cutter_.WholeLines(), most);
-    const size_t taken = lines.empty() ? 0 : converter_->ConvertLines(lines, text);
-    if (taken > 0) cutter_.TakeLines(taken);
-    pause_ = taken == lines.size() ? 0 : std::min(2 * pause_ + 1, kLongestPause);
-    lines_to_pause_ = pause_;
-    return CountLines(lines.substr(0, taken));
+    const std::string_view bytes = cutter_.NextLines(kManyLines);
+    const size_t room = bytes.size() + kKnownRunSlack;
+    const ConvertedLines many = converter_->ConvertLines(bytes, most, copy.WriteInPlace(room));
+    copy.GiveBack(room - many.written);
+    if (many.lines > 0) cutter_.TakeLines(many.read, 2 * converter_->line_feed().size());
+    lines_to_pause_ = pause_ = many.is_good ? 0 : std::min(2 * pause_ + 1, kLongestPause);
+    return many.lines;
   }
 
-  void ConvertLine(std::string_view bytes, int64_t lines_before, SjisText& text) {
+  void ConvertLine(std::string_view bytes, int64_t lines_before, OutputFile& copy) {
+    text_.Clear();
     converter_->Convert(bytes, lines_before == 0 ? LinePosition::kFirst : LinePosition::kLater,
-                        text);
+                        text_);
     if (choice_.cutting != LineCutting::kBytes && bytes.size() % 2 != 0) {
       converter_->NoteCutWithinUnit(cutter_.end_bytes());
     }
-    text.AppendCode('\r');
-    text.AppendCode('\n');
+    text_.AppendCode('\r');
+    text_.AppendCode('\n');
+    copy.Write(text_.bytes());
   }
 
   void ReportPercent(uint64_t done, uint64_t total) {
@@ -162,6 +157,7 @@ class Conversion {
   LineCutter cutter_;
   std::unique_ptr<LineConverter> converter_;
   CharsetChoice choice_;
+  SjisText text_;      // of one line
   int64_t pause_ = 0;  // lines converted one by one after the last attempt at many
   int64_t lines_to_pause_ = 0;
   bool empty_ = false;

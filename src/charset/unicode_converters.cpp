@@ -66,6 +66,12 @@ void Utf8Converter::ConvertLine(std::string_view bytes, SjisWriter& writer) {
   }
 }
 
+Utf16Converter::Utf16Converter(ByteOrder order)
+    : LineConverter(order == ByteOrder::kBigEndian ? ConvertKnownUtf16Be : ConvertKnownUtf16Le,
+                    order == ByteOrder::kBigEndian ? std::string_view("\0\n", 2)
+                                                   : std::string_view("\n\0", 2)),
+      order_(order) {}
+
 void Utf16Converter::ConvertLine(std::string_view bytes, SjisWriter& writer) {
   const bool big = order_ == ByteOrder::kBigEndian;
   const size_t high = big ? 0 : 1;  // of a unit's two bytes

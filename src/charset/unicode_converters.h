@@ -14,14 +14,14 @@ namespace ledrix {
 // invalid sequence.
 class Utf8Converter : public LineConverter {
  public:
-  Utf8Converter() : LineConverter(ConvertKnownUtf8) {}
+  Utf8Converter() : LineConverter(ConvertKnownUtf8, "\n") {}
   void ConvertLine(std::string_view bytes, SjisWriter& writer) override;
 };
 
 // Half a surrogate pair, and an odd byte at the end, is an invalid sequence.
 class Utf16Converter : public LineConverter {
  public:
-  explicit Utf16Converter(ByteOrder order) : order_(order) {}
+  explicit Utf16Converter(ByteOrder order);
   void ConvertLine(std::string_view bytes, SjisWriter& writer) override;
 
  private:

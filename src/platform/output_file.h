@@ -53,11 +53,13 @@ class OutputFile {
 
   // Room for `size` bytes, to be filled before the next call; they count as written. REQUIRES: size
   // is at most kMostToFill.
-  static constexpr size_t kMostToFill = 4096;
+  static constexpr size_t kMostToFill = (size_t{1} << 15) + 64;
   char* WriteInPlace(size_t size) {
     if (size > capacity_ - used_) MakeRoom();
     return buffer_.get() + std::exchange(used_, used_ + size);
   }
+  // Takes back the last `size` bytes of the room given last.
+  void GiveBack(size_t size) { used_ -= size; }
 
   // Writes what is buffered, gives the file its name, closes it and returns the first failure.
   Status Close();

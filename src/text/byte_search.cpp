@@ -24,6 +24,12 @@ Vector Load(std::string_view bytes, size_t place) {
   return vector;
 }
 
+bool AreZero(Vector vector) {
+  uint64_t halves[2];
+  std::memcpy(halves, &vector, sizeof halves);
+  return (halves[0] | halves[1]) == 0;
+}
+
 // Counts bytes that compared true.
 class ByteCounter {
  public:
@@ -75,29 +81,22 @@ size_t FindLastByte(std::string_view bytes, char wanted) {
 size_t CountCrLfLines(std::string_view bytes) {
   if (bytes.empty()) return 0;
   if (bytes[0] == '\n' || bytes.back() != '\n') return std::string_view::npos;
-  ByteCounter feeds;    // LF
-  ByteCounter returns;  // CR
-  ByteCounter pairs;    // LF behind CR
-  size_t place = 1;     // of the LF; a CR stands before it
+  ByteCounter feeds;
+  Vector apart{};    // a CR without LF or an LF without CR
+  size_t place = 1;  // of the LF; a CR stands before it
   for (; place + sizeof(Vector) <= bytes.size(); place += sizeof(Vector)) {
     const auto is_feed = Load(bytes, place) == '\n';
-    const auto is_return = Load(bytes, place - 1) == '\r';
     feeds.Add(is_feed);
-    returns.Add(is_return);
-    pairs.Add(is_feed & is_return);
+    apart |= is_feed ^ (Load(bytes, place - 1) == '\r');
   }
-  size_t feed_count = feeds.Sum();
-  size_t return_count = returns.Sum();
-  size_t pair_count = pairs.Sum();
+  size_t count = feeds.Sum();
+  bool all = AreZero(apart);
   for (; place < bytes.size(); ++place) {
     const bool is_feed = bytes[place] == '\n';
-    const bool is_return = bytes[place - 1] == '\r';
-    feed_count += is_feed ? 1 : 0;
-    return_count += is_return ? 1 : 0;
-    pair_count += is_feed && is_return ? 1 : 0;
+    count += is_feed ? 1 : 0;
+    all = all && is_feed == (bytes[place - 1] == '\r');
   }
-  const bool all = feed_count == pair_count && return_count == pair_count;
-  return all ? pair_count : std::string_view::npos;
+  return all ? count : std::string_view::npos;
 }
 
 size_t FindEither(std::string_view bytes, char a, char b, size_t from) {
