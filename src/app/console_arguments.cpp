@@ -21,6 +21,7 @@ constexpr const char* kHelp =
         ledrixc snapshot FOLDER --out FILE
         ledrixc dircomp OLD NEW --out FILE [オプション]
         ledrixc judge [--why [--pair]] FILE...
+        ledrixc verify [オプション] RECORD...
 
   compare OLD NEW   旧ファイル OLD と新ファイル NEW を比較し、結果ﾘｽﾄを出力します
                     （フォルダ同士の場合は同じ名前のファイルを全て比較します）
@@ -28,6 +29,7 @@ constexpr const char* kHelp =
   snapshot FOLDER   ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを作成します
   dircomp OLD NEW   フォルダまたはﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを比較します
   judge FILE...     ファイルの文字コードを判定します（- は標準入力）
+  verify RECORD...  証跡を検証します（記録、入力、出力、再実行の結果）
 
 compare のオプション:
   --out FILE|FOLDER 結果ﾘｽﾄのファイル、または出力先のフォルダ
@@ -38,6 +40,15 @@ compare のオプション:
   --marks           ﾏｰｼﾞｿｰｽの各行に出所の印を付けます
   --charset NAME    文字コード（none 無変換、auto 先頭から判定、sure 全体から判定、
                     または文字コード名）
+
+compare、snapshot、dircomp のオプション:
+  --evidence FILE   実行の証跡を FILE に出力します（既にあるファイルには出力しません）
+  --sums FILE       証跡のハッシュ値を sha256sum -c の形式でも出力します
+  --signed-by TEXT  証跡に責任者などの文言を記載します
+
+verify のオプション:
+  --root OLD=NEW    証跡のパスの先頭 OLD を NEW に読み替えます（何度でも指定できます）
+  --no-rerun        再実行による確認を省きます
 
 judge のオプション:
   --why             全てのバイトから判定し、判定の方法と根拠も表示します
@@ -106,6 +117,12 @@ CLI::App& AddCommand(CLI::App& app, const char* name, ConsoleArguments& parsed,
   return *command;
 }
 
+void AddEvidence(CLI::App& command, EvidenceArguments& evidence) {
+  CLI::Option* const path = AddText(command, "--evidence", evidence.path);
+  AddText(command, "--sums", evidence.sums)->needs(path);
+  AddText(command, "--signed-by", evidence.signed_by)->needs(path);
+}
+
 void AddCompare(CLI::App& app, ConsoleArguments& parsed) {
   const auto arguments = std::make_shared<CompareArguments>();
   CLI::App& command = AddCommand(app, "compare", parsed, arguments);
@@ -117,6 +134,7 @@ void AddCompare(CLI::App& app, ConsoleArguments& parsed) {
   command.add_flag("--csv", arguments->csv);
   command.add_flag("--mrg", arguments->merge_source);
   command.add_flag("--marks", arguments->marks);
+  AddEvidence(command, arguments->evidence);
 }
 
 void AddOthers(CLI::App& app, ConsoleArguments& parsed) {
@@ -129,6 +147,7 @@ void AddOthers(CLI::App& app, ConsoleArguments& parsed) {
   CLI::App& snapshot_command = AddCommand(app, "snapshot", parsed, snapshot);
   snapshot_command.add_option("FOLDER", snapshot->folder)->required();
   AddText(snapshot_command, "--out", snapshot->out)->required();
+  AddEvidence(snapshot_command, snapshot->evidence);
 
   const auto dircomp = std::make_shared<DirCompArguments>();
   CLI::App& dircomp_command = AddCommand(app, "dircomp", parsed, dircomp);
@@ -138,12 +157,19 @@ void AddOthers(CLI::App& app, ConsoleArguments& parsed) {
   AddText(dircomp_command, "--range", dircomp->range)
       ->check(CLI::IsMember({"full", "current", "none"}));
   AddText(dircomp_command, "--types", dircomp->types);
+  AddEvidence(dircomp_command, dircomp->evidence);
 
   const auto judge = std::make_shared<JudgeArguments>();
   CLI::App& judge_command = AddCommand(app, "judge", parsed, judge);
   judge_command.add_option("FILE", judge->paths)->required();
   judge_command.add_flag("--why", judge->why);
   judge_command.add_flag("--pair", judge->pair);
+
+  const auto verify = std::make_shared<VerifyArguments>();
+  CLI::App& verify_command = AddCommand(app, "verify", parsed, verify);
+  verify_command.add_option("RECORD", verify->records)->required();
+  verify_command.add_option("--root", verify->roots)->allow_extra_args(false)->check(NotEmpty());
+  verify_command.add_flag("--no-rerun", verify->no_rerun);
 }
 
 void AddCommon(CLI::App& app, CommonArguments& arguments) {
@@ -190,6 +216,8 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
   extras.erase(std::remove(extras.begin(), extras.end(), "--"), extras.end());
   if (!extras.empty()) return Refuse("不明な引数です: " + PathToUtf8(NativePath(extras.front())));
   if (app.get_subcommands().empty()) return Refuse("コマンドが指定されていません");
+  arguments.common.command_line = "ledrixc";
+  for (int i = 1; i < argc; ++i) arguments.common.command_line += " " + std::string(argv[i]);
   return arguments;
 }
 

@@ -13,6 +13,14 @@ struct CommonArguments {
   std::string settings_file;          // "none", a path, or empty for the user's own
   bool quiet = false;
   bool progress = false;
+  std::string command_line;  // all of it, as it was given
+};
+
+// The record that a job is to leave; nothing when `path` is empty.
+struct EvidenceArguments {
+  std::string path;
+  std::string sums;
+  std::string signed_by;
 };
 
 struct CompareArguments {
@@ -24,6 +32,7 @@ struct CompareArguments {
   bool csv = false;
   bool merge_source = false;
   bool marks = false;
+  EvidenceArguments evidence;
 };
 
 struct JudgeArguments {
@@ -40,6 +49,7 @@ struct StepsArguments {
 struct SnapshotArguments {
   std::string folder;
   std::string out;
+  EvidenceArguments evidence;
 };
 
 struct DirCompArguments {
@@ -48,12 +58,19 @@ struct DirCompArguments {
   std::string out;
   std::string range = "current";  // "full", "current" or "none"
   std::string types;              // name patterns joined by ";", or empty
+  EvidenceArguments evidence;
+};
+
+struct VerifyArguments {
+  std::vector<std::string> records;
+  std::vector<std::string> roots;  // OLD=NEW
+  bool no_rerun = false;
 };
 
 struct ConsoleArguments {
   CommonArguments common;
   std::variant<CompareArguments, StepsArguments, SnapshotArguments, DirCompArguments,
-               JudgeArguments>
+               JudgeArguments, VerifyArguments>
       command;
 };
 

@@ -121,7 +121,9 @@ int CompareFolders(ConsoleRun& run) {
   }
   request.FileCount = static_cast<int64_t>(SelectedCount(run.sides[Side::kOld].files));
   request.IsMultiple = true;
-  if (request.FileCount == 0) return static_cast<int>(run.services().end());
+  request.subfolders = folders;
+  if (request.FileCount == 0 && request.evidence.path.empty())
+    return static_cast<int>(run.services().end());
   return run.Run();
 }
 
@@ -142,6 +144,7 @@ int RunCompareCommand(const CommonArguments& common, const CompareArguments& arg
   choices.OptMrgSrc = arguments.merge_source;
   choices.MergeMarks = arguments.marks;
   ChooseOutputs(run.options, arguments.out, choices, request.OutPath);
+  run.AskForEvidence(arguments.evidence);
 
   const bool old_is_folder = IsMeantAsFolder(request.OldPath);
   const bool new_is_folder = IsMeantAsFolder(request.NewPath);

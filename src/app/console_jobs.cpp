@@ -109,6 +109,7 @@ int RunSnapshotCommand(const CommonArguments& common, const SnapshotArguments& a
   run.request.JobKind = JobKind::kDirEdit;
   run.request.OldPath = AddBackslash(folder);
   run.request.OutPath = MakeAbsolute(NativePath(arguments.out));
+  run.AskForEvidence(arguments.evidence);
   if (!IsInfoName(run, run.request.OutPath)) {
     return run.Refuse("ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱﾌｧｲﾙの拡張子が違います\r拡張子は " + run.options.ComboDLst +
                       " のみ有功です");
@@ -121,6 +122,7 @@ int RunDirCompCommand(const CommonArguments& common, const DirCompArguments& arg
   if (!run.LoadOptions()) return kTroubleStatus;
   run.request.JobKind = JobKind::kDirComp;
   run.request.CompareRange = RangeOf(arguments.range);
+  run.AskForEvidence(arguments.evidence);
   run.request.OutPath = MakeAbsolute(NativePath(arguments.out));
   run.sides[Side::kOld].filter_entry = "全て (*.*)";
   if (!arguments.types.empty()) {

@@ -22,6 +22,14 @@ int ConsoleRun::Refuse(const std::string& text) {
   return kTroubleStatus;
 }
 
+void ConsoleRun::AskForEvidence(const EvidenceArguments& evidence) {
+  if (evidence.path.empty()) return;
+  request.evidence.path = MakeAbsolute(NativePath(evidence.path));
+  if (!evidence.sums.empty()) request.evidence.sums_path = MakeAbsolute(NativePath(evidence.sums));
+  request.evidence.signed_by = evidence.signed_by;
+  request.evidence.command = common_.command_line;
+}
+
 int ConsoleRun::Run() {
   BeginJob(job, request);
   if (common_.settings_file == "none") {

@@ -32,6 +32,9 @@ class ConsoleRun {
   // Tells the user something and returns the status of trouble.
   int Refuse(const std::string& text);
 
+  // Puts what is asked of the record into the request. `common` holds the command line.
+  void AskForEvidence(const EvidenceArguments& evidence);
+
   // Runs the job that `request` describes, with the run log unless the settings are "none".
   // Returns the exit status.
   int Run();

@@ -8,6 +8,7 @@
 #include "app/console_front_end.h"
 #include "app/console_jobs.h"
 #include "app/console_judge.h"
+#include "app/console_verify.h"
 #include "app/program_run.h"
 #include "platform/terminal.h"
 
@@ -28,6 +29,10 @@ int Run(const CommonArguments& common, const DirCompArguments& arguments) {
 }
 int Run(const CommonArguments& common, const JudgeArguments& arguments) {
   return RunJudgeCommand(common, arguments);
+}
+
+int Run(const CommonArguments& common, const VerifyArguments& arguments) {
+  return RunVerifyCommand(common, arguments);
 }
 
 int Run(int argc, char** argv) {

@@ -23,6 +23,14 @@ void ConversionLoss::AddInvalid(uint64_t ordinal, std::string_view bytes) {
   AddToLast(bytes);
 }
 
+void ConversionLoss::AddFolded(uint64_t place, char32_t character) {
+  if (!keeps_folded_) return;
+  const auto line = static_cast<int64_t>(line_) - 1;
+  if (folded_.empty() || folded_.back().line != line) folded_.push_back({line, 0});
+  uint64_t& digest = folded_.back().digest;
+  digest = Spread(digest * 0x9E3779B97F4A7C15 + place * 0x200000 + character + 1);
+}
+
 void ConversionLoss::Begin(uint64_t ordinal, Kind kind, uint64_t value) {
   if (count_++ == 0) first_line_ = line_;
   Mix(line_);

@@ -11,8 +11,17 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace ledrix {
+
+// The lines of a text that hold characters of which Shift_JIS has one code for several, such as the
+// two that are the wave dash, in another than the usual one.
+struct FoldedLine {
+  int64_t line;     // from 0
+  uint64_t digest;  // of those characters and their places in the converted line
+};
+using FoldedLines = std::vector<FoldedLine>;  // by line
 
 class ConversionLoss {
  public:
@@ -28,6 +37,12 @@ class ConversionLoss {
   void AddToLast(std::string_view bytes) {
     for (const char byte : bytes) Mix(static_cast<unsigned char>(byte));
   }
+
+  // Records a character that is written by the code of another one, at a place in the line's text.
+  // Only where that was asked for.
+  void AddFolded(uint64_t place, char32_t character);
+  void KeepFolded() { keeps_folded_ = true; }
+  const FoldedLines& folded() const { return folded_; }
 
   // Losses so far.
   uint64_t count() const { return count_; }
@@ -49,6 +64,8 @@ class ConversionLoss {
   uint64_t count_ = 0;
   uint64_t first_line_ = 0;
   std::array<uint64_t, 2> digest_ = {};
+  bool keeps_folded_ = false;
+  FoldedLines folded_;
 };
 
 }  // namespace ledrix

@@ -69,6 +69,27 @@ struct Place {
   }
 };
 
+// Codes of the characters that Shift_JIS has as themselves: 0 also for one that is written by the
+// code of another, which the converters take note of.
+class ExactTable {
+ public:
+  static const ExactTable& Get() {
+    static const ExactTable table;
+    return table;
+  }
+  unsigned Encode(char32_t character) const { return codes_[character & 0xFFFF]; }
+
+ private:
+  ExactTable() {
+    const CodePage932& code_page = CodePage932::Get();
+    for (unsigned character = 0; character < codes_.size(); ++character) {
+      const uint16_t code = code_page.Encode(character);
+      codes_[character] = code_page.Decode(code) == character ? code : uint16_t{0};
+    }
+  }
+  std::array<uint16_t, 0x10000> codes_{};
+};
+
 bool IsContinuation(unsigned byte) {
   return (byte & 0xC0) == 0x80;
 }
@@ -77,11 +98,11 @@ bool IsContinuation(unsigned byte) {
 class EucTable {
  public:
   EucTable() {
-    const CodePage932& code_page = CodePage932::Get();
+    const ExactTable& exact = ExactTable::Get();
     for (int row = 1; row <= kRows; ++row) {
       for (int cell = 1; cell <= kCells; ++cell) {
         codes_[static_cast<size_t>((row - 1) * kCells + cell - 1)] =
-            code_page.Encode(CharacterOfRowCell(row, cell));
+            static_cast<uint16_t>(exact.Encode(CharacterOfRowCell(row, cell)));
       }
     }
   }
@@ -112,8 +133,8 @@ bool AreAscii(Units units) {
 }
 
 // Takes a unit when Shift_JIS has it.
-bool PutUnit(Place& place, unsigned unit, const CodePage932& code_page) {
-  const unsigned code = code_page.Encode(unit);
+bool PutUnit(Place& place, unsigned unit, const ExactTable& table) {
+  const unsigned code = table.Encode(unit);
   if (code == 0) return false;
   // The lead byte first. Arithmetic, because a branch for each character would be guessed wrong.
   const unsigned trails = (code + 0xFF00) >> 16;
@@ -126,7 +147,7 @@ bool PutUnit(Place& place, unsigned unit, const CodePage932& code_page) {
 
 template <ByteOrder kOrder>
 KnownRun ConvertKnownUtf16(std::string_view bytes, char* out) {
-  const CodePage932& code_page = CodePage932::Get();
+  const ExactTable& table = ExactTable::Get();
   Place place(bytes, out);
   while (place.left() >= sizeof(Units)) {
     const Units units = LoadUnits<kOrder>(place.in);
@@ -138,26 +159,26 @@ KnownRun ConvertKnownUtf16(std::string_view bytes, char* out) {
       continue;
     }
     for (size_t i = 0; i < sizeof units / 2; ++i) {
-      if (!PutUnit(place, units[i], code_page)) return place.Result();
+      if (!PutUnit(place, units[i], table)) return place.Result();
     }
   }
   while (place.left() >= 2) {
     const unsigned unit = kOrder == ByteOrder::kBigEndian ? place.in[0] * 256u + place.in[1]
                                                           : place.in[1] * 256u + place.in[0];
-    if (!PutUnit(place, unit, code_page)) break;
+    if (!PutUnit(place, unit, table)) break;
   }
   return place.Result();
 }
 
 // Takes the sequences of three bytes from a place on that become two, which most of Japanese is.
-void CopyThreeByteRun(Place& place, const CodePage932& code_page) {
+void CopyThreeByteRun(Place& place, const ExactTable& table) {
   constexpr uint32_t kForm = 0x00C0C0F0;
   while (place.left() >= sizeof(uint32_t)) {
     uint32_t word = 0;
     std::memcpy(&word, place.in, sizeof word);
     if ((word & kForm) != 0x008080E0) return;
     const uint32_t character = (word & 0x0F) << 12 | (word >> 2 & 0x0FC0) | (word >> 16 & 0x3F);
-    const unsigned code = code_page.Encode(character);
+    const unsigned code = table.Encode(character);
     if (code <= 0xFF || character < 0x800) return;
     place.out[0] = static_cast<char>(code >> 8);
     place.out[1] = static_cast<char>(code);
@@ -169,7 +190,7 @@ void CopyThreeByteRun(Place& place, const CodePage932& code_page) {
 }  // namespace
 
 KnownRun ConvertKnownUtf8(std::string_view bytes, char* out) {
-  const CodePage932& code_page = CodePage932::Get();
+  const ExactTable& table = ExactTable::Get();
   Place place(bytes, out);
   while (true) {
     if (place.left() == 0) break;
@@ -178,15 +199,15 @@ KnownRun ConvertKnownUtf8(std::string_view bytes, char* out) {
       place.CopyAscii();
       continue;
     }
-    CopyThreeByteRun(place, code_page);
+    CopyThreeByteRun(place, table);
     if (place.in != in) continue;
     if ((*in & 0xF0) == 0xE0 && place.left() >= 3 && IsContinuation(in[1]) &&
         IsContinuation(in[2])) {
       const unsigned character = (in[0] & 0x0Fu) << 12 | (in[1] & 0x3Fu) << 6 | (in[2] & 0x3Fu);
-      if (character < 0x800 || !place.Put(code_page.Encode(character), 3)) break;
+      if (character < 0x800 || !place.Put(table.Encode(character), 3)) break;
     } else if (*in >= 0xC2 && *in <= 0xDF && place.left() >= 2 && IsContinuation(in[1])) {
       const unsigned character = (in[0] & 0x1Fu) << 6 | (in[1] & 0x3Fu);
-      if (!place.Put(code_page.Encode(character), 2)) break;
+      if (!place.Put(table.Encode(character), 2)) break;
     } else {
       break;
     }

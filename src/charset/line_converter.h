@@ -60,8 +60,9 @@ class LineConverter {
   // the invalid sequence at its end.
   void NoteCutWithinUnit(std::string_view end_bytes) { loss_.AddToLast(end_bytes); }
 
-  // What the lines so far lost.
+  // What the lines so far lost, and what is to be kept of it.
   const ConversionLoss& loss() const { return loss_; }
+  ConversionLoss& loss() { return loss_; }
 
   virtual void ConvertLine(std::string_view bytes, SjisWriter& writer) = 0;
 

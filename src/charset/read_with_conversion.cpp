@@ -58,12 +58,17 @@ class Conversion {
     if (is_regular() && (empty_ || choice_.NeedsNoConversion())) return AsItIs();
     converter_ = choice_.MakeConverter();
     if (converter_ == nullptr) return Error{ErrorKind::kCharset};
+    if (services_.witness() != nullptr) converter_->loss().KeepFolded();
     services_.SetBarText(choice_.charset + " 変換中");
     if (services_.job().StopRequested) return AsItIs();
     return WriteCopy();
   }
 
-  ReadInput AsItIs() const { return {path_, std::nullopt, file_.info(), {}}; }
+  ReadInput AsItIs() const {
+    ReadInput input{path_, std::nullopt, file_.info(), {}};
+    input.charset = choice_.charset;
+    return input;
+  }
   bool is_regular() const { return !is_kept_ && file_.info().kind == FileKind::kRegular; }
 
   void Judge() {
@@ -78,8 +83,9 @@ class Conversion {
   Result<ReadInput> WriteCopy() {
     const bool converts = !choice_.NeedsNoConversion();
     NativePath shown_path = converts ? path_ + ("_" + choice_.charset) : path_;
+    const bool is_beside = is_regular() && !services_.job().rerun;
     Result<OutputFile> copy =
-        CreateNamelessFile(is_regular() ? DirOf(path_) : TemporaryFolder(), shown_path);
+        CreateNamelessFile(is_beside ? DirOf(path_) : TemporaryFolder(), shown_path);
     if (!copy.ok()) return copy.error();
     if (!converts) {
       CopyBytes(copy.value());
@@ -90,8 +96,11 @@ class Conversion {
     Result<InputFile> readable = ReadBack(std::move(copy.value()));
     if (!readable.ok()) return readable.error();
     services_.SetBarText("");
-    return ReadInput{std::move(shown_path), std::move(readable.value()), file_.info(),
-                     converts ? converter_->loss() : ConversionLoss()};
+    ReadInput input{std::move(shown_path), std::move(readable.value()), file_.info(),
+                    converts ? converter_->loss() : ConversionLoss()};
+    input.charset = choice_.charset;
+    input.is_hashed = true;
+    return input;
   }
 
   void CopyBytes(OutputFile& copy) {
@@ -166,24 +175,35 @@ class Conversion {
 
 }  // namespace
 
-Result<ReadInput> ReadWithConversion(RunServices& services, const NativePath& path) {
-  if (services.options().CharsetCode.empty())
-    return ReadInput{path, std::nullopt, std::nullopt, {}};
+Result<ReadInput> ReadWithConversion(RunServices& services, const NativePath& path, Sha256* hash) {
+  const std::string& code = services.options().CharsetCode;
+  if (code.empty()) {
+    ReadInput input{path, std::nullopt, std::nullopt, {}};
+    input.charset = "Shift_JIS";
+    input.found_by = "無変換";
+    return input;
+  }
   Result<InputFile> file = InputFile::Open(path);
   if (!file.ok()) return file.error();
   services.platform().YieldBetweenBlocks(file.value());
-  return Conversion(services, path, file.value()).Run();
+  if (hash != nullptr) file.value().HashInto(*hash);
+  Result<ReadInput> read = Conversion(services, path, file.value()).Run();
+  if (read.ok()) read.value().found_by = code == kFullAuto ? "先頭から判定" : "指定";
+  return read;
 }
 
 Result<ReadInput> ReadJudged(RunServices& services, const NativePath& path, JudgedFile judged,
-                             const CharsetChoice& choice) {
+                             const CharsetChoice& choice, Sha256* hash) {
   const bool is_kept = judged.kept.has_value();
   if (is_kept && choice.NeedsNoConversion()) {
-    return ReadInput{path, std::move(judged.kept), judged.seen, {}};
+    ReadInput input{path, std::move(judged.kept), judged.seen, {}};
+    input.charset = choice.charset;
+    return input;
   }
   Result<InputFile> file = is_kept ? std::move(*judged.kept) : InputFile::Open(path);
   if (!file.ok()) return file.error();
   services.platform().YieldBetweenBlocks(file.value());
+  if (hash != nullptr) file.value().HashInto(*hash);
   Result<ReadInput> read = Conversion(services, path, file.value()).Run(choice, is_kept);
   if (read.ok()) read.value().seen = judged.seen;
   return read;

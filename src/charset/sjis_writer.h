@@ -21,6 +21,7 @@ class SjisWriter {
   SjisWriter(LinePosition position, SjisText& text, ConversionLoss& loss)
       : text_(text),
         loss_(loss),
+        begin_(text.size()),
         scanned_(text.size()),
         may_be_mark_(position == LinePosition::kFirst) {}
 
@@ -51,6 +52,9 @@ class SjisWriter {
     if (is_mark) return;
     const unsigned code = character < 0x80 ? character : code_page_.Encode(character);
     if (code != 0 || character == 0) {
+      if (code_page_.Decode(static_cast<uint16_t>(code)) != character) {
+        loss_.AddFolded(text_.size() - begin_, character);
+      }
       text_.AppendCode(code);
     } else {
       loss_.AddCharacter(NextOrdinal(), character);
@@ -75,6 +79,7 @@ class SjisWriter {
   const CodePage932& code_page_ = CodePage932::Get();
   SjisText& text_;
   ConversionLoss& loss_;
+  size_t begin_;                 // where the line begins
   size_t scanned_;               // bytes of the text whose "?" are counted
   uint64_t question_marks_ = 0;  // of this line, before scanned_
   bool may_be_mark_;

@@ -62,12 +62,13 @@ bool LineRing::ReadNextLine() {
   return true;
 }
 
-size_t LineRing::KeepLine(LineIndex index, SjisView text) {
+size_t LineRing::KeepLine(LineIndex index, SjisView line) {
+  SjisView text = line;
   if (options_.expand_tabs) text = ExpandTabs(text, options_.tab_width, reader_.arena());
   if (rewrites_keys_) {
-    SlotOf(index) = {{RawText(options_, text), {}}, false};
+    SlotOf(index) = {{RawText(options_, text), {}}, line, false};
   } else {
-    SlotOf(index) = {PrepareLine(options_, text, reader_.arena()), true};
+    SlotOf(index) = {PrepareLine(options_, text, reader_.arena()), line, true};
   }
   return text.size();
 }

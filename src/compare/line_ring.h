@@ -64,6 +64,9 @@ class LineRing {
   SjisView RawAt(LineIndex index) const { return SlotOf(index).line.raw; }
   SjisView current_raw() const { return RawAt(current_); }
 
+  // The line as it was read. REQUIRES: as for RawAt.
+  SjisView TextAt(LineIndex index) const { return SlotOf(index).text; }
+
   // The compared text of a line. REQUIRES: it was read, and lies not behind the current one.
   SjisView KeyAt(LineIndex index) {
     Slot& slot = SlotOf(index);
@@ -116,6 +119,7 @@ class LineRing {
  private:
   struct Slot {
     Line line;
+    SjisView text;
     bool has_key = false;  // a key that has bytes of its own is made when it is first asked for
   };
 
@@ -124,7 +128,7 @@ class LineRing {
   void MakeKeyOf(Slot& slot);
   bool ReadNextLine();
   // Puts a line into its slot and returns its size after tab expansion, in bytes.
-  size_t KeepLine(LineIndex index, SjisView text);
+  size_t KeepLine(LineIndex index, SjisView line);
 
   const CompareOptions& options_;
   LineCounter& counter_;

@@ -10,6 +10,7 @@
 #include "compare/listing_format.h"
 #include "compare/listing_frame.h"
 #include "compare/pair_outputs.h"
+#include "compare/rule_watch.h"
 #include "text/code_page_932.h"
 
 namespace ledrix::modComp {
@@ -49,10 +50,6 @@ class ProgressMeter : public LineCounter {
   uint64_t bytes_ = 0;
 };
 
-ListedFile ToListedFile(const NativePath& path, const FileInfo& info) {
-  return {PathToSjis(path), SjisText::FromBytes(FormatStamp(ToLocalTime(info.modified)))};
-}
-
 // One pair on its way through the driver.
 class PairCompare {
  public:
@@ -60,8 +57,8 @@ class PairCompare {
       : services_(services),
         job_(services.job()),
         files_(job_.files),
-        old_side_{files_.OldPath, std::nullopt, std::nullopt, {}},
-        new_side_{files_.NewPath, std::nullopt, std::nullopt, {}},
+        old_side_{ShownPath(Side::kOld), std::nullopt, std::nullopt, {}},
+        new_side_{ShownPath(Side::kNew), std::nullopt, std::nullopt, {}},
         options_(services.options()),
         format_(options_),
         outputs_(services, options_) {}
@@ -73,6 +70,8 @@ class PairCompare {
   // Ends a pair that ran out of memory as failed.
   void GiveUp();
   PairEnd MakeResultLine();
+  // Tells the witness, if there is one, how the pair ended.
+  void TellWitness(PairEnd end);
 
  private:
   // A file that was judged as a whole, and how it is to be read; nothing when it is judged as it
@@ -80,6 +79,7 @@ class PairCompare {
   struct JudgedInput {
     std::optional<JudgedFile> file;
     CharsetChoice choice;
+    std::string found_by;
   };
 
   // Tells why an output cannot be written, if so, and ends the pair; true when it can be.
@@ -90,11 +90,10 @@ class PairCompare {
   // Both sides together, when the option wants that.
   bool JudgeInputs();
   void TellOpen(const NativePath& path, const modJudgeCode::SureVerdict& verdict);
-  bool ConvertInput(const NativePath& path, ReadInput& side, JudgedInput& judged,
-                    const char* title);
+  bool ConvertInput(Side which, ReadInput& side, const char* title);
   // Tells why an input cannot be judged or converted and ends the pair; always false.
   bool FailToConvert(const Error& error, const NativePath& path, const char* title);
-  std::optional<InputFile> OpenInput(const NativePath& path, ReadInput& side, const char* title);
+  std::optional<InputFile> OpenInput(Side which, ReadInput& side, const char* title);
   void CompareOpened(InputFile old_file, InputFile new_file);
   void WriteHeader(const LineRing& old_ring, const LineRing& new_ring);
   void WriteSummary();
@@ -106,6 +105,19 @@ class PairCompare {
   void TellLosses();
   // Tells why a file cannot be opened and ends the pair; always false.
   bool FailToOpen(const char* title, const char* kind, const Error& error, const NativePath& path);
+  const NativePath& PathOf(Side side) const {
+    return side == Side::kOld ? files_.OldPath : files_.NewPath;
+  }
+  const NativePath& ShownPath(Side side) const {
+    return job_.rerun ? job_.rerun->shown[side].path : PathOf(side);
+  }
+  // Where what is read of a side goes as well, if anybody wants to know.
+  Sha256* HashOf(Side side) {
+    return services_.witness() != nullptr ? &hashes_[IndexOf(side)] : nullptr;
+  }
+  ListedFile Listed(Side side, const ReadInput& input, const FileInfo& info);
+  InputNote NoteOf(Side side, const ReadInput& input, PairEnd end) const;
+
   // "UnMatch=" and what follows it in the result list.
   std::string CountsText() const;
 
@@ -125,6 +137,8 @@ class PairCompare {
   ReadInput old_side_;  // what is read
   ReadInput new_side_;
   JudgedInput judged_[2];  // old, new
+  Sha256 hashes_[2];       // of what was read, for the witness
+  PairNote note_;
   const CompareOptions options_;
   const ListingFormat format_;
   PairOutputs outputs_;
@@ -136,13 +150,13 @@ class PairCompare {
 void PairCompare::CompareFiles() {
   if (!OpenOutputs(outputs_.Claim()) || Skips()) return;
   if (job_.GuiMode) services_.UpdateProgress(0, 0);
-  if (!JudgeInputs() || !ConvertInput(files_.OldPath, old_side_, judged_[0], "OLD Error") ||
-      !ConvertInput(files_.NewPath, new_side_, judged_[1], "NEW Error")) {
+  if (!JudgeInputs() || !ConvertInput(Side::kOld, old_side_, "OLD Error") ||
+      !ConvertInput(Side::kNew, new_side_, "NEW Error")) {
     return;
   }
-  std::optional<InputFile> old_file = OpenInput(files_.OldPath, old_side_, "OLD Open Error");
+  std::optional<InputFile> old_file = OpenInput(Side::kOld, old_side_, "OLD Open Error");
   if (!old_file) return;
-  std::optional<InputFile> new_file = OpenInput(files_.NewPath, new_side_, "NEW Open Error");
+  std::optional<InputFile> new_file = OpenInput(Side::kNew, new_side_, "NEW Open Error");
   TellLosses();
   if (!new_file || !OpenOutputs(outputs_.Create())) return;
   CompareOpened(std::move(*old_file), std::move(*new_file));
@@ -162,7 +176,11 @@ bool PairCompare::Skips() {
   const FileInfo& b = new_info.value();
   both_regular_ = a.kind == FileKind::kRegular && b.kind == FileKind::kRegular;
   if (!both_regular_ || !HaveSameStamp(a, b)) return false;
-  if (job_.skip_rule == SkipRule::kSameContents && !HaveSameContents()) return false;
+  // A witness is told what the files hold.
+  const bool by_contents = job_.skip_rule == SkipRule::kSameContents || services_.witness();
+  if (by_contents && !HaveSameContents()) return false;
+  old_side_.seen = a;
+  new_side_.seen = b;
   ended_early_ = PairEnd::kSkipped;
   outputs_.RemoveListing();
   return true;
@@ -174,9 +192,17 @@ bool PairCompare::HaveSameContents() {
   Result<InputFile> new_file = InputFile::OpenRegular(files_.NewPath);
   if (!old_file.ok() || !new_file.ok()) return false;
   services_.platform().YieldBetweenBlocks(old_file.value());
-  return SameContents(old_file.value(), new_file.value()) &&
-         CheckUnchanged(files_.OldPath, old_file.value().info()).ok() &&
-         CheckUnchanged(files_.NewPath, new_file.value().info()).ok();
+  if (services_.witness() != nullptr) {
+    old_file.value().HashInto(hashes_[0]);
+    new_file.value().HashInto(hashes_[1]);
+  }
+  const bool same = SameContents(old_file.value(), new_file.value()) &&
+                    CheckUnchanged(files_.OldPath, old_file.value().info()).ok() &&
+                    CheckUnchanged(files_.NewPath, new_file.value().info()).ok();
+  if (!same) {
+    for (Sha256& hash : hashes_) hash.Reset();
+  }
+  return same;
 }
 
 bool PairCompare::JudgeInputs() {
@@ -198,6 +224,8 @@ bool PairCompare::JudgeInputs() {
       modJudgeCode::JudgePair(judged_[0].file->judge, judged_[1].file->judge);
   judged_[0].choice = ChoiceOf(verdicts.old_side);
   judged_[1].choice = ChoiceOf(verdicts.new_side);
+  judged_[0].found_by = modJudgeCode::ToText(verdicts.old_side.found_by);
+  judged_[1].found_by = modJudgeCode::ToText(verdicts.new_side.found_by);
   TellOpen(files_.OldPath, verdicts.old_side);
   TellOpen(files_.NewPath, verdicts.new_side);
   return true;
@@ -212,14 +240,19 @@ void PairCompare::TellOpen(const NativePath& path, const modJudgeCode::SureVerdi
   job_.open_judgement = {text, CharsetNameOf(is_sjis ? *verdict.rival : *verdict.likeliest)};
 }
 
-bool PairCompare::ConvertInput(const NativePath& path, ReadInput& side, JudgedInput& judged,
-                               const char* title) {
+bool PairCompare::ConvertInput(Side which, ReadInput& side, const char* title) {
   services_.platform().YieldToUi();
-  Result<ReadInput> read = judged.file
-                               ? ReadJudged(services_, path, std::move(*judged.file), judged.choice)
-                               : ReadWithConversion(services_, path);
+  const NativePath& path = PathOf(which);
+  JudgedInput& judged = judged_[IndexOf(which)];
+  Sha256* const hash = HashOf(which);
+  Result<ReadInput> read =
+      judged.file ? ReadJudged(services_, path, std::move(*judged.file), judged.choice, hash)
+                  : ReadWithConversion(services_, path, hash);
   if (!read.ok()) return FailToConvert(read.error(), path, title);
   side = std::move(read.value());
+  if (judged.file) side.found_by = judged.found_by;
+  if (job_.rerun) side.shown_path = ShownPath(which);
+  if (hash != nullptr && !side.is_hashed) hash->Reset();
   return !services_.YieldAndAskStop() || Stop();
 }
 
@@ -232,15 +265,18 @@ bool PairCompare::FailToConvert(const Error& error, const NativePath& path, cons
   return Fail();
 }
 
-std::optional<InputFile> PairCompare::OpenInput(const NativePath& path, ReadInput& side,
-                                                const char* title) {
+std::optional<InputFile> PairCompare::OpenInput(Side which, ReadInput& side, const char* title) {
+  const NativePath& path = PathOf(which);
+  Sha256* const hash = side.is_hashed ? nullptr : HashOf(which);
   if (side.copy) {
     services_.platform().YieldBetweenBlocks(*side.copy);
+    if (hash != nullptr) side.copy->HashInto(*hash);
     return std::exchange(side.copy, std::nullopt);
   }
   Result<InputFile> file = both_regular_ ? InputFile::OpenRegular(path) : InputFile::Open(path);
   if (file.ok()) {
     services_.platform().YieldBetweenBlocks(file.value());
+    if (hash != nullptr) file.value().HashInto(*hash);
     if (!side.seen) side.seen = file.value().info();
     return std::move(file.value());
   }
@@ -263,7 +299,13 @@ void PairCompare::CompareOpened(InputFile old_file, InputFile new_file) {
   LineRing new_ring(std::move(new_file), options_, meter);
   ListingBody body(options_, format_, old_ring, new_ring, outputs_.listing(), outputs_.sides(),
                    counts_);
-  Difference difference(old_ring, new_ring, options_, body);
+  std::optional<RuleWatch> watch;
+  if (services_.witness() != nullptr) {
+    watch.emplace(body, old_ring, new_ring, options_, old_side_.loss.folded(),
+                  new_side_.loss.folded(), note_.by_rule);
+  }
+  DecisionWriter& writer = watch ? static_cast<DecisionWriter&>(*watch) : body;
+  Difference difference(old_ring, new_ring, options_, writer);
 
   WriteHeader(old_ring, new_ring);
   const bool ended = RunCompareLoop(difference);
@@ -318,12 +360,20 @@ void PairCompare::TellLosses() {
 }
 
 void PairCompare::WriteHeader(const LineRing& old_ring, const LineRing& new_ring) {
-  const HeaderData data{ToListedFile(old_side_.shown_path, old_ring.info()),
-                        ToListedFile(new_side_.shown_path, new_ring.info()),
-                        services_.platform().Now()};
+  const HeaderData data{Listed(Side::kOld, old_side_, old_ring.info()),
+                        Listed(Side::kNew, new_side_, new_ring.info()), services_.platform().Now()};
+  note_.run_time = data.run_time;
+  note_.has_run_time = true;
   const auto write = options_.simple ? WriteSimpleHeader : WriteHeaderBox;
   write(outputs_.listing(), options_, format_, data);
   outputs_.sides().WriteHeading(FormatStamp(data.run_time), data.old_file.path, data.new_file.path);
+}
+
+ListedFile PairCompare::Listed(Side side, const ReadInput& input, const FileInfo& info) {
+  ShownFile& shown = note_.inputs[side].shown;
+  shown = job_.rerun ? job_.rerun->shown[side]
+                     : ShownFile{input.shown_path, FormatStamp(ToLocalTime(info.modified))};
+  return {PathToSjis(shown.path), SjisText::FromBytes(shown.stamp)};
 }
 
 void PairCompare::WriteSummary() {
@@ -363,6 +413,35 @@ PairEnd PairCompare::MakeResultLine() {
   return end;
 }
 
+InputNote PairCompare::NoteOf(Side side, const ReadInput& input, PairEnd end) const {
+  InputNote note = note_.inputs[side];
+  note.path = PathOf(side);
+  if (note.shown.path.empty()) note.shown.path = input.shown_path;
+  const Sha256& hash = hashes_[IndexOf(side)];
+  note.size = hash.size();
+  if (input.seen) {
+    note.kind = input.seen->kind;
+    note.modified = input.seen->modified;
+  }
+  const bool was_read =
+      end == PairEnd::kChanged || end == PairEnd::kUnchanged || end == PairEnd::kSkipped;
+  if (was_read) note.sha256 = hash.Digest();
+  note.charset = input.charset;
+  note.found_by = input.found_by;
+  note.lost = input.loss.count();
+  return note;
+}
+
+void PairCompare::TellWitness(PairEnd end) {
+  if (services_.witness() == nullptr) return;
+  note_.inputs[Side::kOld] = NoteOf(Side::kOld, old_side_, end);
+  note_.inputs[Side::kNew] = NoteOf(Side::kNew, new_side_, end);
+  note_.end = end;
+  note_.counts = counts_;
+  if (end == PairEnd::kChanged || end == PairEnd::kUnchanged) note_.outputs = outputs_.Written();
+  services_.witness()->PairEnded(note_);
+}
+
 void PairCompare::GiveUp() {
   Fail();
   outputs_.Discard();
@@ -394,7 +473,9 @@ PairEnd ComparePair(RunServices& services) {
     throw;
   }
   pair.EndOutputs();
-  return pair.MakeResultLine();
+  const PairEnd end = pair.MakeResultLine();
+  pair.TellWitness(end);
+  return end;
 }
 
 }  // namespace ledrix::modComp

@@ -54,13 +54,14 @@ std::optional<OutputFailure> PairOutputs::Claim() {
 std::optional<OutputFailure> PairOutputs::Create() {
   // Most pairs of a multiple compare are equal; their listings need not be made to be removed.
   const auto create = drops_unchanged_ ? OutputFile::CreateWhenNeeded : OutputFile::Create;
-  auto failed = CreateOne(names_.OutPath, kListingTitle, listing_, create);
+  auto failed = CreateOne(names_.OutPath, kListingTitle, listing_, hashes_[0], create);
   if (!failed && job_.outputs.OptSbnList) {
-    failed =
-        CreateOne(names_.SbnPath, kDifferenceTitle, sides_.difference_file, OutputFile::Create);
+    failed = CreateOne(names_.SbnPath, kDifferenceTitle, sides_.difference_file, hashes_[1],
+                       OutputFile::Create);
   }
   if (!failed && job_.outputs.OptMrgSrc) {
-    failed = CreateOne(names_.MrgPath, kMergeTitle, sides_.merge_source, OutputFile::Create);
+    failed =
+        CreateOne(names_.MrgPath, kMergeTitle, sides_.merge_source, hashes_[2], OutputFile::Create);
   }
   // Those that could be created stand empty beside the one that could not.
   if (failed) Close();
@@ -68,12 +69,13 @@ std::optional<OutputFailure> PairOutputs::Create() {
 }
 
 std::optional<OutputFailure> PairOutputs::CreateOne(
-    const NativePath& path, const char* title, std::optional<OutputFile>& file,
+    const NativePath& path, const char* title, std::optional<OutputFile>& file, Sha256& hash,
     Result<OutputFile> (*create)(const NativePath&)) {
   Result<OutputFile> created = create(path);
   if (!created.ok()) return OutputFailure{title, created.error(), path};
   file = std::move(created.value());
   services_.platform().YieldBetweenBlocks(*file);
+  if (services_.witness() != nullptr) file->HashInto(hash);
   return std::nullopt;
 }
 
@@ -90,6 +92,19 @@ std::vector<OutputFile*> PairOutputs::Files() {
     if (*file) files.push_back(&**file);
   }
   return files;
+}
+
+std::vector<OutputNote> PairOutputs::Written() {
+  const std::pair<const char*, const std::optional<OutputFile>*> outputs[] = {
+      {"結果ﾘｽﾄ", &listing_},
+      {"差分ﾌｧｲﾙ", &sides_.difference_file},
+      {"ﾏｰｼﾞｿｰｽ", &sides_.merge_source}};
+  std::vector<OutputNote> written;
+  for (size_t i = 0; i < std::size(outputs); ++i) {
+    const auto& [kind, file] = outputs[i];
+    if (*file) written.push_back({kind, (*file)->path(), hashes_[i].size(), hashes_[i].Digest()});
+  }
+  return written;
 }
 
 bool PairOutputs::Close() {

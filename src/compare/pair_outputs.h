@@ -36,6 +36,9 @@ class PairOutputs {
   // True when a write has failed.
   bool Failed() const;
 
+  // What was written and stands, once it is closed; only while a witness wants to know.
+  std::vector<OutputNote> Written();
+
   // Closes every output; when one fails all are removed, the file is told and false returned.
   bool Close();
   // Removes what was created.
@@ -50,7 +53,7 @@ class PairOutputs {
 
  private:
   std::optional<OutputFailure> CreateOne(const NativePath& path, const char* title,
-                                         std::optional<OutputFile>& file,
+                                         std::optional<OutputFile>& file, Sha256& hash,
                                          Result<OutputFile> (*create)(const NativePath&));
   std::vector<OutputFile*> Files();
   // True for an output that is no input, and that no other pair has written.
@@ -67,6 +70,7 @@ class PairOutputs {
   std::optional<OutputFile> listing_;
   SideOutputs sides_;
   bool is_claimed_ = false;
+  Sha256 hashes_[3];  // of the listing, the difference file and the merge source
 };
 
 }  // namespace ledrix::modComp

@@ -26,8 +26,8 @@ class DirCompare {
         options_(services.options()),
         range_(job_.request.CompareRange),
         type_filter_(options_.filter_names ? type_filter : "*.*"),
-        old_(job_.files.OldPath, services.options().ComboDLst),
-        new_(job_.files.NewPath, services.options().ComboDLst),
+        old_(job_.files.OldPath, Shown(Side::kOld), services.options().ComboDLst),
+        new_(job_.files.NewPath, Shown(Side::kNew), services.options().ComboDLst),
         output_(services, {old_.path(), new_.path()}) {}
 
   void Run() {
@@ -48,6 +48,10 @@ class DirCompare {
   }
 
  private:
+  const NativePath& Shown(Side side) const {
+    if (job_.rerun) return job_.rerun->shown[side].path;
+    return side == Side::kOld ? job_.files.OldPath : job_.files.NewPath;
+  }
   bool OpenSides() {
     return Opened(old_, "Old File Open Error") && Opened(new_, "New File Open Error");
   }
@@ -80,10 +84,16 @@ class DirCompare {
   void Compare() {
     DirCompListing listing(output_.file(), options_);
     replaced_ += (old_.IsRootReplaced() ? 1 : 0) + (new_.IsRootReplaced() ? 1 : 0);
-    listing.WriteHeader(services_.platform().Now(), old_, new_);
+    const LocalTime now = services_.platform().Now();
+    listing.WriteHeader(now, old_, new_);
     services_.SetMessage("SORT処理中 ...");
     old_.SortByKey(go_on_);
     new_.SortByKey(go_on_);
+    if (JobWitness* const witness = services_.witness(); witness && !job_.StopRequested) {
+      witness->ClockShown(now);
+      witness->EntriesTaken(Side::kOld, old_.Note());
+      witness->EntriesTaken(Side::kNew, new_.Note());
+    }
     services_.SetMessage(services_.message_text() + "\r\nﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ 処理中...");
     Merge(listing);
     if (!job_.StopRequested) listing.WriteSummary(counts_, range_);
@@ -96,6 +106,7 @@ class DirCompare {
          both_live ? ReplacedNames::kStayApart : ReplacedNames::kPair},
         type_filter_,
         output_.Identity(),
+        job_.rerun ? &job_.rerun->no_entries : nullptr,
         go_on_,
         [this](const NativePath& path) { services_.platform().ReportTrouble(FileGoneText(path)); }};
     if (const std::optional<std::string> failed = side.Expand(expansion)) {

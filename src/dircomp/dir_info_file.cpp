@@ -63,11 +63,13 @@ class InfoWriter {
     };
     visitor.leave_folder = [this] { services_.ShowBarText(CountText(count_)); };
     visitor.output = output_.Identity();
+    if (services_.job().rerun) visitor.no_entries = &services_.job().rerun->no_entries;
     return WalkTree(root, visitor);
   }
 
   int64_t count() const { return count_; }
   int64_t replaced() const { return replaced_; }
+  std::string Digest() const { return hash_.Digest(); }
 
  private:
   // True when what was written holds a "?".
@@ -75,12 +77,17 @@ class InfoWriter {
     const SjisText line = EncodeSjis(record.folder + "," + record.name + "," +
                                      DateText(record.modified) + "," + SizeText(record.size));
     WriteLine(output_.file(), line);
+    if (services_.witness() != nullptr) {
+      hash_.Add(line.bytes());
+      hash_.Add("\n");
+    }
     ++count_;
     return line.bytes().find('?') != std::string::npos;
   }
 
   RunServices& services_;
   JobOutput& output_;
+  Sha256 hash_;  // of the records, for the witness
   int64_t count_ = 0;
   int64_t replaced_ = 0;  // names written with "?" for what Shift_JIS lacks
 };
@@ -110,7 +117,7 @@ void DirEditJob(RunServices& services) {
     return;
   }
   InfoWriter writer(services, output);
-  writer.WriteRoot(root);
+  writer.WriteRoot(job.rerun ? job.rerun->shown[Side::kOld].path : root);
   if (const std::optional<WalkError> failed = writer.WriteTree(root)) {
     services.ReportFileTrouble(failed->path, failed->error);
     output.Abandon(PairEnd::kFailed);
@@ -119,7 +126,12 @@ void DirEditJob(RunServices& services) {
   if (writer.replaced() > 0) {
     services.platform().ReportTrouble(ReplacedNamesText(writer.replaced()));
   }
-  if (job.StopRequested) services.NoteEnd(JobEnd::kTrouble);
+  if (job.StopRequested) {
+    services.NoteEnd(JobEnd::kTrouble);
+  } else if (JobWitness* const witness = services.witness()) {
+    witness->EntriesTaken(Side::kOld,
+                          {root, static_cast<uint64_t>(writer.count()), writer.Digest(), false});
+  }
   output.Finish(CountText(writer.count()));
 }
 

@@ -53,7 +53,7 @@ void DirCompListing::WriteHeader(const LocalTime& now, const DirSide& old_side,
   const auto write_side = [this](const char* label, const DirSide& side) {
     WriteText(EncodeSjis(label + side.display_root()));
     if (!side.is_info_file()) return;
-    WriteText("     ﾌｧｲﾙ名 =("_sjis + PathToSjis(side.path()) + ")"_sjis);
+    WriteText("     ﾌｧｲﾙ名 =("_sjis + PathToSjis(side.shown()) + ")"_sjis);
   };
   write_side("旧ﾃﾞｨﾚｸﾄﾘ名 = ", old_side);
   write_side("新ﾃﾞｨﾚｸﾄﾘ名 = ", new_side);

@@ -93,8 +93,9 @@ std::u32string ToFullWidth(const std::u32string& text) {
   return wide;
 }
 
-DirSide::DirSide(NativePath path, std::string_view info_pattern)
+DirSide::DirSide(NativePath path, NativePath shown, std::string_view info_pattern)
     : path_(std::move(path)),
+      shown_path_(std::move(shown)),
       is_info_file_(MatchesPattern(FileNameOf(path_), info_pattern, LetterCase::kIgnore)) {}
 
 Status DirSide::Open() {
@@ -106,7 +107,7 @@ Status DirSide::Open() {
 }
 
 bool DirSide::IsRootReplaced() const {
-  return !is_info_file_ && HoldsLackingCharacter(path_.bytes());
+  return !is_info_file_ && HoldsLackingCharacter(shown_path_.bytes());
 }
 
 std::optional<std::string> DirSide::Expand(const Expansion& expansion) {
@@ -119,6 +120,7 @@ std::optional<std::string> DirSide::Expand(const Expansion& expansion) {
 std::optional<std::string> DirSide::ExpandFile(const Expansion& expansion) {
   const std::string path_text = PathToUtf8(path_);
   const FileInfo seen = file_->info();
+  file_->HashInto(*file_hash_);
   DirInfoReader reader(std::move(*file_));
   const std::optional<std::string> root_name = reader.ReadRootName();
   if (!reader.failure().ok()) return path_text + ": " + DescribeError(reader.failure().error());
@@ -147,10 +149,10 @@ std::optional<std::string> DirSide::ExpandFile(const Expansion& expansion) {
 }
 
 std::optional<std::string> DirSide::ExpandTree(const Expansion& expansion) {
-  root_name_ = RootName(path_);
+  root_name_ = RootName(shown_path_);
   std::string written_path = root_name_;
   std::replace(written_path.begin(), written_path.end(), '\\', '/');
-  root_differs_ = written_path != StripBackslash(path_).bytes();
+  root_differs_ = written_path != StripBackslash(shown_path_).bytes();
   display_root_ = DisplayRoot(root_name_);
   TreeVisitor visitor;
   visitor.enter_folder = expansion.go_on;
@@ -160,6 +162,7 @@ std::optional<std::string> DirSide::ExpandTree(const Expansion& expansion) {
   };
   visitor.file_gone = expansion.file_gone;
   visitor.output = expansion.output;
+  visitor.no_entries = expansion.no_entries;
   const std::optional<WalkError> failed = WalkTree(path_, visitor);
   if (!failed) return std::nullopt;
   return PathToUtf8(failed->path) + ": " + DescribeError(failed->error);
@@ -202,10 +205,25 @@ bool DirSide::MakeKey(const FileRecord& record, const ExactName& exact, const Ke
 
 std::string DirSide::ExactKey(const ExactName& exact, const KeyRules& rules) const {
   std::string text;
-  if (rules.range == CompareRange::kFullPath) text += path_.bytes();
+  if (rules.range == CompareRange::kFullPath) text += shown_path_.bytes();
   if (rules.range != CompareRange::kNoPath) text += exact.folder;
   text += exact.name;
   return Fold(text, rules);
+}
+
+EntriesNote DirSide::Note() const {
+  EntriesNote note{path_, entries_.size(), {}, is_info_file_};
+  if (is_info_file_) {
+    note.sha256 = file_hash_->Digest();
+    return note;
+  }
+  Sha256 hash;
+  for (const DirEntry& entry : entries_) {
+    hash.Add(entry.path);
+    hash.Add("\t" + std::to_string(entry.modified) + "\t" + std::to_string(entry.size) + "\n");
+  }
+  note.sha256 = hash.Digest();
+  return note;
 }
 
 std::string_view DirSide::Keep(std::string_view bytes) {

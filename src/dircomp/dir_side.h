@@ -2,6 +2,7 @@
 // the keys that pair them.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,6 +35,7 @@ struct Expansion {
   KeyRules rules;
   std::string_view type_filter;    // "*.*", or patterns joined by ";" in which letter case counts
   std::optional<FileInfo> output;  // a file that is no entry
+  const FileSet* no_entries;       // and others, or nullptr
   GoOn go_on;                      // asked now and then; the reading ends when it says no
   std::function<void(const NativePath&)> file_gone;
 };
@@ -51,10 +53,11 @@ struct DirEntry {
 class DirSide {
  public:
   // `path` is a directory information file when its file name matches `info_pattern`, otherwise a
-  // folder that ends in a separator.
-  DirSide(NativePath path, std::string_view info_pattern);
+  // folder that ends in a separator. Listings and keys call it `shown`.
+  DirSide(NativePath path, NativePath shown, std::string_view info_pattern);
 
   const NativePath& path() const { return path_; }
+  const NativePath& shown() const { return shown_path_; }
   bool is_info_file() const { return is_info_file_; }
   const std::string& display_root() const { return display_root_; }
   const std::vector<DirEntry>& entries() const { return entries_; }
@@ -74,6 +77,9 @@ class DirSide {
   // Sorts the entries by key, unless `go_on` says no meanwhile.
   void SortByKey(const GoOn& go_on);
 
+  // What a witness is told of the side; once it is read and sorted.
+  EntriesNote Note() const;
+
  private:
   std::optional<std::string> ExpandFile(const Expansion& expansion);
   std::optional<std::string> ExpandTree(const Expansion& expansion);
@@ -83,7 +89,9 @@ class DirSide {
   std::string_view Keep(std::string_view bytes);
 
   NativePath path_;
+  NativePath shown_path_;
   bool is_info_file_;
+  std::unique_ptr<Sha256> file_hash_ = std::make_unique<Sha256>();
   std::optional<InputFile> file_;
   std::string root_name_;
   bool root_differs_ = false;  // "?" stands for something in the root name

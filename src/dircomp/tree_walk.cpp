@@ -63,6 +63,7 @@ class Walk {
 
   void VisitFile(const WalkedFolder& folder, const FolderEntry& entry) {
     if (visitor_.output && IsSameFile(*visitor_.output, entry.info)) return;
+    if (visitor_.no_entries != nullptr && visitor_.no_entries->Holds(entry.info)) return;
     const FileRecord record{folder.text, NameText(entry.name),
                             CivilSeconds(ToLocalTime(entry.info.modified)), entry.info.size};
     const std::string_view below_root =

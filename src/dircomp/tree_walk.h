@@ -34,6 +34,8 @@ struct TreeVisitor {
   std::function<void()> leave_folder = [] {};
   // The file that the job writes; it is not visited, whatever its names.
   std::optional<FileInfo> output;
+  // Further files that are not visited, or nullptr.
+  const FileSet* no_entries = nullptr;
 };
 
 // Visits every file below `root`, which ends in a separator. Every real folder is walked; a link

@@ -8,6 +8,7 @@
 #include "dircomp/dir_compare.h"
 #include "dircomp/dir_info_file.h"
 #include "dircomp/dir_listing.h"
+#include "jobs/evidence_job.h"
 #include "jobs/output_names.h"
 #include "platform/fixed_width.h"
 #include "platform/output_guard.h"
@@ -138,6 +139,13 @@ class MultipleCompare {
 
   void ReportExcluded(const std::string& name) {
     const char* const text = PairEndText(PairEnd::kExcluded);
+    if (JobWitness* const witness = services_.witness()) {
+      PairNote note;
+      note.inputs[Side::kOld].path = job_.files.OldPath;
+      note.inputs[Side::kNew].path = job_.files.NewPath;
+      note.end = PairEnd::kExcluded;
+      witness->PairEnded(note);
+    }
     services_.WriteCsvStatus({job_.files.OldPath, job_.files.NewPath}, text);
     services_.AddResultLines(job_.files.OutPath, name + text + "  ");
   }
@@ -173,6 +181,21 @@ void Dispatch(RunServices& services, const FileSides& sides) {
       modDComp::DirCompJob(services, FilterPatterns(sides[Side::kOld].filter_entry));
       break;
   }
+}
+
+// Runs the job, with a record of it when that is asked for.
+void RunWitnessed(RunServices& services, const FileSides& sides) {
+  if (services.job().request.evidence.path.empty()) {
+    Dispatch(services, sides);
+    return;
+  }
+  EvidenceJob evidence(services, sides);
+  if (!evidence.Begin()) return;
+  services.SetWitness(&evidence);
+  Dispatch(services, sides);
+  services.SetWitness(nullptr);
+  if (services.job().StopRequested) services.NoteEnd(JobEnd::kTrouble);
+  evidence.Finish();
 }
 
 // Seconds since midnight, as exact as single precision is.
@@ -250,7 +273,7 @@ void RunJob(RunServices& services, const JobSurroundings& surroundings) {
   services.UpdateProgress(0, 0);
   services.front_end().JobStarted();
   services.platform().YieldToUi();
-  Dispatch(services, surroundings.sides);
+  RunWitnessed(services, surroundings.sides);
   if (job.StopRequested) TellStop(services);
   if (surroundings.log != nullptr) RecordJob(services, *surroundings.log, start);
   services.front_end().JobEnded();

@@ -165,6 +165,7 @@ Result<size_t> InputFile::Read(char* buffer, size_t capacity) {
   if (on_block_) on_block_();
   const ssize_t count = read(descriptor_.number(), buffer, capacity);
   if (count < 0) return LastError();
+  if (hash_ != nullptr) hash_->Add({buffer, static_cast<size_t>(count)});
   return static_cast<size_t>(count);
 }
 

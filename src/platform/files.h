@@ -18,6 +18,7 @@
 #include "platform/error.h"
 #include "platform/file_descriptor.h"
 #include "platform/native_path.h"
+#include "platform/sha256.h"
 
 namespace ledrix {
 
@@ -123,6 +124,8 @@ class InputFile {
 
   // `hook` is called before every block that is read: a line may be as long as the file.
   void OnBlock(BlockHook hook) { on_block_ = std::move(hook); }
+  // Adds all that is read from now on to a hash, which must outlive the file.
+  void HashInto(Sha256& hash) { hash_ = &hash; }
 
  private:
   InputFile(FileDescriptor descriptor, FileInfo info)
@@ -131,6 +134,7 @@ class InputFile {
   FileDescriptor descriptor_;
   FileInfo info_;
   BlockHook on_block_;
+  Sha256* hash_ = nullptr;
 };
 
 }  // namespace ledrix

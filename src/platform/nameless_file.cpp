@@ -72,6 +72,10 @@ NativePath ReplacementStem(const NativePath& path) {
   return DirOf(path) + (name + ".");
 }
 
+Status GiveFreeName(const FileDescriptor& descriptor, const NativePath& path) {
+  return Link(descriptor, path);
+}
+
 Status GiveName(const FileDescriptor& descriptor, const NativePath& path) {
   const Status linked = Link(descriptor, path);
   if (!Exists(linked)) return linked;

@@ -29,5 +29,7 @@ NativePath ReplacementStem(const NativePath& path);
 // Gives a file of OpenNameless its name, at once and whole. A regular file or a link that stands
 // there is replaced; anything else stays and is the error EEXIST.
 Status GiveName(const FileDescriptor& descriptor, const NativePath& path);
+// The same where nothing may stand; the error is EEXIST.
+Status GiveFreeName(const FileDescriptor& descriptor, const NativePath& path);
 
 }  // namespace ledrix

@@ -111,6 +111,7 @@ void OutputFile::WriteThrough(std::string_view bytes) {
 void OutputFile::WriteAll(std::string_view bytes) {
   if (is_waiting_) failure_ = Open();
   if (failure_.ok()) failure_ = ledrix::WriteAll(descriptor_, bytes);
+  if (failure_.ok() && hash_ != nullptr) hash_->Add(bytes);
 }
 
 void OutputFile::Flush() {

@@ -68,6 +68,8 @@ class OutputFile {
 
   // `hook` is called after every block that is written but the last.
   void OnBlock(BlockHook hook) { on_block_ = std::move(hook); }
+  // Adds all that is written from now on to a hash, which must outlive the file.
+  void HashInto(Sha256& hash) { hash_ = &hash; }
 
   // Closes without regard to failures; no regular file stands at the path then.
   void Discard();
@@ -97,6 +99,7 @@ class OutputFile {
   size_t used_ = 0;
   Status failure_;
   BlockHook on_block_;
+  Sha256* hash_ = nullptr;
 };
 
 }  // namespace ledrix

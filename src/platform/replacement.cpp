@@ -33,8 +33,9 @@ bool IsLetterOrDigit(char c) {
 
 }  // namespace
 
-Result<Replacement> Replacement::Begin(const NativePath& path) {
-  Result<std::optional<FileDescriptor>> nameless = OpenNameless(DirOf(path), 0600);
+Result<Replacement> Replacement::Begin(const NativePath& path, Mode mode) {
+  Result<std::optional<FileDescriptor>> nameless =
+      OpenNameless(DirOf(path), mode == Mode::kPrivate ? 0600 : 0666);
   if (!nameless.ok()) return nameless.error();
   if (nameless.value()) return Replacement(path, std::move(*nameless.value()), NativePath());
   std::string temporary = ReplacementStem(path).bytes() + std::string(kReplacementLetters, 'X');
@@ -47,17 +48,25 @@ Replacement::~Replacement() {
   if (descriptor_.is_open() && !temporary_.empty()) unlink(temporary_.c_str());
 }
 
-Status Replacement::TakePlace() {
-  if (temporary_.empty()) return GiveName(descriptor_, path_);
+Status Replacement::TakePlace(Place place) {
+  const bool is_nameless = temporary_.empty();
+  if (place == Place::kFree) {
+    if (is_nameless) return GiveFreeName(descriptor_, path_);
+    if (link(temporary_.c_str(), path_.c_str()) != 0) return LastError();
+    return unlink(temporary_.c_str()) == 0 ? Status() : LastError();
+  }
+  if (is_nameless) return GiveName(descriptor_, path_);
   return rename(temporary_.c_str(), path_.c_str()) == 0 ? Status() : LastError();
 }
 
-Status Replacement::Commit(bool synced) {
+Status Replacement::Commit(bool synced, Place place) {
   if (synced && fsync(descriptor_.number()) != 0) return LastError();
   Status failure;
   // A named file is closed first: what the system tells then still counts.
   if (!temporary_.empty()) failure = descriptor_.Close();
-  if (failure.ok()) failure = TakePlace();
+  if (failure.ok()) failure = TakePlace(place);
+  const bool is_taken = !failure.ok() && failure.error().system_number == EEXIST;
+  if (place == Place::kFree && is_taken && temporary_.empty()) return failure;
   if (!failure.ok() && !temporary_.empty()) unlink(temporary_.c_str());
   const Status closed = descriptor_.Close();
   // What stands at the path by now may lack what a close could not write; what is synced cannot.

@@ -14,8 +14,9 @@ namespace ledrix {
 // stays of it; a program that is killed may leave a file of ReplacementStem's name.
 class Replacement {
  public:
-  // Makes a file that only this user can read.
-  static Result<Replacement> Begin(const NativePath& path);
+  // The mode of the file: for this user alone, or as any new file has it.
+  enum class Mode { kPrivate, kOfNewFiles };
+  static Result<Replacement> Begin(const NativePath& path, Mode mode = Mode::kPrivate);
   Replacement(Replacement&&) noexcept = default;
   Replacement& operator=(Replacement&&) = delete;
   ~Replacement();
@@ -23,16 +24,20 @@ class Replacement {
   // Where the content is to be written.
   const FileDescriptor& descriptor() const { return descriptor_; }
 
-  // Puts the file into its place, also that of a link. With `synced` content and name stand on the
-  // disk when this returns.
-  Status Commit(bool synced);
+  // Puts the file into its place, also that of a link; into one that is to be free only when it is,
+  // else it stays where it was made and the error is EEXIST. With `synced` content and name stand
+  // on the disk when this returns.
+  enum class Place { kAny, kFree };
+  Status Commit(bool synced, Place place = Place::kAny);
+  // Another place in the same folder.
+  void Rename(NativePath path) { path_ = std::move(path); }
 
  private:
   Replacement(NativePath path, FileDescriptor descriptor, NativePath temporary)
       : path_(std::move(path)),
         descriptor_(std::move(descriptor)),
         temporary_(std::move(temporary)) {}
-  Status TakePlace();
+  Status TakePlace(Place place);
 
   NativePath path_;
   FileDescriptor descriptor_;

@@ -7,11 +7,12 @@
 
 namespace ledrix {
 
-Status CsvSummary::Open(const NativePath& path) {
+Status CsvSummary::Open(const NativePath& path, Sha256* hash) {
   path_ = path;
   Result<OutputFile> file = OutputFile::Create(path);
   if (!file.ok()) return file.error();
   file_ = std::move(file.value());
+  if (hash != nullptr) file_->HashInto(*hash);
   row_number_ = 0;
   file_->Write("No.,OldFileName,OldStep,NewFileName,NewStep,Rep,Add,Del,Total\r\n");
   return Status();

@@ -26,8 +26,9 @@ struct PairPaths {
 
 class CsvSummary {
  public:
-  // Creates the file, or empties an existing one, and writes the header.
-  Status Open(const NativePath& path);
+  // Creates the file, or empties an existing one, and writes the header. All that is written goes
+  // into `hash`, if there is one, which must outlive the file.
+  Status Open(const NativePath& path, Sha256* hash = nullptr);
   bool is_open() const { return file_.has_value(); }
   // Where the summary is; empty before it is opened for the first time.
   const NativePath& path() const { return path_; }

@@ -14,7 +14,10 @@ Status JobOutput::RefuseInput() const {
 Status JobOutput::Create() {
   if (Status refused = RefuseInput(); !refused.ok()) return refused;
   Result<OutputFile> file = OutputFile::Create(path());
-  if (file.ok()) file_ = std::move(file.value());
+  if (file.ok()) {
+    file_ = std::move(file.value());
+    if (services_.witness() != nullptr) file_->HashInto(hash_);
+  }
   return file.status();
 }
 
@@ -33,6 +36,9 @@ void JobOutput::Finish(const std::string& result) {
   if (!closed.ok()) {
     file_->Discard();
     services_.ReportFileTrouble(path(), closed.error());
+  }
+  if (file_ && closed.ok() && services_.witness() != nullptr) {
+    services_.witness()->OutputWritten({"出力", path(), hash_.size(), hash_.Digest()});
   }
   file_.reset();
   services_.AddResultLines(path(), closed.ok() ? result : PairEndText(PairEnd::kFailed));

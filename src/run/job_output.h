@@ -51,6 +51,7 @@ class JobOutput {
   RunServices& services_;
   const std::vector<NativePath> inputs_;
   std::optional<OutputFile> file_;
+  Sha256 hash_;  // for the witness
 };
 
 }  // namespace ledrix

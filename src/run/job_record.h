@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/files.h"
 #include "platform/native_path.h"
+#include "run/job_witness.h"
 #include "run/output_claims.h"
 #include "run/side.h"
 
@@ -41,6 +43,21 @@ struct OutputChoices {
   NativePath ElseOutputDir;
 };
 
+// The record that is to prove what a job did; it is written only when a path is given.
+struct EvidenceRequest {
+  NativePath path;
+  NativePath sums_path;   // a file for sha256sum, or empty
+  std::string signed_by;  // who answers for it, in his own words, or empty
+  std::string command;    // what started the job
+};
+
+// How a job is run again from its record: nothing of it is shown under the names and times that the
+// files have by now, and nothing is written beside the inputs.
+struct Rerun {
+  PerSide<ShownFile> shown;  // instead of what the files are called, and when they were modified
+  FileSet no_entries;        // files that had not been there
+};
+
 // What is asked of a job; no engine changes it. Paths are absolute.
 struct JobRequest {
   enum JobKind JobKind = JobKind::kComp;
@@ -55,6 +72,8 @@ struct JobRequest {
   bool IsMultiple = false;  // a multiple compare although only one pair is selected
   Side ActiveSide = Side::kOld;
   enum CompareRange CompareRange = CompareRange::kFullPath;
+  EvidenceRequest evidence;
+  PerSide<int64_t> subfolders{-1, -1};  // that a compare of folders leaves out; -1: not counted
 };
 
 // The outputs of one pair.
@@ -87,6 +106,7 @@ struct JobRecord {
   FileSet ProtectedFiles;      // no output of the job may overwrite them, whatever pair is next
   OutputClaims claims;         // the outputs of the pairs so far
   OpenJudgement open_judgement;
+  std::optional<Rerun> rerun;
 
   // Of the whole run.
   int16_t RunCounter = 0;  // number of the last result entry; stays at 32767 once there
@@ -106,6 +126,7 @@ inline void BeginJob(JobRecord& job, JobRequest request) {
   job.ProtectedFiles = {};
   job.claims = {};
   job.open_judgement = {};
+  job.rerun.reset();
 }
 
 }  // namespace ledrix

@@ -75,7 +75,8 @@ NativePath RunServices::CsvSummaryPath(const NativePath& listing) const {
 }
 
 bool RunServices::OpenCsvSummary(const NativePath& path) {
-  const Status opened = csv_.Open(path);
+  csv_hash_.Reset();
+  const Status opened = csv_.Open(path, witness_ != nullptr ? &csv_hash_ : nullptr);
   if (opened.ok()) return true;
   platform_.ShowMessage({DescribeError(opened.error()), "CSV File Open Error"});
   ReportFileTrouble(path, opened.error());
@@ -85,6 +86,9 @@ bool RunServices::OpenCsvSummary(const NativePath& path) {
 bool RunServices::FinishCsvFile() {
   const Status closed = csv_.Close();
   if (!closed.ok()) ReportFileTrouble(csv_.path(), closed.error());
+  if (closed.ok() && witness_ != nullptr) {
+    witness_->OutputWritten({"CSV", csv_.path(), csv_hash_.size(), csv_hash_.Digest()});
+  }
   return closed.ok();
 }
 
@@ -97,7 +101,7 @@ void RunServices::CloseCsvSummary(int64_t count) {
 }
 
 void RunServices::AbandonCsvSummary() {
-  FinishCsvFile();
+  if (csv_.is_open()) FinishCsvFile();
 }
 
 void RunServices::WriteCsvStatus(const PairPaths& paths, std::string_view status) {

@@ -8,6 +8,7 @@
 #include "platform/services.h"
 #include "run/csv_summary.h"
 #include "run/job_record.h"
+#include "run/job_witness.h"
 #include "run/pair_result.h"
 #include "settings/option_record.h"
 #include "text/name_pattern.h"
@@ -60,6 +61,10 @@ class RunServices {
   JobRecord& job() { return job_; }
   PlatformServices& platform() { return platform_; }
   RunFrontEnd& front_end() { return front_end_; }
+
+  // Who is told what the job does; usually nobody.
+  JobWitness* witness() { return witness_; }
+  void SetWitness(JobWitness* witness) { witness_ = witness; }
 
   // Adds an output's two lines to the result list: its number, the job's label and its path, then
   // the message. Without a result list only the number is used up.
@@ -123,6 +128,8 @@ class RunServices {
   JobRecord& job_;
   PlatformServices& platform_;
   RunFrontEnd& front_end_;
+  JobWitness* witness_ = nullptr;
+  Sha256 csv_hash_;  // for the witness
   CsvSummary csv_;
   // The patterns of NoPattern, read when the option was last looked at.
   std::string excluded_text_;
