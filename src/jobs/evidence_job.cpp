@@ -243,7 +243,10 @@ void EvidenceJob::Finish() {
   const EvidenceRequest& request = services_.job().request.evidence;
   if (const Status failed = writer_->Finish(); !failed.ok()) {
     Fail(request.path, failed.error());
-  } else if (const Status unwritten = WriteSums(); !unwritten.ok()) {
+    return;
+  }
+  services_.AddResultLines(request.path, "証跡");
+  if (const Status unwritten = WriteSums(); !unwritten.ok()) {
     Fail(request.sums_path, unwritten.error());
   }
 }

@@ -27,6 +27,20 @@ std::optional<QString> ChooseFolder(QWidget* parent, const QString& title, const
   return dialog.selectedFiles().front();
 }
 
+std::vector<NativePath> ChooseRecords(QWidget* parent, const NativePath& start) {
+  QFileDialog dialog(parent, "証跡の検証", ToQString(start.bytes()));
+  dialog.setFileMode(QFileDialog::ExistingFiles);
+  dialog.setOption(QFileDialog::DontUseNativeDialog, !HasDesktop());
+  dialog.setNameFilters(
+      {ChooserFilter("証跡", "*.EVD.TXT"), ChooserFilter("全てのﾌｧｲﾙ(*.*)", "*.*")});
+  std::vector<NativePath> records;
+  if (dialog.exec() != QDialog::Accepted) return records;
+  for (const QString& path : dialog.selectedFiles()) {
+    records.push_back(MakeAbsolute(ToNativePath(path)));
+  }
+  return records;
+}
+
 std::optional<FontChoice> ChooseFont(QWidget* parent, const FontChoice& current) {
   FontChooser dialog(ToQString(current.name), std::max(current.size, 1), parent);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;

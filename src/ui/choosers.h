@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/native_path.h"
 
@@ -23,6 +24,9 @@ struct FontChoice {
 // The font chosen; nothing when the user cancelled. The name stays the one given as long as no
 // other font is chosen, even when another font stands in for it on this system.
 std::optional<FontChoice> ChooseFont(QWidget* parent, const FontChoice& current);
+
+// Records of jobs that are to be verified; none when the user cancelled.
+std::vector<NativePath> ChooseRecords(QWidget* parent, const NativePath& start);
 
 // What one of the choosers for outputs offers.
 struct OutputQuestion {

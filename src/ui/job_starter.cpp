@@ -1,8 +1,13 @@
 #include "ui/job_starter.h"
 
+#include <QProgressDialog>
+#include <algorithm>
 #include <utility>
 
+#include "jobs/evidence_job.h"
 #include "jobs/run_log.h"
+#include "jobs/verify_evidence.h"
+#include "settings/settings_store.h"
 #include "text/name_pattern.h"
 #include "ui/qt_text.h"
 #include "ui/result_list.h"
@@ -131,7 +136,58 @@ void JobStarter::RunJobOf(const JobRequest& request, const FileSides& sides) {
   options.StartMsg = asks;
 }
 
+void JobStarter::AskForEvidence(JobRequest& request) const {
+  const bool counts = request.JobKind == JobKind::kStepCnt || request.JobKind == JobKind::kStepCsv;
+  if (counts || !WritesEvidence(program_.store)) return;
+  const NativePath listing = request.JobKind == JobKind::kComp
+                                 ? MakeOutputNames(program_.options, program_.job.outputs,
+                                                   request.OldPath, request.NewPath)
+                                       .OutPath
+                                 : request.OutPath;
+  request.evidence.path = FreeRecordPath(DirOf(listing), program_.platform.Now());
+  request.evidence.command = "画面";
+}
+
+void JobStarter::StartVerification() {
+  VerifyRequest request;
+  request.records = ChooseRecords(&window_, sides_[Side::kOld].folder());
+  if (request.records.empty()) return;
+  QProgressDialog progress("証跡を検証しています", "中止", 0, 0, &window_);
+  progress.setWindowTitle(kProgramTitle);
+  progress.setWindowModality(Qt::ApplicationModal);
+  progress.setMinimumDuration(300);
+  std::vector<std::string> lines;
+  const VerifyReport report{[&](std::string line) {
+                              std::replace(line.begin(), line.end(), '\t', ' ');
+                              lines.push_back(std::move(line));
+                            },
+                            [&](const std::string& line) {
+                              program_.platform.ReportTrouble(line);
+                              lines.push_back(line);
+                            }};
+  const auto stopped = [&] {
+    program_.platform.YieldToUi();
+    return progress.wasCanceled();
+  };
+  running_ = true;
+  const JobEnd end = VerifyEvidence(request, program_.platform, stopped, report);
+  running_ = false;
+  progress.reset();
+  const char* const verdicts[] = {"問題ありません", "変更があります", "確認できないものがあります"};
+  lines.push_back("証跡の検証: " + std::string(verdicts[static_cast<int>(end)]));
+  results_.Append(lines);
+}
+
+bool WritesEvidence(const SettingsStore& store) {
+  return store.ReadSetting("Option", "Evidence", "0") == "1";
+}
+
+void SetWritesEvidence(SettingsStore& store, bool on) {
+  store.WriteSetting("Option", "Evidence", on ? "1" : "0");
+}
+
 void JobStarter::RunOnce(JobRequest request, const FileSides& sides) {
+  AskForEvidence(request);
   BeginJob(program_.job, std::move(request));
   hooks_.about_to_run();
   const ResultSink results{

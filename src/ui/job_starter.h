@@ -42,6 +42,9 @@ class JobStarter {
   // Of the files of a side's highlighted folder, as the list shows them when it is the open one.
   void StartStepCsv(Side side);
 
+  // Of the records that the user chooses; what is found goes into the result list.
+  void StartVerification();
+
   // True inside a Start whose job runs; it uses the window until it returns.
   bool is_running() const { return running_; }
 
@@ -49,6 +52,7 @@ class JobStarter {
   // Offers the other charset of a pair whose code was left open.
   void RunJobOf(const JobRequest& request, const FileSides& sides);
   void RunOnce(JobRequest request, const FileSides& sides);
+  void AskForEvidence(JobRequest& request) const;
 
   QWidget& window_;
   const WindowProgram& program_;
@@ -59,5 +63,9 @@ class JobStarter {
   OutputChooser chooser_;
   bool running_ = false;
 };
+
+// Whether every job leaves a record beside its outputs, which the settings keep.
+bool WritesEvidence(const SettingsStore& store);
+void SetWritesEvidence(SettingsStore& store, bool on);
 
 }  // namespace ledrix

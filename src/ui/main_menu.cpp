@@ -18,7 +18,7 @@ void Entry(QMenu& menu, const char* name, const char* caption, std::function<voi
 }  // namespace
 
 MainMenu::MainMenu(QMenuBar& bar, QWidget& window, OptionRecord& options, PatternSlots& patterns,
-                   PlatformServices& platform, const Commands& commands)
+                   PlatformServices& platform, bool writes_evidence, const Commands& commands)
     : operation_(*bar.addMenu("操作(&M)")),
       option_(*bar.addMenu("ｵﾌﾟｼｮﾝ(&O)")),
       help_(*bar.addMenu("ﾍﾙﾌﾟ(&H)")),
@@ -32,12 +32,12 @@ MainMenu::MainMenu(QMenuBar& bar, QWidget& window, OptionRecord& options, Patter
                  changed();
                }),
       charset_(*MenuCharsetGrp, options, platform, &window) {
-  FillOperation(commands);
+  FillOperation(writes_evidence, commands);
   FillOption(commands);
   FillHelp(commands);
 }
 
-void MainMenu::FillOperation(const Commands& commands) {
+void MainMenu::FillOperation(bool writes_evidence, const Commands& commands) {
   Entry(operation_, "MenuTextCompStart", "ﾃｷｽﾄｺﾝﾍﾟｱ開始(&S)", commands.compare_texts,
         {Qt::CTRL | Qt::Key_Return, Qt::CTRL | Qt::Key_Enter});
   QMenu& ranges = *Named(operation_.addMenu("ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱ開始(&D)"), "MenuDirComp");
@@ -49,6 +49,13 @@ void MainMenu::FillOperation(const Commands& commands) {
         {Qt::CTRL | Qt::Key_D});
   Entry(ranges, "MenuDirCompNoPath", "パスなし(&N)", compare(CompareRange::kNoPath));
   Entry(operation_, "MenuDirDatEdit", "ﾃﾞｨﾚｸﾄﾘ情報作成(&E)", commands.make_directory_information);
+  operation_.addSeparator();
+  QAction* const evidence = Named(operation_.addAction("証跡を出力"), "MenuEvidence");
+  evidence->setCheckable(true);
+  evidence->setChecked(writes_evidence);
+  QObject::connect(evidence, &QAction::toggled, &operation_,
+                   [command = commands.write_evidence](bool on) { command(on); });
+  Entry(operation_, "MenuVerify", "証跡の検証", commands.verify_evidence);
   operation_.addSeparator();
   Entry(operation_, "MenuEnd", "Ledrix の終了(&X)", commands.end);
 }

@@ -18,6 +18,8 @@ class MainMenu {
     std::function<void()> compare_texts;
     std::function<void(CompareRange)> compare_directories;
     std::function<void()> make_directory_information;
+    std::function<void(bool)> write_evidence;  // of every job from now on
+    std::function<void()> verify_evidence;
     std::function<void()> end;
     std::function<void()> clear_results;
     std::function<void()> refresh;
@@ -31,7 +33,7 @@ class MainMenu {
   // Fills the bar, which owns the menus. All must outlive the menu; a charset is asked for above
   // the window.
   MainMenu(QMenuBar& bar, QWidget& window, OptionRecord& options, PatternSlots& patterns,
-           PlatformServices& platform, const Commands& commands);
+           PlatformServices& platform, bool writes_evidence, const Commands& commands);
 
   // Once the options and the patterns are loaded; may show a message.
   void FillConditions();
@@ -39,7 +41,7 @@ class MainMenu {
   void FollowOptions();
 
  private:
-  void FillOperation(const Commands& commands);
+  void FillOperation(bool writes_evidence, const Commands& commands);
   void FillOption(const Commands& commands);
   void FillHelp(const Commands& commands);
 

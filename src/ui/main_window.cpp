@@ -44,7 +44,8 @@ LedrixF0::LedrixF0(const WindowProgram& program)
     : program_(program),
       log_(program.folder, program.platform),
       patterns_(program.folder),
-      menu_(*menuBar(), *this, program.options, patterns_, program.platform, MenuCommands()),
+      menu_(*menuBar(), *this, program.options, patterns_, program.platform,
+            WritesEvidence(program.store), MenuCommands()),
       panels_(*Named(statusBar(), "sbStatusBar")),
       sides_(MakeSide(Side::kOld), MakeSide(Side::kNew)),
       splitter_(new PaneSplitter(&sides_[Side::kOld], MakeRightPane(), "imgSplitter1")),
@@ -90,6 +91,8 @@ MainMenu::Commands LedrixF0::MenuCommands() {
           .compare_directories = [this](CompareRange range) { jobs_.StartDirCompare(range); },
           .make_directory_information =
               [this] { jobs_.StartDirEdit(Side::kOld, sides_[Side::kOld].folder()); },
+          .write_evidence = [this](bool on) { SetWritesEvidence(program_.store, on); },
+          .verify_evidence = [this] { jobs_.StartVerification(); },
           .end = [this] { close(); },
           .clear_results = [this] { ClearResults(); },
           .refresh = [this] { Refresh(); },
