@@ -3,6 +3,7 @@ of its calls go wrong, and the one check of what it leaves.
 """
 
 import dataclasses
+import hashlib
 import os
 import pathlib
 import re
@@ -25,6 +26,7 @@ JOBS = {
     "snapshot": "ledrixc snapshot tree1/ --out out/T.ddf",
     "trees": "ledrixc dircomp tree1/ tree2/ --out out/D.TXT",
     "snaps": "ledrixc dircomp snaps/1.ddf snaps/2.ddf --out out/D.TXT",
+    "record": "ledrixc compare old/ new/ --charset auto --csv --out out/ --evidence ./R.EVD",
     "judge": "ledrixc judge old/A.CBL old/E.TXT old/U.TXT",
     "batch": "ledrix /old old/A.CBL /new new/A.CBL /out out/L.TXT",
 }
@@ -99,7 +101,24 @@ class Left:
     def results(self):
         """The results that standard output tells: of two lines each, but for a judgement."""
         is_paired = self.out and self.out[0].startswith("(")
-        return list(zip(self.out[::2], self.out[1::2])) if is_paired else [(x,) for x in self.out]
+        return [pair for pair in zip(self.out[::2], self.out[1::2]) if pair[1] != "    証跡"] \
+            if is_paired else [(line,) for line in self.out]
+
+
+RECORD = "R.EVD"  # it is synced, so what a close tells does it no harm
+
+
+def record_faults(path, status):
+    """What is wrong with a record, by itself and against the outputs that it names."""
+    if not path.exists():
+        return ["no record"] if status in (1,) else []
+    text = path.read_text()
+    faults = [] if hashlib.sha256(text[:-65].encode()).hexdigest() == text[-65:-1] else ["torn"]
+    for output, digest in re.findall(r"^(?:結果ﾘｽﾄ|CSV): (.*)\n.*\n.* SHA-256: (.*)$", text, re.M):
+        is_there = os.path.exists(output)
+        if not is_there or hashlib.sha256(pathlib.Path(output).read_bytes()).hexdigest() != digest:
+            faults.append(f"{output} is not what {path} tells")
+    return faults
 
 
 EARLIER = b"of an earlier run\r\n"
@@ -184,6 +203,7 @@ class Case:
     def remove_outputs(self):
         for left in os.scandir(self.root / "out"):
             os.unlink(left.path)
+        (self.root / RECORD).unlink(missing_ok=True)
 
     def prepare(self):
         """Empties the output folder and puts back what the programs keep."""
@@ -235,7 +255,8 @@ class Case:
              if (self.home / name).exists()},
             sorted(path for path in now.keys() | self.found.keys()
                    if now.get(path) != self.found.get(path)) +
-            [str(path) for path in self.strange() if status >= 0],  # what is killed may leave one
+            [str(path) for path in self.strange() if status >= 0] +  # what is killed may leave one
+            record_faults(self.root / RECORD, RECORD in process.args[-1] and status),
             numbers[0], report[76:].partition(b"\0")[0].decode(errors="replace"), *numbers[1:3],
             dict(zip(KINDS, numbers[3:])))
 

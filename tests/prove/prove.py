@@ -9,7 +9,7 @@ import time
 import proof
 
 # Each is a module of rows/ with a list ROWS.
-MODULES = ("faults", "fuzzing", "hostile_texts", "hostile_trees", "many", "no_shell", "rebuild")
+MODULES = ("evidence", "faults", "fuzzing", "hostile_texts", "hostile_trees", "many", "no_shell", "rebuild")
 
 
 def all_rows():
