@@ -47,7 +47,7 @@ def make_sides(rng, root):
 
 def command(rng, case, root):
     places = {name: root / name for name in ("old", "new", "out")}
-    if case % 5 == 4:
+    if case % 5 == 0:
         return rng.choice(DIR_JOBS).format(**places).split()
     chosen = [f"--set={key}={rng.choice(values)}" for key, values in OPTIONS.items()]
     flags = [flag for flag in ("--sbn", "--csv", "--mrg", "--marks") if rng.random() < 0.5]
@@ -115,7 +115,7 @@ def evidence(bench, cases):
         tally.check(ended.status == 0, f"{what}: moved: {ended}")
         edited(there / "R.EVD", verify, what)
         # A directory job reads no contents; what it wrote stands for it.
-        edited(next((there / "out").iterdir()) if case % 5 == 4 else there / "old" / "F0.TXT", verify,
+        edited(next((there / "out").iterdir()) if case % 5 == 0 else there / "old" / "F0.TXT", verify,
                what)
         tally.check(not any((bench.scratch / "tmp").iterdir()), f"{what}: something was left")
     for at in range(0, len(record), 1 if cases > 100 else 40):
