@@ -1,6 +1,8 @@
-// The run log, the batch command line, name patterns, and directory information files.
+// Records of jobs, the run log, the batch command line, name patterns, and directory information
+// files.
 #include "dircomp/dir_compare.h"
 #include "dircomp/dir_info_file.h"
+#include "evidence/record.h"
 #include "jobs/command_line.h"
 #include "jobs/run_log.h"
 #include "support.h"
@@ -26,6 +28,21 @@ bool AreSame(const std::vector<HistoryEntry>& a, const std::vector<HistoryEntry>
 }
 
 }  // namespace
+
+// The input is all of a record but its digest.
+void RecordTarget(std::string_view bytes) {
+  Require(FromRecordValue(ToRecordValue(bytes)) == bytes, "a value is read as it was written");
+  std::string text = std::string(bytes) + "SHA-256: ";
+  Sha256 hash;
+  hash.Add(text);
+  text += hash.Digest() + "\n";
+  const auto read = ReadRecord(text);
+  Require(!std::holds_alternative<RecordFault>(read) ||
+              std::get<RecordFault>(read) != RecordFault::kAltered,
+          "what has its digest is not altered");
+  text[bytes.size() / 2] ^= 1;
+  Require(std::holds_alternative<RecordFault>(ReadRecord(text)), "and what is changed has not");
+}
 
 void DirInfoTarget(std::string_view bytes) {
   static const MemoryFile file;

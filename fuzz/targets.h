@@ -20,6 +20,7 @@ void RunLogTarget(std::string_view bytes);
 void CommandLineTarget(std::string_view bytes);
 void NamePatternTarget(std::string_view bytes);
 void LauncherTarget(std::string_view bytes);
+void RecordTarget(std::string_view bytes);
 
 struct Target {
   std::string_view name;
@@ -42,6 +43,7 @@ inline constexpr Target kTargets[] = {
     {"command-line", CommandLineTarget, 8000},
     {"name-pattern", NamePatternTarget, 8000},
     {"launcher", LauncherTarget, 2000},
+    {"record", RecordTarget, 2000},
 };
 
 }  // namespace ledrix::fuzz

@@ -46,7 +46,10 @@ int RunVerifyCommand(const CommonArguments& common, const VerifyArguments& argum
   const VerifyReport report{[&](const std::string& line) {
                               if (!common.quiet) PrintLine(line);
                             },
-                            [](const std::string& line) { PrintTrouble(kConsoleProgram, line); }};
+                            [](const std::string& line) {
+                              std::fflush(stdout);  // what was found before it
+                              PrintTrouble(kConsoleProgram, line);
+                            }};
   return static_cast<int>(VerifyEvidence(request, platform, stopped, report));
 }
 
