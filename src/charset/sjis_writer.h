@@ -31,18 +31,23 @@ class SjisWriter {
     text_ += SjisView::FromBytes(bytes);
   }
 
-  // As much of a text, from its first byte on, as `convert` takes at once; the number of its bytes.
+  // What `convert` takes of a text, from its first byte on; the number of its bytes. The next one,
+  // if there is one, begins something that `convert` does not take.
   size_t PutKnown(std::string_view bytes, KnownRunConverter convert) {
     // Room is cleared before it is filled, so there is little more than a line takes.
     constexpr size_t kMostAtOnce = 512;
-    bytes = bytes.substr(0, kMostAtOnce);
+    size_t taken = 0;
     KnownRun run{};
-    text_.AppendFilled(bytes.size() + kKnownRunSlack, [&](char* out) {
-      run = convert(bytes, out);
-      return run.written;
-    });
-    if (run.read > 0) may_be_mark_ = false;
-    return run.read;
+    do {
+      const std::string_view piece = bytes.substr(taken, kMostAtOnce);
+      text_.AppendFilled(piece.size() + kKnownRunSlack, [&](char* out) {
+        run = convert(piece, out);
+        return run.written;
+      });
+      taken += run.read;
+    } while (run.read > 0 && taken < bytes.size());
+    if (taken > 0) may_be_mark_ = false;
+    return taken;
   }
 
   // A character by the code that Windows chooses, or "?" when Shift_JIS lacks it.

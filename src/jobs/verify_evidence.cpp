@@ -301,9 +301,10 @@ bool RecordCheck::LoadOptions(RerunJob& rerun) {
                                                         {"CSV", &outputs.OptCsvList},
                                                         {"ﾏｰｼﾞｿｰｽ", &outputs.OptMrgSrc},
                                                         {"印", &outputs.MergeMarks}};
-  for (const auto& [name, value] : conditions->lines) {
+  for (const auto& line : conditions->lines) {
+    const auto& [name, value] = line;
     const auto* const choice = std::find_if(std::begin(choices), std::end(choices),
-                                            [&](const auto& c) { return c.first == name; });
+                                            [&](const auto& c) { return c.first == line.first; });
     const OptionField* const field = FindOptionField(name);
     if (choice != std::end(choices)) {
       *choice->second = value == "1";
