@@ -294,8 +294,7 @@ Step Utf16Code::Put(unsigned byte, TextWeight& weight) {
 }
 
 Step Utf16Code::PutUnit(unsigned unit, TextWeight& weight) {
-  const bool is_first = !std::exchange(has_units_, true);
-  if (is_first && unit == kByteOrderMark) {
+  if (units_++ == 0 && unit == kByteOrderMark) {
     is_marked_ = true;
     return Step::kDone;
   }
@@ -310,9 +309,15 @@ Step Utf16Code::PutUnit(unsigned unit, TextWeight& weight) {
     high_ = unit;
     return Step::kWithin;
   }
-  const bool is_valid = is_marked_ ? unit < 0xFFFE : IsJapanese(unit);
   weight.AddCharacter(unit);
-  return is_valid ? Step::kDone : Step::kInvalid;
+  if (is_marked_ || IsJapanese(unit)) return unit < 0xFFFE ? Step::kDone : Step::kInvalid;
+  // A few others are text all the same, unless they look like a line end.
+  constexpr uint64_t kFew = 2;
+  constexpr uint64_t kJapanesePerForeign = 32;
+  weight.AddRare();
+  const bool is_possible = IsIn(unit, 0x180, 0xFFFD) && unit >> 8 != '\n' && unit >> 8 != '\r';
+  const bool are_few = ++foreign_ <= kFew + units_ / kJapanesePerForeign;
+  return is_possible && are_few ? Step::kDone : Step::kInvalid;
 }
 
 Step Utf7Code::Put(unsigned byte, TextWeight& weight) {
@@ -360,10 +365,18 @@ Step Utf7Code::PutUnit(unsigned unit, TextWeight& weight) {
   // Letters, digits and blanks are never encoded.
   const bool is_needless =
       unit < 0x80 && (unit <= ' ' || IsIn(unit | 0x20, 'a', 'z') || IsIn(unit, '0', '9'));
-  const bool is_foreign = unit >= 0x180 && CodePage932::Get().Encode(unit) == 0;
-  if (is_needless || is_foreign || IsIn(unit, 0xE000, 0xF8FF)) return Step::kInvalid;
-  has_evidence = has_evidence || CodePage932::Get().Encode(unit) > 0xFF;
+  if (is_needless) return Step::kInvalid;
   weight.AddCharacter(unit);
+  const unsigned code = CodePage932::Get().Encode(unit);
+  if (IsIn(unit, 0xE000, 0xF8FF) || (unit >= 0x180 && code == 0)) {
+    // By chance most are such, in a text few.
+    constexpr uint64_t kKnownPerForeign = 8;
+    weight.AddRare();
+    if (++foreign_ > 2 + known_ / kKnownPerForeign) return Step::kInvalid;
+  } else if (code > 0xFF) {
+    ++known_;
+  }
+  has_evidence = known_ > 2 * foreign_;
   return Step::kWithin;
 }
 

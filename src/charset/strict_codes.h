@@ -94,14 +94,15 @@ struct Utf16Code {
   bool is_big_endian;
   bool has_evidence = true;
   bool TakesPlain() const { return false; }
-  bool EndsWell() const { return !has_first_ && high_ == 0 && has_units_; }
+  bool EndsWell() const { return !has_first_ && high_ == 0 && units_ > 0; }
   Step Put(unsigned byte, TextWeight& weight);
 
  private:
   Step PutUnit(unsigned unit, TextWeight& weight);
 
   bool has_first_ = false;
-  bool has_units_ = false;
+  uint64_t units_ = 0;
+  uint64_t foreign_ = 0;  // of them, that Japanese text does not hold
   bool is_marked_ = false;
   unsigned first_ = 0;
   unsigned high_ = 0;  // half a surrogate pair
@@ -126,6 +127,9 @@ struct Utf7Code {
   unsigned bits_ = 0;
   unsigned bit_count_ = 0;
   size_t units_ = 0;  // of the run
+  // In all: of two bytes in Shift_JIS, and in none.
+  uint64_t known_ = 0;
+  uint64_t foreign_ = 0;
   unsigned high_ = 0;
   uint64_t credit_ = 0;
 };

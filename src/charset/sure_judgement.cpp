@@ -34,8 +34,23 @@ constexpr Mark kMarks[] = {{SureCode::kUtf8, "\xEF\xBB\xBF"},
 
 constexpr size_t kLongestMark = 3;
 
-uint64_t CountLineFeeds(std::string_view bytes) {
-  return static_cast<uint64_t>(std::count(bytes.begin(), bytes.end(), '\n'));
+// CR LF, CR and LF of bytes behind the byte `before`; the CR of one counts, which in UTF-16 a zero
+// byte parts from its LF.
+uint64_t CountLineEnds(char before, std::string_view bytes) {
+  const auto count = [bytes](char wanted) {
+    return static_cast<uint64_t>(std::count(bytes.begin(), bytes.end(), wanted));
+  };
+  const uint64_t feeds = count('\n');
+  const uint64_t returns = count('\r');
+  if (feeds == 0 || (returns == 0 && before != '\r')) return feeds + returns;
+  uint64_t pairs = bytes[0] == '\n' && before == '\r' ? 1 : 0;
+  for (size_t i = 1; i < bytes.size(); ++i) {
+    pairs += bytes[i] == '\n' && bytes[i - 1] == '\r' ? 1 : 0;
+  }
+  for (size_t i = 2; i < bytes.size(); ++i) {
+    pairs += bytes[i] == '\n' && bytes[i - 1] == '\0' && bytes[i - 2] == '\r' ? 1 : 0;
+  }
+  return feeds + returns - pairs;
 }
 
 // A code and what the text costs in it.
@@ -164,7 +179,12 @@ void SureJudge::NoteOuts(std::string_view chunk) {
     // The one of this chunk that went furthest.
     if (!decoder->is_out() || known_out_.count(decoder.get()) > 0) continue;
     known_out_.insert(decoder.get());
-    if (last == nullptr || decoder->out_at() >= last->out_at()) last = decoder.get();
+    // Almost anything is UTF-16 for a while; where that ends tells little.
+    if (IsUtf16(*decoder) && !out_bytes_.empty()) continue;
+    const bool tells_more = last != nullptr && IsUtf16(*last) && !IsUtf16(*decoder);
+    const bool tells_less = last != nullptr && !IsUtf16(*last) && IsUtf16(*decoder);
+    const bool is_later = last == nullptr || decoder->out_at() >= last->out_at();
+    if (tells_more || (is_later && !tells_less)) last = decoder.get();
   }
   if (std::exchange(alive_, alive) > 1 && alive == 1) {
     for (const auto& decoder : decoders_) {
@@ -173,7 +193,9 @@ void SureJudge::NoteOuts(std::string_view chunk) {
   }
   if (last == nullptr) return;
   const size_t at = last->out_at() > taken_ ? static_cast<size_t>(last->out_at() - taken_) : 0;
-  out_line_ = 1 + line_feeds_ + CountLineFeeds(chunk.substr(0, at));
+  // Where the text has ended the line end at its end opens no other line.
+  const bool is_behind = chunk.empty() && (last_ == '\n' || last_ == '\r');
+  out_line_ = 1 + line_ends_ + CountLineEnds(last_, chunk.substr(0, at)) - (is_behind ? 1 : 0);
   out_bytes_ = last->out_bytes();
   characters_there_.clear();
   for (const auto& decoder : decoders_) {
@@ -184,7 +206,8 @@ void SureJudge::NoteOuts(std::string_view chunk) {
 
 void SureJudge::NoteTaken(std::string_view bytes) {
   taken_ += bytes.size();
-  line_feeds_ += CountLineFeeds(bytes);
+  line_ends_ += CountLineEnds(last_, bytes);
+  if (!bytes.empty()) last_ = bytes.back();
 }
 
 void SureJudge::Finish() {
@@ -229,7 +252,10 @@ SureVerdict SureJudge::Verdict() const {
   verdict.bytes = out_bytes_;
   if (verdict.code) {
     const auto there = characters_there_.find(*verdict.code);
-    if (there != characters_there_.end() && !there->second.empty()) verdict.bytes = there->second;
+    const bool is_character = there != characters_there_.end() && !there->second.empty();
+    // What broke a sequence of another code is told with it.
+    const bool is_plain = is_character && there->second.size() == 1 && there->second[0] >= 0;
+    if (is_character && !is_plain) verdict.bytes = there->second;
   }
   return verdict;
 }

@@ -74,10 +74,11 @@ class SureJudge {
   void NoteTaken(std::string_view bytes);
 
   std::vector<std::unique_ptr<StrictDecoder>> decoders_;
-  size_t alive_;        // decoders that are not out
-  std::string head_;    // the first bytes, as many as a mark has
-  uint64_t taken_ = 0;  // bytes so far
-  uint64_t line_feeds_ = 0;
+  size_t alive_;            // decoders that are not out
+  std::string head_;        // the first bytes, as many as a mark has
+  uint64_t taken_ = 0;      // bytes so far
+  uint64_t line_ends_ = 0;  // CR LF, CR and LF
+  char last_ = '\0';        // byte
   std::set<const StrictDecoder*> known_out_;
   // Where the last decoder went out.
   uint64_t out_line_ = 0;
