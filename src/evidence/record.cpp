@@ -42,16 +42,6 @@ bool HasItsDigest(std::string_view bytes) {
   return bytes.substr(body.size(), kDigestDigits) == hash.Digest();
 }
 
-// The version that the first line names, or nothing when this is no record.
-std::optional<int> VersionOf(std::string_view bytes) {
-  if (!bytes.starts_with(kFirst)) return std::nullopt;
-  bytes.remove_prefix(kFirst.size());
-  int version = 0;
-  const auto read = std::from_chars(bytes.data(), bytes.data() + bytes.size(), version);
-  const bool whole = read.ec == std::errc() && read.ptr != bytes.data() + bytes.size();
-  return whole && *read.ptr == '\n' ? std::optional(version) : std::nullopt;
-}
-
 // False when the line is none of a section.
 bool AddLine(std::string_view line, RecordSection& section) {
   const size_t colon = line.find(": ");
@@ -124,8 +114,17 @@ const RecordSection* EvidenceRecord::Find(std::string_view title) const {
   return found == sections.end() ? nullptr : &*found;
 }
 
+std::optional<int> RecordVersion(std::string_view bytes) {
+  if (!bytes.starts_with(kFirst)) return std::nullopt;
+  bytes.remove_prefix(kFirst.size());
+  int version = 0;
+  const auto read = std::from_chars(bytes.data(), bytes.data() + bytes.size(), version);
+  const bool whole = read.ec == std::errc() && read.ptr != bytes.data() + bytes.size();
+  return whole && *read.ptr == '\n' ? std::optional(version) : std::nullopt;
+}
+
 std::variant<EvidenceRecord, RecordFault> ReadRecord(std::string_view bytes) {
-  const std::optional<int> version = VersionOf(bytes);
+  const std::optional<int> version = RecordVersion(bytes);
   if (!HasItsDigest(bytes)) {
     // A record whose first line was damaged is one all the same.
     const bool is_like_one = bytes.starts_with("Ledrix") || bytes.find(kDigestName) != bytes.npos;

@@ -11,7 +11,7 @@
 // are "%" and two hexadecimal digits in upper case, so that file names are exact.
 //
 // Sections, with the names that a reader needs (docs/evidence.md explains all of them):
-//   ""           プログラム, 開始, 指示, 署名, 種類, 旧, 新, 比較範囲, 対象
+//   ""           プログラム, 開始, 指示, 署名, ハッシュ一覧, 種類, 旧, 新, 比較範囲, 対象
 //   条件         each option by its key, as it was used; 差分ﾌｧｲﾙ, CSV, ﾏｰｼﾞｿｰｽ, 印
 //   組 N         旧, 旧 大きさ, 旧 SHA-256, 旧 表示, 旧 日時, the same of 新; 出力日時, 結果, 旧
 //   行数,
@@ -64,6 +64,8 @@ enum class RecordFault {
 };
 
 std::variant<EvidenceRecord, RecordFault> ReadRecord(std::string_view bytes);
+// The version that the first line names; nothing when it is that of no record.
+std::optional<int> RecordVersion(std::string_view bytes);
 
 // The words of a record for how a pair ended and for the rules.
 const char* EndWord(PairEnd end);

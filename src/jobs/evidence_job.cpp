@@ -5,6 +5,7 @@
 
 #include "platform/files.h"
 #include "platform/replacement.h"
+#include "settings/compare_options.h"
 
 namespace ledrix {
 namespace {
@@ -103,6 +104,9 @@ void EvidenceJob::WriteHead() {
   writer_->Line("開始", NowText());
   writer_->Line("指示", request.evidence.command);
   if (!request.evidence.signed_by.empty()) writer_->Line("署名", request.evidence.signed_by);
+  if (!request.evidence.sums_path.empty()) {
+    writer_->Line("ハッシュ一覧", request.evidence.sums_path.bytes());
+  }
   writer_->Line("種類", KindWord(request.JobKind));
   writer_->Line("旧", request.OldPath.bytes());
   if (!request.NewPath.empty()) writer_->Line("新", request.NewPath.bytes());
@@ -119,7 +123,11 @@ void EvidenceJob::WriteOptions() {
   writer_->Section("条件");
   for (size_t i = first; i <= last; ++i) {
     const OptionField& field = *FindOptionField(kOptionKeys[i]);
-    writer_->Line(field.key.text(), field.GetClamped(services_.options()));
+    // The last column is never before the first.
+    writer_->Line(field.key.text(),
+                  field.key == OptionKey("OptEDCol")
+                      ? std::to_string(CompareOptions(services_.options()).last_column)
+                      : field.GetClamped(services_.options()));
   }
   if (!is_compare) return;
   const OutputChoices& outputs = services_.job().outputs;

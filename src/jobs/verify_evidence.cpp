@@ -152,7 +152,9 @@ bool RecordCheck::Read() {
       Note(JobEnd::kDifference);
       break;
     case RecordFault::kNewer:
-      Trouble(path_, "新しい版の Ledrix の証跡なので、この版では検証できません");
+      Trouble(path_, "新しい Ledrix の証跡（版 " +
+                         std::to_string(RecordVersion(bytes.value()).value_or(0)) +
+                         "）なので、この版では検証できません");
       break;
     case RecordFault::kNone:
       Trouble(path_, "Ledrix の証跡ではありません");
@@ -421,6 +423,7 @@ void RecordCheck::RerunDirectories() {
   rerun.job.rerun.emplace();
   for (const Side side : kBothSides) rerun.job.rerun->shown[side].path = recorded[side];
   rerun.job.rerun->no_entries.Add(path_);
+  rerun.job.rerun->no_entries.Add(Mapped(NativePath(record_.head().Text("ハッシュ一覧"))));
   if (outputs != nullptr) {
     rerun.platform.now = ClockOf(*outputs).value_or(LocalTime());
     rerun.job.rerun->no_entries.Add(Mapped(NativePath(outputs->Text("出力"))));
