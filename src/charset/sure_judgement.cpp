@@ -208,6 +208,16 @@ void SureJudge::NoteTaken(std::string_view bytes) {
   taken_ += bytes.size();
   line_ends_ += CountLineEnds(last_, bytes);
   if (!bytes.empty()) last_ = bytes.back();
+  // What has been text for so long stays it.
+  constexpr uint64_t kLongEnough = uint64_t{1} << 16;
+  if (alive_ != 1 || is_text_ || taken_ < kLongEnough) return;
+  is_text_ = true;
+  for (const auto& decoder : decoders_) {
+    is_text_ = is_text_ && (decoder->is_out() || IsPlausible(*decoder));
+  }
+  for (const auto& decoder : decoders_) {
+    if (is_text_) decoder->StopWeighing();
+  }
 }
 
 void SureJudge::Finish() {
@@ -219,7 +229,7 @@ void SureJudge::Finish() {
 bool SureJudge::IsPlausible(const StrictDecoder& decoder) const {
   constexpr uint64_t kMostPerByte = 10 * kCostsPerBit;
   const bool has_mark = head_.starts_with("\xFF\xFE") || head_.starts_with("\xFE\xFF");
-  return !IsUtf16(decoder) || has_mark || decoder.cost() <= kMostPerByte * taken_;
+  return !IsUtf16(decoder) || has_mark || is_text_ || decoder.cost() <= kMostPerByte * taken_;
 }
 
 std::vector<const StrictDecoder*> SureJudge::Candidates() const {

@@ -79,6 +79,7 @@ class SureJudge {
   uint64_t taken_ = 0;      // bytes so far
   uint64_t line_ends_ = 0;  // CR LF, CR and LF
   char last_ = '\0';        // byte
+  bool is_text_ = false;    // the only decoder left has taken plausible text for long
   std::set<const StrictDecoder*> known_out_;
   // Where the last decoder went out.
   uint64_t out_line_ = 0;
