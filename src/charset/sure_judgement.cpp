@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "charset/strict_codes.h"
+#include "text/byte_search.h"
 
 namespace ledrix::modJudgeCode {
 namespace {
@@ -44,11 +45,10 @@ uint64_t CountLineEnds(char before, std::string_view bytes) {
   const uint64_t returns = count('\r');
   if (feeds == 0 || (returns == 0 && before != '\r')) return feeds + returns;
   uint64_t pairs = bytes[0] == '\n' && before == '\r' ? 1 : 0;
-  for (size_t i = 1; i < bytes.size(); ++i) {
-    pairs += bytes[i] == '\n' && bytes[i - 1] == '\r' ? 1 : 0;
-  }
-  for (size_t i = 2; i < bytes.size(); ++i) {
-    pairs += bytes[i] == '\n' && bytes[i - 1] == '\0' && bytes[i - 2] == '\r' ? 1 : 0;
+  pairs += CountPairs(bytes, '\r', '\n');
+  for (size_t i = bytes.find('\0'); i < bytes.size(); i = bytes.find('\0', i + 1)) {
+    const bool is_between = i > 0 && i + 1 < bytes.size();
+    pairs += is_between && bytes[i - 1] == '\r' && bytes[i + 1] == '\n' ? 1 : 0;
   }
   return feeds + returns - pairs;
 }

@@ -99,6 +99,20 @@ size_t CountCrLfLines(std::string_view bytes) {
   return all ? count : std::string_view::npos;
 }
 
+size_t CountPairs(std::string_view bytes, char first, char second) {
+  ByteCounter pairs;
+  size_t place = 1;
+  for (; place + sizeof(Vector) <= bytes.size(); place += sizeof(Vector)) {
+    const auto is_second = Load(bytes, place) == static_cast<signed char>(second);
+    pairs.Add(is_second & (Load(bytes, place - 1) == static_cast<signed char>(first)));
+  }
+  size_t count = pairs.Sum();
+  for (; place < bytes.size(); ++place) {
+    count += bytes[place] == second && bytes[place - 1] == first ? 1 : 0;
+  }
+  return count;
+}
+
 size_t FindEither(std::string_view bytes, char a, char b, size_t from) {
   size_t place = from;
   for (; place + sizeof(Vector) <= bytes.size(); place += sizeof(Vector)) {

@@ -15,6 +15,8 @@ size_t FindLastByte(std::string_view bytes, char wanted);
 // Lines of which every one ends in CR LF, none in CR or LF alone: their number; npos when it is
 // otherwise, or when the last one has no end.
 size_t CountCrLfLines(std::string_view bytes);
+// How often a byte stands directly before another one.
+size_t CountPairs(std::string_view bytes, char first, char second);
 
 // Position, from `from` on, of the first byte that is one of two; npos when there is none.
 size_t FindEither(std::string_view bytes, char a, char b, size_t from);
