@@ -9,6 +9,7 @@
 #include "dircomp/dir_info_file.h"
 #include "evidence/record.h"
 #include "jobs/file_sides.h"
+#include "jobs/rerun_job.h"
 #include "platform/files.h"
 #include "platform/scratch_folder.h"
 #include "platform/temporary_copy.h"
@@ -20,62 +21,8 @@ constexpr const char* kSame = "一致";
 constexpr const char* kChanged = "変更あり";
 constexpr const char* kGone = "なし";
 
+constexpr const char* kSnapshot = "ﾃﾞｨﾚｸﾄﾘ情報作成";  // the kind of job
 constexpr const char* kOutputKinds[] = {"結果ﾘｽﾄ", "差分ﾌｧｲﾙ", "ﾏｰｼﾞｿｰｽ", "CSV", "出力"};
-
-// A job without anybody who looks on, at the time of the record.
-class RerunPlatform : public PlatformServices {
- public:
-  RerunPlatform(PlatformServices& platform, const std::function<bool()>& stopped, JobRecord& job,
-                const VerifyReport& report)
-      : platform_(platform), stopped_(stopped), job_(job), report_(report) {}
-
-  MessageAnswer ShowMessage(const Message& message) override {
-    report_.trouble(message.text);
-    return message.default_answer;
-  }
-  void YieldToUi() override {
-    platform_.YieldToUi();
-    if (stopped_()) job_.StopRequested = true;
-  }
-  LocalTime Now() override { return now; }
-
-  LocalTime now;
-
- private:
-  PlatformServices& platform_;
-  const std::function<bool()>& stopped_;
-  JobRecord& job_;
-  const VerifyReport& report_;
-};
-
-// What a job does when it is run again.
-class RerunWitness : public JobWitness {
- public:
-  void PairEnded(const PairNote& note) override { pair = note; }
-  void OutputWritten(const OutputNote& note) override { outputs.push_back(note); }
-  void EntriesTaken(Side side, const EntriesNote& note) override { entries[side] = note; }
-  void ClockShown(const LocalTime& /*time*/) override {}
-
-  std::optional<PairNote> pair;
-  std::vector<OutputNote> outputs;
-  PerSide<std::optional<EntriesNote>> entries;
-};
-
-// Everything that runs a job again.
-struct RerunJob {
-  RerunJob(PlatformServices& outer, const std::function<bool()>& stopped,
-           const VerifyReport& report)
-      : platform(outer, stopped, job, report) {
-    services.SetWitness(&witness);
-  }
-
-  OptionRecord options;
-  JobRecord job;
-  RunFrontEnd front_end;
-  RerunPlatform platform;
-  RerunWitness witness;
-  RunServices services{options, job, platform, front_end};
-};
 
 bool IsPair(const RecordSection& section) {
   return section.title.starts_with("組 ");
@@ -111,6 +58,9 @@ class RecordCheck {
   void RerunPairs();
   bool RerunPair(RerunJob& rerun, const RecordSection& pair, const NativePath& folder);
   void WriteCsvRow(RerunJob& rerun, const RecordSection& pair, PairEnd end);
+  const RecordSection* TreeOf(Side side) const;
+  void BeginDirectories(RerunJob& rerun, const NativePath& folder);
+  void TellTree(const RecordSection& tree, const std::optional<EntriesNote>& note);
   void RerunDirectories();
   void TellRerun(bool same, const std::string& path);
 
@@ -168,8 +118,7 @@ void RecordCheck::Check() {
   for (const RecordSection& section : record_.sections) {
     if (IsPair(section)) CheckPairInputs(section);
   }
-  const RecordSection* const old_tree = record_.Find("旧ﾃﾞｨﾚｸﾄﾘ");
-  if (old_tree == nullptr) {
+  if (TreeOf(Side::kOld) == nullptr) {
     for (const RecordSection& section : record_.sections) CheckOutputs(section);
     if (inputs_match_ && request_.reruns && !stopped_()) RerunPairs();
   } else {
@@ -323,7 +272,7 @@ bool RecordCheck::LoadOptions(RerunJob& rerun) {
 }
 
 void RecordCheck::RerunPairs() {
-  RerunJob rerun(platform_, stopped_, report_);
+  RerunJob rerun(platform_, stopped_, report_.trouble);
   if (!LoadOptions(rerun)) return;
   Result<ScratchFolder> scratch = ScratchFolder::Make();
   if (!scratch.ok()) {
@@ -394,61 +343,72 @@ bool RecordCheck::RerunPair(RerunJob& rerun, const RecordSection& pair, const Na
   return same;
 }
 
+const RecordSection* RecordCheck::TreeOf(Side side) const {
+  return record_.Find(side == Side::kOld ? "旧ﾃﾞｨﾚｸﾄﾘ" : "新ﾃﾞｨﾚｸﾄﾘ");
+}
+
+// The recorded job, on the files as they are found.
+void RecordCheck::BeginDirectories(RerunJob& rerun, const NativePath& folder) {
+  const RecordSection& head = record_.head();
+  const std::string range = head.Text("比較範囲");
+  JobRequest request;
+  request.JobKind = head.Text("種類") == kSnapshot ? JobKind::kDirEdit : JobKind::kDirComp;
+  request.CompareRange = CompareRange::kCurrentPath;
+  if (range == "full") request.CompareRange = CompareRange::kFullPath;
+  if (range == "none") request.CompareRange = CompareRange::kNoPath;
+  request.OutPath = folder + "listing";
+  PerSide<NativePath> recorded;
+  for (const Side side : kBothSides) {
+    const RecordSection* const tree = TreeOf(side);
+    if (tree != nullptr) recorded[side] = NativePath(tree->Text("パス"));
+  }
+  request.OldPath = Mapped(recorded[Side::kOld]);
+  request.NewPath = Mapped(recorded[Side::kNew]);
+  BeginJob(rerun.job, std::move(request));
+  Rerun& shown = rerun.job.rerun.emplace();
+  for (const Side side : kBothSides) shown.shown[side].path = recorded[side];
+  shown.no_entries.Add(path_);
+  shown.no_entries.Add(Mapped(NativePath(head.Text("ハッシュ一覧"))));
+  const RecordSection* const outputs = record_.Find("出力");
+  if (outputs == nullptr) return;
+  rerun.platform.now = ClockOf(*outputs).value_or(LocalTime());
+  shown.no_entries.Add(Mapped(NativePath(outputs->Text("出力"))));
+}
+
+void RecordCheck::TellTree(const RecordSection& tree, const std::optional<EntriesNote>& note) {
+  const NativePath path = Mapped(NativePath(tree.Text("パス")));
+  const bool is_same = note && note->sha256 == tree.Text("SHA-256");
+  Line("入力", is_same ? kSame : GetFileInfo(path).ok() ? kChanged : kGone, path);
+  if (is_same) return;
+  Note(JobEnd::kDifference);
+  inputs_match_ = false;
+}
+
 // A tree is compared by taking its entries again, so its job is run before its inputs are told.
 void RecordCheck::RerunDirectories() {
-  RerunJob rerun(platform_, stopped_, report_);
+  RerunJob rerun(platform_, stopped_, report_.trouble);
   if (!LoadOptions(rerun)) return;
   Result<ScratchFolder> scratch = ScratchFolder::Make();
   if (!scratch.ok()) {
     Trouble(TemporaryFolder(), DescribeError(scratch.error()));
     return;
   }
-  const RecordSection* const outputs = record_.Find("出力");
-  JobRequest job_request;
-  const bool is_snapshot = record_.head().Text("種類") == "ﾃﾞｨﾚｸﾄﾘ情報作成";
-  job_request.JobKind = is_snapshot ? JobKind::kDirEdit : JobKind::kDirComp;
-  const std::string range = record_.head().Text("比較範囲");
-  job_request.CompareRange = range == "full"   ? CompareRange::kFullPath
-                             : range == "none" ? CompareRange::kNoPath
-                                               : CompareRange::kCurrentPath;
-  job_request.OutPath = scratch.value().path() + "listing";
-  PerSide<NativePath> recorded;
-  for (const Side side : kBothSides) {
-    const RecordSection* const tree = record_.Find(side == Side::kOld ? "旧ﾃﾞｨﾚｸﾄﾘ" : "新ﾃﾞｨﾚｸﾄﾘ");
-    if (tree == nullptr) continue;
-    recorded[side] = NativePath(tree->Text("パス"));
-    (side == Side::kOld ? job_request.OldPath : job_request.NewPath) = Mapped(recorded[side]);
-  }
-  BeginJob(rerun.job, std::move(job_request));
-  rerun.job.rerun.emplace();
-  for (const Side side : kBothSides) rerun.job.rerun->shown[side].path = recorded[side];
-  rerun.job.rerun->no_entries.Add(path_);
-  rerun.job.rerun->no_entries.Add(Mapped(NativePath(record_.head().Text("ハッシュ一覧"))));
-  if (outputs != nullptr) {
-    rerun.platform.now = ClockOf(*outputs).value_or(LocalTime());
-    rerun.job.rerun->no_entries.Add(Mapped(NativePath(outputs->Text("出力"))));
-  }
-  if (is_snapshot) {
+  BeginDirectories(rerun, scratch.value().path());
+  if (rerun.job.request.JobKind == JobKind::kDirEdit) {
     modDComp::DirEditJob(rerun.services);
   } else {
     modDComp::DirCompJob(rerun.services, FilterPatterns(record_.head().Text("対象")));
   }
   if (stopped_()) return;
   for (const Side side : kBothSides) {
-    const RecordSection* const tree = record_.Find(side == Side::kOld ? "旧ﾃﾞｨﾚｸﾄﾘ" : "新ﾃﾞｨﾚｸﾄﾘ");
-    if (tree == nullptr) continue;
-    const NativePath path = Mapped(recorded[side]);
-    const std::optional<EntriesNote>& note = rerun.witness.entries[side];
-    const bool is_same = note && note->sha256 == tree->Text("SHA-256");
-    const Result<FileInfo> info = GetFileInfo(path);
-    Line("入力", is_same ? kSame : info.ok() ? kChanged : kGone, path);
-    if (!is_same) Note(JobEnd::kDifference);
-    inputs_match_ = inputs_match_ && is_same;
+    if (const RecordSection* const tree = TreeOf(side)) {
+      TellTree(*tree, rerun.witness.entries[side]);
+    }
   }
+  const RecordSection* const outputs = record_.Find("出力");
   if (outputs == nullptr) return;
-  const bool matched = inputs_match_;
   CheckOutputs(*outputs);
-  if (!matched || !request_.reruns) return;
+  if (!inputs_match_ || !request_.reruns) return;
   const std::vector<OutputNote>& written = rerun.witness.outputs;
   TellRerun(!written.empty() && written.back().sha256 == outputs->Text("出力 SHA-256"),
             outputs->Text("出力"));
