@@ -20,6 +20,7 @@ namespace {
 constexpr const char* kSame = "一致";
 constexpr const char* kChanged = "変更あり";
 constexpr const char* kGone = "なし";
+constexpr const char* kUnknown = "確認不可";  // nothing stays of it
 
 constexpr const char* kSnapshot = "ﾃﾞｨﾚｸﾄﾘ情報作成";  // the kind of job
 constexpr const char* kOutputKinds[] = {"結果ﾘｽﾄ", "差分ﾌｧｲﾙ", "ﾏｰｼﾞｿｰｽ", "CSV", "出力"};
@@ -181,7 +182,7 @@ void RecordCheck::CheckInput(const RecordSection& pair, const std::string& side)
   } else {
     // Nothing of it is left to be looked at, so nobody can say that it is as it was.
     inputs_match_ = false;
-    Line("入力", "確認不可", recorded);
+    Line("入力", kUnknown, recorded);
     Note(JobEnd::kTrouble);
   }
 }
@@ -208,7 +209,7 @@ void RecordCheck::CheckFile(const char* what, const NativePath& recorded,
     Trouble(path, DescribeError(info.error()));
     found = nullptr;
   } else if (IsDevice(info.value())) {
-    found = "確認不可";
+    found = kUnknown;
   } else if (info.value().kind != FileKind::kRegular) {
     found = kChanged;
   } else {
@@ -233,6 +234,7 @@ void RecordCheck::CheckFile(const char* what, const NativePath& recorded,
   if (found == nullptr || stopped_()) return;
   Line(what, found, path);
   if (found == kChanged || found == kGone) Note(JobEnd::kDifference);
+  if (found == kUnknown) Note(JobEnd::kTrouble);
 }
 
 void RecordCheck::TellRerun(bool same, const std::string& path) {

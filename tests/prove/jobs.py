@@ -126,6 +126,12 @@ KINDS = ("open read write close rename unlink link stat mkdir opendir readdir fs
          "alloc any").split()
 
 
+def is_count_so_far(result):
+    """A directory job that is stopped tells how far it came."""
+    wanted = " *UnMatch=" if " DirComp " in result[0] else " *File ?Count ?:"
+    return re.match(wanted, result[-1], re.IGNORECASE)
+
+
 class Case:
     """A folder with inputs for every job, a home, and a folder for outputs."""
 
@@ -328,7 +334,7 @@ class Case:
         for result in left.results():
             if result not in known and not result[-1].endswith(
                     (ERROR, STOPPED, "LINE COUNT :  0")) and not (
-                    left.is_stopped() and re.match(" *File ?Count ?:", result[-1], re.IGNORECASE)):
+                    left.is_stopped() and is_count_so_far(result)):
                 yield f"result that is wrong: {result}"
 
     def is_faultless(self, left, references):
