@@ -56,6 +56,7 @@ class RecordCheck {
   void CheckFile(const char* what, const NativePath& recorded, const std::string& sha256);
 
   bool LoadOptions(RerunJob& rerun);
+  std::optional<ScratchFolder> Prepare(RerunJob& rerun);
   void RerunPairs();
   bool RerunPair(RerunJob& rerun, const RecordSection& pair, const NativePath& folder);
   void WriteCsvRow(RerunJob& rerun, const RecordSection& pair, PairEnd end);
@@ -273,15 +274,20 @@ bool RecordCheck::LoadOptions(RerunJob& rerun) {
   return true;
 }
 
+// The recorded options and a folder for the outputs; nothing, and told, when either fails.
+std::optional<ScratchFolder> RecordCheck::Prepare(RerunJob& rerun) {
+  if (!LoadOptions(rerun)) return std::nullopt;
+  Result<ScratchFolder> scratch = ScratchFolder::Make();
+  if (scratch.ok()) return std::move(scratch.value());
+  Trouble(TemporaryFolder(), DescribeError(scratch.error()));
+  return std::nullopt;
+}
+
 void RecordCheck::RerunPairs() {
   RerunJob rerun(platform_, stopped_, report_.trouble);
-  if (!LoadOptions(rerun)) return;
-  Result<ScratchFolder> scratch = ScratchFolder::Make();
-  if (!scratch.ok()) {
-    Trouble(TemporaryFolder(), DescribeError(scratch.error()));
-    return;
-  }
-  const NativePath folder = scratch.value().path();
+  const std::optional<ScratchFolder> scratch = Prepare(rerun);
+  if (!scratch) return;
+  const NativePath folder = scratch->path();
   const RecordSection* const outputs = record_.Find("出力");
   const std::string* const csv = outputs == nullptr ? nullptr : outputs->Find("CSV");
   BeginJob(rerun.job, {});
@@ -389,13 +395,9 @@ void RecordCheck::TellTree(const RecordSection& tree, const std::optional<Entrie
 // A tree is compared by taking its entries again, so its job is run before its inputs are told.
 void RecordCheck::RerunDirectories() {
   RerunJob rerun(platform_, stopped_, report_.trouble);
-  if (!LoadOptions(rerun)) return;
-  Result<ScratchFolder> scratch = ScratchFolder::Make();
-  if (!scratch.ok()) {
-    Trouble(TemporaryFolder(), DescribeError(scratch.error()));
-    return;
-  }
-  BeginDirectories(rerun, scratch.value().path());
+  const std::optional<ScratchFolder> scratch = Prepare(rerun);
+  if (!scratch) return;
+  BeginDirectories(rerun, scratch->path());
   if (rerun.job.request.JobKind == JobKind::kDirEdit) {
     modDComp::DirEditJob(rerun.services);
   } else {
