@@ -3,9 +3,9 @@
 #pragma once
 
 #include "compare/difference.h"
-#include "compare/listing_format.h"
 #include "compare/side_outputs.h"
 #include "platform/output_file.h"
+#include "run/listing_format.h"
 #include "run/run_services.h"
 
 namespace ledrix::modComp {

@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "compare/listing_format.h"
 #include "platform/local_time.h"
 #include "platform/output_file.h"
+#include "run/listing_format.h"
 #include "run/run_services.h"
 #include "settings/compare_options.h"
 #include "text/sjis_text.h"

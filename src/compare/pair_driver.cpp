@@ -7,10 +7,10 @@
 #include "charset/read_with_conversion.h"
 #include "compare/difference.h"
 #include "compare/listing_body.h"
-#include "compare/listing_format.h"
 #include "compare/listing_frame.h"
 #include "compare/pair_outputs.h"
 #include "compare/rule_watch.h"
+#include "run/listing_format.h"
 #include "text/code_page_932.h"
 
 namespace ledrix::modComp {

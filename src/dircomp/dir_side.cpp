@@ -7,38 +7,12 @@
 #include "dircomp/tree_walk.h"
 #include "text/ascii.h"
 #include "text/code_page_932.h"
+#include "text/full_width.h"
 #include "text/name_pattern.h"
 #include "text/utf8.h"
 
 namespace ledrix::modDComp {
 namespace {
-
-// The full-width forms of U+FF61 to U+FF9F.
-constexpr std::u32string_view kFullWidthKatakana =
-    U"。「」、・ヲァィゥェォャュョッーアイウエオカキクケコサシスセソタチツテトナニヌネノハヒフヘホ"
-    U"マミムメモヤユヨラリルレロワン゛゜";
-constexpr char32_t kFirstHalfWidth = 0xFF61;
-constexpr char32_t kLastHalfWidth = 0xFF9F;
-constexpr char32_t kSoundMark = 0xFF9E;
-constexpr char32_t kHalfSoundMark = 0xFF9F;
-
-char32_t FullWidthForm(char32_t c) {
-  if (c == U' ') return 0x3000;
-  if (c >= 0x21 && c <= 0x7E) return c + 0xFEE0;
-  if (c >= kFirstHalfWidth && c <= kLastHalfWidth) return kFullWidthKatakana[c - kFirstHalfWidth];
-  return c;
-}
-
-// The katakana letter that takes in the sound mark behind it, or 0.
-char32_t WithSoundMark(char32_t half_width, char32_t mark) {
-  const char32_t full_width = FullWidthForm(half_width);
-  const bool ha_row = half_width >= 0xFF8A && half_width <= 0xFF8E;
-  if (mark == kHalfSoundMark) return ha_row ? full_width + 2 : 0;
-  if (mark != kSoundMark) return 0;
-  if (half_width == 0xFF73) return 0x30F4;  // ヴ
-  const bool ka_to_to = half_width >= 0xFF76 && half_width <= 0xFF84;
-  return ka_to_to || ha_row ? full_width + 1 : 0;
-}
 
 // A text with letter case and width folded as the rules say. Bytes that are no valid UTF-8 stay
 // apart from every character.
@@ -81,17 +55,6 @@ bool TurnIntoKey(std::string& text, const KeyRules& rules) {
 }
 
 }  // namespace
-
-std::u32string ToFullWidth(const std::u32string& text) {
-  std::u32string wide;
-  wide.reserve(text.size());
-  for (size_t i = 0; i < text.size(); ++i) {
-    const char32_t marked = i + 1 < text.size() ? WithSoundMark(text[i], text[i + 1]) : U'\0';
-    wide += marked != 0 ? marked : FullWidthForm(text[i]);
-    if (marked != 0) ++i;
-  }
-  return wide;
-}
 
 DirSide::DirSide(NativePath path, NativePath shown, std::string_view info_pattern)
     : path_(std::move(path)),

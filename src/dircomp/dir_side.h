@@ -105,8 +105,4 @@ class DirSide {
   std::string shown_;
 };
 
-// The text under the rules of half-width to full-width conversion: every half-width character
-// becomes its full-width form, a katakana letter with a sound mark behind it one character.
-std::u32string ToFullWidth(const std::u32string& text);
-
 }  // namespace ledrix::modDComp

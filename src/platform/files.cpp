@@ -169,6 +169,12 @@ Result<size_t> InputFile::Read(char* buffer, size_t capacity) {
   return static_cast<size_t>(count);
 }
 
+Result<size_t> InputFile::ReadAt(uint64_t position, char* buffer, size_t capacity) const {
+  const ssize_t count = pread(descriptor_.number(), buffer, capacity, static_cast<off_t>(position));
+  if (count < 0) return LastError();
+  return static_cast<size_t>(count);
+}
+
 bool SameContents(InputFile& a, InputFile& b) {
   constexpr size_t kBlockSize = size_t{1} << 18;
   const auto block_a = std::make_unique_for_overwrite<char[]>(kBlockSize);

@@ -122,6 +122,10 @@ class InputFile {
   // pipe with the error EINTR, here and when a file is opened or written.
   Result<size_t> Read(char* buffer, size_t capacity);
 
+  // The same at a position in bytes; where Read goes on does not change, and nothing is hashed.
+  // REQUIRES: a regular file.
+  Result<size_t> ReadAt(uint64_t position, char* buffer, size_t capacity) const;
+
   // `hook` is called before every block that is read: a line may be as long as the file.
   void OnBlock(BlockHook hook) { on_block_ = std::move(hook); }
   // Adds all that is read from now on to a hash, which must outlive the file.

@@ -2,9 +2,9 @@
 
 #include <random>
 
-#include "compare/listing_format.h"
 #include "compare/listing_frame.h"
 #include "platform/fixed_width.h"
+#include "run/listing_format.h"
 #include "support/test_files.h"
 #include "text/code_page_932.h"
 

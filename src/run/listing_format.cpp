@@ -1,36 +1,36 @@
-#include "compare/listing_format.h"
+#include "run/listing_format.h"
 
 #include <algorithm>
 
-namespace ledrix::modComp {
+namespace ledrix {
 namespace {
 
-ListingMarks MakeMarks(const CompareOptions& options) {
+ListingMarks MakeMarks(const ListingStyle& style) {
   SjisText continued = "  --  "_sjis;
   SjisText unchanged = SjisText::Repeat(kMarkWidth, ' ');
-  if (!options.simple) {
+  if (!style.simple) {
     return {" 変更 "_sjis, " 追加 "_sjis, " 削除 "_sjis, continued, unchanged};
   }
-  if (options.vertical) {
+  if (style.vertical) {
     return {" UPD> "_sjis, " ADD> "_sjis, " DEL< "_sjis, continued, unchanged};
   }
   return {" <--> "_sjis, " ---> "_sjis, " <--- "_sjis, continued, unchanged};
 }
 
-SjisText MakeOmissionLine(const CompareOptions& options) {
-  const size_t quarter = static_cast<size_t>(options.side_width) / 4;
-  const size_t rest = static_cast<size_t>(options.side_width) % 4;
-  const SjisText fill = SjisText::Repeat(quarter, options.simple ? "=="_sjis : "◇"_sjis);
-  SjisText middle = fill + (options.simple ? "======"_sjis : " 中略 "_sjis) + fill;
-  if (options.vertical) return middle;
+SjisText MakeOmissionLine(const ListingStyle& style) {
+  const size_t quarter = style.side_width / 4;
+  const size_t rest = style.side_width % 4;
+  const SjisText fill = SjisText::Repeat(quarter, style.simple ? "=="_sjis : "◇"_sjis);
+  SjisText middle = fill + (style.simple ? "======"_sjis : " 中略 "_sjis) + fill;
+  if (style.vertical) return middle;
   const SjisText margin = SjisText::Repeat(2 * quarter + rest, ' ');
   return margin + middle + margin;
 }
 
-SjisText MakeRuler(const CompareOptions& options) {
-  const size_t full = static_cast<size_t>(options.side_width) * (options.vertical ? 2 : 1);
-  const size_t length = full - (options.line_numbers ? kLineNoWidth : 0);
-  std::string ruler = options.line_numbers ? "LINE " : "";
+SjisText MakeRuler(const ListingStyle& style) {
+  const size_t full = style.side_width * (style.vertical ? 2 : 1);
+  const size_t length = full - (style.line_numbers ? kLineNoWidth : 0);
+  std::string ruler = style.line_numbers ? "LINE " : "";
   for (size_t i = 1; i <= length / 10; ++i) {
     ruler += "----+----";
     ruler += static_cast<char>('0' + i % 10);
@@ -48,13 +48,17 @@ std::string ZeroPadded(int64_t number, size_t width) {
 
 }  // namespace
 
+ListingFormat::ListingFormat(const ListingStyle& style)
+    : side_width(style.side_width),
+      text_width(side_width - (style.line_numbers ? kLineNoWidth : 0)),
+      marks(MakeMarks(style)),
+      omission_line(MakeOmissionLine(style)),
+      ruler(MakeRuler(style)),
+      left_ruler(style.vertical ? SjisText() : ruler) {}
+
 ListingFormat::ListingFormat(const CompareOptions& options)
-    : side_width(static_cast<size_t>(options.side_width)),
-      text_width(side_width - (options.line_numbers ? kLineNoWidth : 0)),
-      marks(MakeMarks(options)),
-      omission_line(MakeOmissionLine(options)),
-      ruler(MakeRuler(options)),
-      left_ruler(options.vertical ? SjisText() : ruler) {}
+    : ListingFormat(ListingStyle{static_cast<size_t>(options.side_width), options.vertical,
+                                 options.simple, options.line_numbers}) {}
 
 SjisText ListingFormat::RulerLine() const {
   return left_ruler + SjisText::Repeat(kMarkWidth, ' ') + ruler;
@@ -79,4 +83,4 @@ SjisText BlockMarkerText(char kind, int64_t number) {
   return SjisText::FromBytes("(" + std::string(1, kind) + ZeroPadded(number, 3) + ")");
 }
 
-}  // namespace ledrix::modComp
+}  // namespace ledrix

@@ -1,13 +1,25 @@
-// The fixed texts of a listing, chosen once per pair from the options.
+// The fixed texts of a listing: what its writer chooses once per pair from the options, and what
+// its reader finds in a finished one.
 //
-// Widths are Shift_JIS bytes. W is the width of one side; a line of the side-by-side layout is
-// 2W + 6 bytes: the old side, a mark of 6 bytes, the new side.
+// Widths are Shift_JIS bytes. W is the width of one side. A body of the side-by-side layout has
+// lines of 2W + 6 bytes:
+//
+//   row       = side mark side              side = [number " "] text, filled up with spaces to W
+//   marker    = ruler "(" ("S" | "E") block ")" ruler
+//   omission  = OmissionLine                stands for unchanged lines
+//   closing   = ruler, six spaces, ruler    the last line of header and body
+//
+// and of the vertical layout, whose texts are as long as they are:
+//
+//   row       = mark [number " "] text
+//   marker    = "(" ("S" | "E") block ")" ruler
+//   closing   = six spaces, ruler
 #pragma once
 
 #include "settings/compare_options.h"
 #include "text/sjis_text.h"
 
-namespace ledrix::modComp {
+namespace ledrix {
 
 inline constexpr size_t kMarkWidth = 6;
 // What a line number takes of each side: four digits and a space.
@@ -22,7 +34,16 @@ struct ListingMarks {
   SjisText unchanged;
 };
 
+// What decides those texts.
+struct ListingStyle {
+  size_t side_width = 0;  // W
+  bool vertical = false;
+  bool simple = false;  // half-width text alone
+  bool line_numbers = false;
+};
+
 struct ListingFormat {
+  explicit ListingFormat(const ListingStyle& style);
   explicit ListingFormat(const CompareOptions& options);
 
   size_t side_width;  // W
@@ -55,4 +76,4 @@ SjisText FormatLineNo(int64_t number);
 // "(S001)", "(E012)": the kind and the block's number with at least three digits.
 SjisText BlockMarkerText(char kind, int64_t number);
 
-}  // namespace ledrix::modComp
+}  // namespace ledrix
