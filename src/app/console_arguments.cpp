@@ -4,6 +4,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -22,6 +23,7 @@ constexpr const char* kHelp =
         ledrixc dircomp OLD NEW --out FILE [オプション]
         ledrixc judge [--why [--pair]] FILE...
         ledrixc verify [オプション] RECORD...
+        ledrixc view [オプション] LISTING|-
 
   compare OLD NEW   旧ファイル OLD と新ファイル NEW を比較し、結果ﾘｽﾄを出力します
                     （フォルダ同士の場合は同じ名前のファイルを全て比較します）
@@ -30,6 +32,7 @@ constexpr const char* kHelp =
   dircomp OLD NEW   フォルダまたはﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを比較します
   judge FILE...     ファイルの文字コードを判定します（- は標準入力）
   verify RECORD...  証跡を検証します（記録、入力、出力、再実行の結果）
+  view LISTING      結果ﾘｽﾄを端末に表示します（- は標準入力、他のテキストも表示できます）
 
 compare のオプション:
   --out FILE|FOLDER 結果ﾘｽﾄのファイル、または出力先のフォルダ
@@ -40,6 +43,13 @@ compare のオプション:
   --marks           ﾏｰｼﾞｿｰｽの各行に出所の印を付けます
   --charset NAME    文字コード（none 無変換、auto 先頭から判定、sure 全体から判定、
                     または文字コード名）
+
+  --view            比較の後、結果ﾘｽﾄを端末に表示します
+
+view のオプション:
+  --color WHEN      色を付けるかどうか（auto 端末の場合だけ、always、never）
+  --side SIDE       片側だけを表示します（old 旧、new 新）
+  --blocks N-M      N 番目から M 番目までのブロックだけを表示します
 
 compare、snapshot、dircomp のオプション:
   --evidence FILE   実行の証跡を FILE に出力します（既にあるファイルには出力しません）
@@ -134,7 +144,33 @@ void AddCompare(CLI::App& app, ConsoleArguments& parsed) {
   command.add_flag("--csv", arguments->csv);
   command.add_flag("--mrg", arguments->merge_source);
   command.add_flag("--marks", arguments->marks);
+  command.add_flag("--view", arguments->view);
   AddEvidence(command, arguments->evidence);
+}
+
+// "N" or "N-M".
+std::string ReadBlocks(const std::string& text, ViewArguments& arguments) {
+  const size_t dash = text.find('-');
+  const std::string last = dash == std::string::npos ? text : text.substr(dash + 1);
+  const auto read = [](const std::string& digits, int64_t& number) {
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return error == std::errc() && end == digits.data() + digits.size() && number > 0;
+  };
+  const bool is_good =
+      read(text.substr(0, dash), arguments.first_block) && read(last, arguments.last_block);
+  return is_good ? std::string() : "--blocks には N または N-M を指定してください";
+}
+
+void AddView(CLI::App& app, ConsoleArguments& parsed) {
+  const auto arguments = std::make_shared<ViewArguments>();
+  CLI::App& command = AddCommand(app, "view", parsed, arguments);
+  command.add_option("LISTING", arguments->path)->required();
+  AddText(command, "--color", arguments->color)->check(CLI::IsMember({"auto", "always", "never"}));
+  AddText(command, "--side", arguments->side)->check(CLI::IsMember({"old", "new"}));
+  command.add_option_function<std::string>("--blocks", [arguments](const std::string& text) {
+    const std::string wrong = ReadBlocks(text, *arguments);
+    if (!wrong.empty()) throw CLI::ValidationError(wrong);
+  });
 }
 
 void AddOthers(CLI::App& app, ConsoleArguments& parsed) {
@@ -195,6 +231,7 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
   app.allow_extras();
   AddCommon(app, arguments.common);
   AddCompare(app, arguments);
+  AddView(app, arguments);
   AddOthers(app, arguments);
 
   try {

@@ -1,6 +1,7 @@
 // The command line of the console program.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <variant>
 #include <vector>
@@ -33,6 +34,7 @@ struct CompareArguments {
   bool merge_source = false;
   bool marks = false;
   EvidenceArguments evidence;
+  bool view = false;  // show the listings afterwards
 };
 
 struct JudgeArguments {
@@ -67,10 +69,19 @@ struct VerifyArguments {
   bool no_rerun = false;
 };
 
+// How a listing is shown on a terminal.
+struct ViewArguments {
+  std::string path;            // "-" is standard input
+  std::string color = "auto";  // "auto", "always" or "never"
+  std::string side;            // "old", "new", or empty for both
+  int64_t first_block = 0;     // 0: all
+  int64_t last_block = 0;
+};
+
 struct ConsoleArguments {
   CommonArguments common;
   std::variant<CompareArguments, StepsArguments, SnapshotArguments, DirCompArguments,
-               JudgeArguments, VerifyArguments>
+               JudgeArguments, VerifyArguments, ViewArguments>
       command;
 };
 

@@ -7,6 +7,7 @@
 
 #include "app/console_options.h"
 #include "app/console_run.h"
+#include "app/console_view.h"
 #include "jobs/output_names.h"
 #include "platform/files.h"
 #include "platform/folders.h"
@@ -127,10 +128,7 @@ int CompareFolders(ConsoleRun& run) {
   return run.Run();
 }
 
-}  // namespace
-
-int RunCompareCommand(const CommonArguments& common, const CompareArguments& arguments) {
-  ConsoleRun run(common);
+int Compare(ConsoleRun& run, const CompareArguments& arguments) {
   if (!run.LoadOptions()) return kTroubleStatus;
   if (const auto refused = ChooseCharset(arguments.charset, run.options)) {
     return run.Refuse(*refused);
@@ -170,6 +168,15 @@ int RunCompareCommand(const CommonArguments& common, const CompareArguments& arg
   if (old_is_folder) request.OldPath = NamesakeIn(request.OldPath, request.NewPath);
   if (new_is_folder) request.NewPath = NamesakeIn(request.NewPath, request.OldPath);
   return run.Run();
+}
+
+}  // namespace
+
+int RunCompareCommand(const CommonArguments& common, const CompareArguments& arguments) {
+  ConsoleRun run(common);
+  int status = Compare(run, arguments);
+  if (arguments.view) status = std::max(status, ShowListings(run.Outputs(), ViewArguments()));
+  return status;
 }
 
 }  // namespace ledrix

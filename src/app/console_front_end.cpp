@@ -12,6 +12,7 @@ ConsoleFrontEnd::ConsoleFrontEnd(bool quiet, bool progress)
     : quiet_(quiet), draw_progress_(progress && isatty(STDERR_FILENO) == 1) {}
 
 void ConsoleFrontEnd::AddResultLine(const std::string& line) {
+  entries_.push_back(line);
   if (quiet_) return;
   ClearProgress();
   // The path in a line may hold anything; two lines an output stay two lines, in UTF-8.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "run/run_services.h"
 
@@ -15,6 +16,9 @@ class ConsoleFrontEnd : public RunFrontEnd {
   ConsoleFrontEnd(bool quiet, bool progress);
   ~ConsoleFrontEnd() override { ClearProgress(); }
 
+  // The entries so far, printed or not.
+  const std::vector<std::string>& entries() const { return entries_; }
+
   void AddResultLine(const std::string& line) override;
   void SetProgress(double left) override;
   void SetMessage(const std::string& text) override;
@@ -24,6 +28,7 @@ class ConsoleFrontEnd : public RunFrontEnd {
   void Draw();
   void ClearProgress();
 
+  std::vector<std::string> entries_;
   bool quiet_;
   bool draw_progress_;
   int percent_ = 0;

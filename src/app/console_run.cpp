@@ -1,6 +1,9 @@
 #include "app/console_run.h"
 
+#include <algorithm>
+
 #include "app/console_options.h"
+#include "jobs/output_preview.h"
 #include "jobs/run_loop.h"
 #include "platform/files.h"
 #include "platform/program_folder.h"
@@ -39,6 +42,17 @@ int ConsoleRun::Run() {
     RunJob(services_, {sides, &log});
   }
   return static_cast<int>(services_.end());
+}
+
+std::vector<NativePath> ConsoleRun::Outputs() const {
+  std::vector<NativePath> outputs;
+  const std::vector<std::string>& entries = front_end_.entries();
+  for (size_t i = 0; i < entries.size(); ++i) {
+    NativePath path = OutputOfEntry(entries, i);
+    const bool is_known = std::find(outputs.begin(), outputs.end(), path) != outputs.end();
+    if (!path.empty() && !is_known) outputs.push_back(std::move(path));
+  }
+  return outputs;
 }
 
 }  // namespace ledrix

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "app/console_arguments.h"
 #include "app/console_front_end.h"
@@ -38,6 +39,9 @@ class ConsoleRun {
   // Runs the job that `request` describes, with the run log unless the settings are "none".
   // Returns the exit status.
   int Run();
+
+  // The outputs that the job told of, each once.
+  std::vector<NativePath> Outputs() const;
 
   RunServices& services() { return services_; }
 

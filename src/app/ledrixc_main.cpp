@@ -9,6 +9,7 @@
 #include "app/console_jobs.h"
 #include "app/console_judge.h"
 #include "app/console_verify.h"
+#include "app/console_view.h"
 #include "app/program_run.h"
 #include "platform/terminal.h"
 
@@ -33,6 +34,10 @@ int Run(const CommonArguments& common, const JudgeArguments& arguments) {
 
 int Run(const CommonArguments& common, const VerifyArguments& arguments) {
   return RunVerifyCommand(common, arguments);
+}
+
+int Run(const CommonArguments& /*common*/, const ViewArguments& arguments) {
+  return RunViewCommand(arguments);
 }
 
 int Run(int argc, char** argv) {

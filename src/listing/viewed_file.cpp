@@ -171,6 +171,8 @@ bool ViewedFile::ReadOn(size_t bytes) {
 
 // `end` is behind the line feed.
 void ViewedFile::TakeLine(uint64_t end, std::string_view bytes) {
+  // All bytes of a line are counted here, those of its end included.
+  if (end - line_begin_ > most_shown_ + 2 * unit()) has_cut_lines_ = true;
   if (finder_) finder_->Add(SjisView::FromBytes(WithoutCr(bytes)));
   carried_.clear();
   line_begin_ = end;

@@ -49,6 +49,9 @@ class ViewedFile {
   // Why the file could not be read to its end. A file that shrinks ends early without a failure.
   const Status& failure() const { return failure_; }
 
+  // A line read so far is longer than what is shown of it.
+  bool has_cut_lines() const { return has_cut_lines_; }
+
   // Known so far.
   int64_t lines() const { return lines_; }
   // Empty and zero for a text that is no listing.
@@ -123,6 +126,7 @@ class ViewedFile {
   uint64_t read_ = 0;
   int64_t lines_ = 0;
   bool is_read_ = false;
+  bool has_cut_lines_ = false;
   Status failure_;
   std::optional<ListingSummary> summary_;
   std::vector<LoadedPart> loaded_;  // those used last, the latest at the end
