@@ -6,6 +6,7 @@
 #include "app/batch_platform.h"
 #include "app/display.h"
 #include "app/program_run.h"
+#include "app/viewer.h"
 #include "app/windows.h"
 #include "jobs/batch_compare.h"
 #include "platform/program_folder.h"
@@ -37,7 +38,24 @@ int RunBatch(const CommandLineArgs& args) {
   return static_cast<int>(services.end());
 }
 
+int RunView(int argc, char** argv) {
+  const std::vector<std::string> files(argv + 2, argv + argc);
+  if (files.empty()) {
+    PrintTrouble(kDesktopProgram, "ledrix --view FILE としてください");
+    return kTroubleStatus;
+  }
+  if (!DisplayAnswers()) {
+    PrintTrouble(kDesktopProgram, "画面が使えません。ledrixc view を使用してください");
+    return kTroubleStatus;
+  }
+  return RunViewer(files, argc, argv);
+}
+
 int Run(int argc, char** argv) {
+  const std::string command = argc > 1 ? argv[1] : "";
+  if (command == "--view") return RunView(argc, argv);
+  if (command == "--pdf")
+    return RunPdf(std::vector<std::string>(argv + 2, argv + argc), argc, argv);
   const CommandLineArgs args = ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
   if (args.is_batch()) return RunBatch(args);
   if (!DisplayAnswers()) {

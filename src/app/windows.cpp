@@ -2,21 +2,18 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QLibraryInfo>
-#include <QLocale>
 #include <QThread>
 #include <QTimer>
-#include <QTranslator>
 #include <memory>
 
 #include "app/batch_platform.h"
 #include "app/program_run.h"
 #include "app/signals.h"
+#include "app/window_application.h"
 #include "platform/files.h"
 #include "platform/program_folder.h"
 #include "text/leading_number.h"
 #include "ui/desktop_actions.h"
-#include "ui/fonts.h"
 #include "ui/main_window.h"
 #include "ui/program_commands.h"
 #include "ui/version_window.h"
@@ -27,13 +24,6 @@ namespace {
 
 constexpr qint64 kSplashMilliseconds = 1500;
 constexpr int kSignalPollMilliseconds = 200;
-
-// Qt's own texts, such as those of its file dialog.
-void InstallTranslation(QApplication& application, QTranslator& translator) {
-  if (translator.load("qtbase_ja", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
-    application.installTranslator(&translator);
-  }
-}
 
 void WaitForSplash(const QElapsedTimer& shown) {
   while (shown.elapsed() <= kSplashMilliseconds && !IsStopSignalled()) {
@@ -52,6 +42,8 @@ class StopBySignal {
       QWidget* const modal = QApplication::activeModalWidget();
       QWidget* const uppermost = modal != nullptr ? modal : main_window_;
       if (uppermost != nullptr) uppermost->close();
+      // Readers stay when the main window goes, but not now.
+      if (main_window_ != nullptr && !main_window_->isVisible()) QApplication::closeAllWindows();
     });
     poll_.start(kSignalPollMilliseconds);
   }
@@ -102,7 +94,7 @@ int RunMainWindow(const WindowProgram& program, const std::vector<std::string>& 
 }  // namespace
 
 int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
-  QApplication application(argc, argv);
+  const WindowApplication application(argc, argv);
   // Without the arguments that were Qt's.
   const std::vector<std::string> names =
       ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc)).others;
@@ -112,11 +104,6 @@ int RunWindows(const CommandLineArgs& args, int& argc, char** argv) {
                  "としてください");
     return kTroubleStatus;
   }
-  QApplication::setApplicationName("ledrix");
-  QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
-  QTranslator translator;
-  InstallTranslation(application, translator);
-  SubstituteFonts();
 
   OptionRecord options;
   JobRecord job;

@@ -25,10 +25,15 @@ std::string Lines(const std::vector<NativePath>& paths) {
 }  // namespace
 
 void FileCommands::Open(const NativePath& path) {
+  Open(path, [&] {
+    platform_.ShowMessage({"ｱﾌﾟﾘｹｰｼｮﾝが関連付けされていません\r\n 拡張子( " +
+                           PathToUtf8(NativePath(ExtensionOf(path))) + " )"});
+  });
+}
+
+void FileCommands::Open(const NativePath& path, const std::function<void()>& without_program) {
   if (path.empty() || !GetFileInfo(path).ok()) return;
-  if (actions_.OpenFile(path) != DesktopActions::OpenResult::kNoAssociation) return;
-  platform_.ShowMessage({"ｱﾌﾟﾘｹｰｼｮﾝが関連付けされていません\r\n 拡張子( " +
-                         PathToUtf8(NativePath(ExtensionOf(path))) + " )"});
+  if (actions_.OpenFile(path) == DesktopActions::OpenResult::kNoAssociation) without_program();
 }
 
 bool FileCommands::Ask(const std::string& question, bool yes_by_default) {

@@ -1,6 +1,7 @@
 // Opening, copying and deleting files for the user, with the questions that this takes.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ class FileCommands {
   // By the program that is associated with it; a message tells when there is none. A path that is
   // empty or leads nowhere is passed over, here and in Delete.
   void Open(const NativePath& path);
+  // The same, with something else in place of the message.
+  void Open(const NativePath& path, const std::function<void()>& without_program);
   struct CopyPaths {
     NativePath from;
     NativePath to;

@@ -7,6 +7,7 @@
 #include "ui/desktop_actions.h"
 #include "ui/job_starter.h"
 #include "ui/later.h"
+#include "ui/listing_window.h"
 #include "ui/named.h"
 #include "ui/qt_text.h"
 #include "ui/result_list.h"
@@ -55,7 +56,8 @@ PopupMenu::Commands ListPopup::Commands() {
           .delete_file = [this] { DeleteFiles(); },
           .open_folder = [this] { OpenFolder(); },
           .refresh = hooks_.refresh,
-          .clear_results = hooks_.clear_results};
+          .clear_results = hooks_.clear_results,
+          .view = [this] { View(TargetFile()); }};
 }
 
 void ListPopup::ConnectResults() {
@@ -65,7 +67,7 @@ void ListPopup::ConnectResults() {
         Show(PopupSource::kListBox, Side::kOld, results_.viewport()->mapToGlobal(place));
       });
   QObject::connect(&results_, &QListView::doubleClicked, &results_,
-                   [this] { files_.Open(results_.SelectedOutput()); });
+                   [this] { OpenResult(results_.SelectedOutput()); });
 }
 
 void ListPopup::Show(PopupSource source, Side side, const QPoint& place) {
@@ -160,6 +162,15 @@ void ListPopup::DeleteFiles() {
   paths.reserve(names.size());
   for (const std::string& name : names) paths.push_back(side().folder() + name);
   if (files_.Delete(std::move(paths))) side().ForgetGone(names);
+}
+
+void ListPopup::View(const NativePath& file) {
+  if (file.empty() || !GetFileInfo(file).ok()) return;
+  ListingWindow::Open({program_.platform, program_.actions, program_.store}, file);
+}
+
+void ListPopup::OpenResult(const NativePath& file) {
+  files_.Open(file, [this, &file] { View(file); });
 }
 
 void ListPopup::OpenFolder() {

@@ -48,6 +48,10 @@ class ListPopup {
   void CopyToOtherSide();
   void DeleteFiles();
   void OpenFolder();
+  // In a reader of our own.
+  void View(const NativePath& file);
+  // By the program that is associated with it, else in a reader.
+  void OpenResult(const NativePath& file);
 
   const WindowProgram& program_;
   const SidePair sides_;

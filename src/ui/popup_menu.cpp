@@ -28,6 +28,7 @@ PopupMenu::PopupMenu(Commands commands, QWidget* parent)
   Line();
   Entry("MenuPopRefresh", "最新の情報に更新(&R)", on.refresh);
   Entry("MenuPopListClear", "結果一覧ｸﾘｱ(&C)", on.clear_results);
+  MenuPopView = Entry("MenuPopView", "表示(&V)", on.view);
 }
 
 QAction* PopupMenu::Entry(const char* name, const char* caption,
@@ -68,8 +69,9 @@ void PopupMenu::Prepare(PopupSource source, const Look& look) {
   MenuPOPFileCopy->setVisible(file);
   MenuPOPDeleteFile->setVisible((file && !look.delete_hidden) || result);
   MenuPopDirExp->setVisible(folder);
+  MenuPopView->setVisible(result);
   for (QAction* const action : {MenuPopAPStart, MenuPopMatchSelect, MenuPopSendTo->menuAction(),
-                                MenuPopStepCnt, MenuPOPFileCopy, MenuPOPDeleteFile}) {
+                                MenuPopStepCnt, MenuPOPFileCopy, MenuPOPDeleteFile, MenuPopView}) {
     action->setEnabled(folder || look.has_selection);
   }
   const bool selects = file && look.double_click_selects;

@@ -29,6 +29,7 @@ class PopupMenu : public QMenu {
     std::function<void()> open_folder;
     std::function<void()> refresh;
     std::function<void()> clear_results;
+    std::function<void()> view;
   };
   explicit PopupMenu(Commands commands, QWidget* parent = nullptr);
 
@@ -62,6 +63,7 @@ class PopupMenu : public QMenu {
   QAction* MenuPOPFileCopy;
   QAction* MenuPOPDeleteFile;
   QAction* MenuPopDirExp;
+  QAction* MenuPopView;
 };
 
 }  // namespace ledrix

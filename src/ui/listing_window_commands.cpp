@@ -1,0 +1,255 @@
+// The menus of the reader and what their entries do.
+#include <QAction>
+#include <QActionGroup>
+#include <QCoreApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpressionValidator>
+
+#include "platform/output_guard.h"
+#include "platform/services.h"
+#include "text/code_page_932.h"
+#include "ui/choosers.h"
+#include "ui/desktop_actions.h"
+#include "ui/find_bar.h"
+#include "ui/listing_paper.h"
+#include "ui/listing_window.h"
+#include "ui/named.h"
+#include "ui/qt_text.h"
+#include "ui/wait_cursor.h"
+
+namespace ledrix {
+namespace {
+
+constexpr int64_t kMostCopied = 200000;  // lines
+
+// Where the header's path leads: a converted copy's name has its charset behind the file's.
+std::optional<NativePath> FileOfHeader(const HeaderFile& file) {
+  std::string path = DecodeSjis(file.path);
+  while (!path.empty()) {
+    const Result<FileInfo> info = GetFileInfo(NativePath(path));
+    if (info.ok() && info.value().kind == FileKind::kRegular) return NativePath(path);
+    const size_t mark = path.rfind('_');
+    const size_t name = path.find_last_of('/');
+    if (mark == std::string::npos || (name != std::string::npos && mark < name)) break;
+    path.resize(mark);
+  }
+  return std::nullopt;
+}
+
+struct Place {
+  bool is_block;
+  int64_t number;
+};
+
+// Asks for a block or a line; nothing when the user cancelled.
+std::optional<Place> AskPlace(QWidget& parent, bool has_blocks) {
+  QDialog dialog(&parent);
+  Named(&dialog, "GoToDialog");
+  dialog.setWindowTitle("移動");
+  auto* const number = Named(new QLineEdit, "GoToNumber");
+  number->setValidator(
+      new QRegularExpressionValidator(QRegularExpression("[1-9][0-9]{0,11}"), number));
+  auto* const block = Named(new QRadioButton("ブロック番号(&B)"), "GoToBlock");
+  auto* const line = Named(new QRadioButton("結果ﾘｽﾄの行番号(&L)"), "GoToLine");
+  block->setEnabled(has_blocks);
+  (has_blocks ? block : line)->setChecked(true);
+  auto* const buttons = new QDialogButtonBox;
+  buttons->addButton("移動", QDialogButtonBox::AcceptRole);
+  buttons->addButton("取り消し", QDialogButtonBox::RejectRole);
+  auto* const form = new QFormLayout(&dialog);
+  form->addRow("番号(&N)", number);
+  form->addRow(block);
+  form->addRow(line);
+  form->addRow(buttons);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  if (dialog.exec() != QDialog::Accepted || number->text().isEmpty()) return std::nullopt;
+  return Place{block->isChecked(), number->text().toLongLong()};
+}
+
+}  // namespace
+
+void ListingWindow::Add(QMenu* menu, const char* name, const char* caption, const QKeySequence& key,
+                        std::function<void()> command) {
+  QAction* const action = Named(menu->addAction(caption), name);
+  action->setShortcut(key);
+  connect(action, &QAction::triggered, this, [command = std::move(command)] { command(); });
+}
+
+void ListingWindow::MakeMenus() {
+  MakeFileMenu();
+  MakeEditMenu();
+  MakeViewMenu();
+  view_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(view_, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) {
+    findChild<QMenu*>("MenuViewEdit")->popup(view_->viewport()->mapToGlobal(place));
+  });
+}
+
+void ListingWindow::MakeFileMenu() {
+  QMenu* const menu = Named(menuBar()->addMenu("ﾌｧｲﾙ(&F)"), "MenuViewFile");
+  if (file_->shape() != nullptr) {
+    Add(menu, "MenuViewOpenOld", "旧ﾌｧｲﾙを開く(&O)", {}, [this] { OpenSide(Side::kOld); });
+    Add(menu, "MenuViewOpenNew", "新ﾌｧｲﾙを開く(&N)", {}, [this] { OpenSide(Side::kNew); });
+    menu->addSeparator();
+  }
+  Add(menu, "MenuViewPrint", "印刷(&P)...", QKeySequence::Print, [this] { PrintOnPaper(); });
+  Add(menu, "MenuViewPdf", "PDF に出力(&D)...", {}, [this] { SavePdf(); });
+  menu->addSeparator();
+  Add(menu, "MenuViewClose", "閉じる(&C)", QKeySequence("Ctrl+W"), [this] { close(); });
+}
+
+void ListingWindow::MakeEditMenu() {
+  QMenu* const menu = Named(menuBar()->addMenu("編集(&E)"), "MenuViewEdit");
+  Add(menu, "MenuViewCopy", "コピー(&C)", QKeySequence::Copy, [this] { CopyRows(); });
+  if (file_->shape() != nullptr) {
+    Add(menu, "MenuViewCopyOld", "旧側の文字列をコピー(&O)", QKeySequence("Ctrl+Shift+O"),
+        [this] { CopySide(Side::kOld); });
+    Add(menu, "MenuViewCopyNew", "新側の文字列をコピー(&N)", QKeySequence("Ctrl+Shift+N"),
+        [this] { CopySide(Side::kNew); });
+  }
+  Add(menu, "MenuViewSelectAll", "すべて選択(&A)", QKeySequence::SelectAll,
+      [this] { view_->SelectAll(); });
+  menu->addSeparator();
+  Add(menu, "MenuViewFind", "検索(&F)", QKeySequence::Find, [this] { OpenFind(); });
+  const auto go = [this](bool forward) {
+    if (!find_->isVisible()) return OpenFind();
+    search_.Go(forward, view_->current());
+  };
+  Add(menu, "MenuViewFindNext", "次を検索(&X)", QKeySequence("F3"), [go] { go(true); });
+  Add(menu, "MenuViewFindPrevious", "前を検索(&V)", QKeySequence("Shift+F3"), [go] { go(false); });
+}
+
+void ListingWindow::MakeViewMenu() {
+  QMenu* const menu = Named(menuBar()->addMenu("表示(&V)"), "MenuViewView");
+  if (file_->shape() != nullptr) {
+    Add(menu, "MenuViewNextBlock", "次のブロック(&N)", QKeySequence("F8"),
+        [this] { GoToBlock(true); });
+    Add(menu, "MenuViewPreviousBlock", "前のブロック(&P)", QKeySequence("F7"),
+        [this] { GoToBlock(false); });
+  }
+  Add(menu, "MenuViewGoTo", "移動(&G)...", QKeySequence("Ctrl+G"), [this] { AskForPlace(); });
+  menu->addSeparator();
+  Add(menu, "MenuViewLarger", "拡大(&L)", QKeySequence::ZoomIn, [this] { Zoom(1); });
+  Add(menu, "MenuViewSmaller", "縮小(&S)", QKeySequence::ZoomOut, [this] { Zoom(-1); });
+  Add(menu, "MenuViewUsual", "標準の大きさ(&0)", QKeySequence("Ctrl+0"), [this] { Zoom(0); });
+  // "+" without the Shift key, as it is on many keyboards.
+  findChild<QAction*>("MenuViewLarger")
+      ->setShortcuts({QKeySequence::ZoomIn, QKeySequence("Ctrl+;"), QKeySequence("Ctrl+=")});
+  menu->addSeparator();
+  QMenu* const colors = Named(menu->addMenu("配色(&C)"), "MenuViewColors");
+  auto* const group = new QActionGroup(colors);
+  int scheme = 0;
+  for (const char* const caption : {"自動(&A)", "明るい(&L)", "暗い(&D)", "ハイコントラスト(&H)"}) {
+    const int number = scheme++;
+    QAction* const action = Named(colors->addAction(caption), "MenuViewScheme", number);
+    action->setCheckable(true);
+    group->addAction(action);
+    connect(action, &QAction::triggered, this, [this, number] { SetScheme(number); });
+  }
+  connect(colors, &QMenu::aboutToShow, this,
+          [this, group] { group->actions()[static_cast<int>(view_->scheme())]->setChecked(true); });
+}
+
+void ListingWindow::AskForPlace() {
+  const std::vector<ListingBlock>& blocks = file_->blocks();
+  const std::optional<Place> place = AskPlace(*this, !blocks.empty());
+  if (!place) return;
+  const auto last = static_cast<int64_t>(place->is_block ? blocks.size() : file_->lines());
+  const int64_t index = std::clamp<int64_t>(place->number, 1, std::max<int64_t>(last, 1)) - 1;
+  view_->GoTo(place->is_block ? blocks[static_cast<size_t>(index)].first : index);
+}
+
+bool ListingWindow::IsTooMuchToCopy() {
+  const auto [first, last] = view_->selection();
+  if (last - first < kMostCopied) return false;
+  program_.platform.ShowMessage({"一度にコピーできるのは 200,000 行までです"});
+  return true;
+}
+
+void ListingWindow::CopyRows() {
+  if (IsTooMuchToCopy()) return;
+  const auto [first, last] = view_->selection();
+  QString text;
+  for (int64_t line = first; line <= std::min(last, file_->lines() - 1); ++line) {
+    QString row = ToQString(ToUtf8(file_->TextAt(line)));
+    while (row.endsWith(' ')) row.chop(1);
+    text += row + "\n";
+  }
+  program_.actions.SetClipboardText(text);
+}
+
+void ListingWindow::CopySide(Side side) {
+  if (IsTooMuchToCopy()) return;
+  const auto [first, last] = view_->selection();
+  QString text;
+  for (int64_t line = file_->FirstRowOf(first); line <= std::min(last, file_->lines() - 1);
+       line = file_->EndOfChange(line)) {
+    const std::optional<std::string> shown = file_->SideTextAt(line, side);
+    if (shown) text += ToQString(*shown) + "\n";
+  }
+  program_.actions.SetClipboardText(text);
+}
+
+void ListingWindow::OpenSide(Side side) {
+  const HeaderFile& file = file_->shape()->files[side];
+  const std::optional<NativePath> path = FileOfHeader(file);
+  if (!path) {
+    program_.platform.ShowMessage(
+        {"ファイルが見つかりません\r\n" + DecodeSjis(file.path) +
+         (file.is_whole ? "" : "\r\n（結果ﾘｽﾄにはパスの全体がない場合があります）")});
+    return;
+  }
+  if (program_.actions.OpenFile(*path) == DesktopActions::OpenResult::kNoAssociation)
+    Open(program_, *path);
+}
+
+// What is drawn on paper is read before.
+bool ListingWindow::ReadAll() {
+  const WaitCursor wait;
+  while (file_->ReadOn(size_t{1} << 24)) {
+  }
+  return file_->failure().ok();
+}
+
+void ListingWindow::PrintOnPaper() {
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setPageLayout(*MakePageLayout("A4", false));
+  printer.setDocName(ToQString(NativePath(FileNameOf(path_))));
+  QPrintDialog dialog(&printer, this);
+  if (dialog.exec() != QDialog::Accepted || !ReadAll()) return;
+  const WaitCursor wait;
+  if (!DrawOnPaper(*file_, FileNameOf(path_), printer, [] { return true; }))
+    program_.platform.ShowMessage({"印刷できません"});
+}
+
+void ListingWindow::SavePdf() {
+  OutputChooser chooser(DirOf(path_));
+  const NativePath path =
+      chooser.Choose(this, {.title = "PDF に出力",
+                            .filters = {ChooserFilter("PDF", "*.pdf")},
+                            .name = ToQString(NativePath(FileNameOf(path_))) + ".pdf",
+                            .suffix = "pdf"});
+  if (path.empty() || !ReadAll()) return;
+  Status status = RefuseOutput(path, {path_}, {});
+  if (status.ok()) {
+    const WaitCursor wait;
+    status = WritePdf(*file_, FileNameOf(path_), path, *MakePageLayout("A4", false),
+                      [] { return true; });
+  }
+  if (!status.ok()) {
+    program_.platform.ShowMessage(
+        {"PDF を出力できません: " + DescribeError(status.error()) + "\r\n" + PathToUtf8(path)});
+  }
+}
+
+}  // namespace ledrix
