@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QEvent>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -62,6 +63,10 @@ class ListingView : public QAbstractScrollArea {
   QSize sizeHint() const override;
 
  protected:
+  // No tool tip lies over the rows.
+  bool viewportEvent(QEvent* event) override {
+    return event->type() == QEvent::ToolTip || QAbstractScrollArea::viewportEvent(event);
+  }
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void scrollContentsBy(int dx, int dy) override;

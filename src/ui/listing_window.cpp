@@ -172,10 +172,11 @@ QString ListingWindow::CountsText() const {
 void ListingWindow::ShowState() {
   block_text_->setText(StateText());
   counts_text_->setText(CountsText());
-  for (QLabel* const text : {counts_text_, options_text_}) text->setToolTip(text->text());
   counts_text_->setVisible(!counts_text_->text().isEmpty());
   options_text_->setVisible(file_->shape() != nullptr);
   if (file_->shape() != nullptr) options_text_->setText(ToQString(file_->shape()->conditions));
+  // Where a narrow window cuts them.
+  for (QLabel* const text : {counts_text_, options_text_}) text->setToolTip(text->text());
   map_->update();
 }
 

@@ -19,6 +19,7 @@
 #include "text/code_page_932.h"
 #include "ui/choosers.h"
 #include "ui/desktop_actions.h"
+#include "ui/explain.h"
 #include "ui/find_bar.h"
 #include "ui/listing_paper.h"
 #include "ui/listing_window.h"
@@ -70,6 +71,7 @@ std::optional<Place> AskPlace(QWidget& parent, bool has_blocks) {
   form->addRow(block);
   form->addRow(line);
   form->addRow(buttons);
+  Explain(dialog);
   QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
   if (dialog.exec() != QDialog::Accepted || number->text().isEmpty()) return std::nullopt;
