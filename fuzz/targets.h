@@ -21,6 +21,7 @@ void CommandLineTarget(std::string_view bytes);
 void NamePatternTarget(std::string_view bytes);
 void LauncherTarget(std::string_view bytes);
 void RecordTarget(std::string_view bytes);
+void ListingTarget(std::string_view bytes);
 
 struct Target {
   std::string_view name;
@@ -44,6 +45,7 @@ inline constexpr Target kTargets[] = {
     {"name-pattern", NamePatternTarget, 8000},
     {"launcher", LauncherTarget, 2000},
     {"record", RecordTarget, 2000},
+    {"listing", ListingTarget, 2000},
 };
 
 }  // namespace ledrix::fuzz

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstring>
 
 #include "text/ascii.h"
 #include "text/code_page_932.h"
-#include "text/leading_number.h"
 
 namespace ledrix {
 namespace {
@@ -27,8 +27,15 @@ bool Holds(SjisView line, SjisView text) {
 SjisView Cut(SjisView line, size_t begin, size_t size) {
   return line.From(begin).First(size);
 }
+// The digits that a text begins with as a number; 0 when there are none, or too many.
+int64_t LeadingDigits(SjisView text) {
+  int64_t number = 0;
+  const std::string_view bytes = text.bytes();
+  const auto [end, error] = std::from_chars(bytes.data(), bytes.data() + bytes.size(), number);
+  return error == std::errc() && number > 0 ? number : 0;
+}
 int NumberAt(SjisView line, size_t begin, size_t size) {
-  return static_cast<int>(LeadingNumber(Trim(Cut(line, begin, size)).bytes()));
+  return static_cast<int>(LeadingDigits(Trim(Cut(line, begin, size).First(9))));
 }
 // The number behind a text of the line.
 int NumberBehind(SjisView line, SjisView text) {
@@ -162,7 +169,7 @@ std::optional<Marker> ReadMarker(const ListingFormat& format, SjisView line) {
     return std::nullopt;
   }
   const SjisView text = marker.First(marker.size() - format.ruler.size());
-  const auto block = static_cast<int64_t>(LeadingNumber(text.From(2).bytes()));
+  const int64_t block = LeadingDigits(text.From(2));
   for (const char kind : {'S', 'E'}) {
     if (text == SjisView(BlockMarkerText(kind, block))) {
       return Marker{kind == 'S' ? RowKind::kBlockStart : RowKind::kBlockEnd, block};
