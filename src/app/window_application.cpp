@@ -7,11 +7,6 @@
 #include "ui/fonts.h"
 
 namespace ledrix {
-namespace {
-
-constexpr int kSignalPollMilliseconds = 200;
-
-}  // namespace
 
 WindowApplication::WindowApplication(int& argc, char** argv) : application_(argc, argv) {
   QApplication::setApplicationName("ledrix");

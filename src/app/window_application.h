@@ -7,6 +7,9 @@
 
 namespace ledrix {
 
+// How often a run with windows looks for a signal that asks to stop.
+inline constexpr int kSignalPollMilliseconds = 200;
+
 // Speaks Japanese, also in Qt's own dialogs, and has fonts for it.
 class WindowApplication {
  public:

@@ -23,7 +23,6 @@ namespace ledrix {
 namespace {
 
 constexpr qint64 kSplashMilliseconds = 1500;
-constexpr int kSignalPollMilliseconds = 200;
 
 void WaitForSplash(const QElapsedTimer& shown) {
   while (shown.elapsed() <= kSplashMilliseconds && !IsStopSignalled()) {

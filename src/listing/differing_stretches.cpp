@@ -159,7 +159,7 @@ class EditGraph {
  private:
   int OldSize() const { return static_cast<int>(old_.size()); }
   int NewSize() const { return static_cast<int>(new_.size()); }
-  static size_t Place(int diagonal) { return static_cast<size_t>(diagonal + kMostEdits + 1); }
+  static size_t Place(int diagonal) { return static_cast<size_t>(diagonal) + kMostEdits + 1; }
 
   // True when the last edit on the way to a diagonal takes an element of the new side.
   static bool TakesNew(const std::vector<int>& reach, int edits, int diagonal) {

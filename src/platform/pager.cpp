@@ -87,6 +87,7 @@ Pager::Pager() {
   }
   std::vector<std::string> words = PagerWords();
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   const pid_t child = fork();

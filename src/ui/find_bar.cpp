@@ -13,25 +13,25 @@
 namespace ledrix {
 
 FindBar::FindBar(Hooks hooks, QWidget* parent) : QWidget(parent), hooks_(std::move(hooks)) {
-  FindText = Named(new QLineEdit, "FindText");
-  FindText->setPlaceholderText("検索する文字列");
-  FindText->setClearButtonEnabled(true);
-  FindCase = Named(new QCheckBox("大文字小文字を区別(&C)"), "FindCase");
-  FindWidth = Named(new QCheckBox("全角半角を区別(&W)"), "FindWidth");
-  FindCount = Named(new QLabel, "FindCount");
+  text_ = Named(new QLineEdit, "FindText");
+  text_->setPlaceholderText("検索する文字列");
+  text_->setClearButtonEnabled(true);
+  case_ = Named(new QCheckBox("大文字小文字を区別(&C)"), "FindCase");
+  width_ = Named(new QCheckBox("全角半角を区別(&W)"), "FindWidth");
+  count_ = Named(new QLabel, "FindCount");
   auto* const next = Named(new QPushButton("次(&N)"), "BtnFindNext");
   auto* const previous = Named(new QPushButton("前(&P)"), "BtnFindPrevious");
   auto* const close = Named(new QPushButton("閉じる"), "BtnFindClose");
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(6, 3, 6, 3);
-  for (QWidget* const part : {static_cast<QWidget*>(FindText), static_cast<QWidget*>(next),
-                              static_cast<QWidget*>(previous), static_cast<QWidget*>(FindCase),
-                              static_cast<QWidget*>(FindWidth), static_cast<QWidget*>(FindCount),
-                              static_cast<QWidget*>(close)}) {
-    row->addWidget(part, part == FindText ? 1 : 0);
+  for (QWidget* const part :
+       {static_cast<QWidget*>(text_), static_cast<QWidget*>(next), static_cast<QWidget*>(previous),
+        static_cast<QWidget*>(case_), static_cast<QWidget*>(width_), static_cast<QWidget*>(count_),
+        static_cast<QWidget*>(close)}) {
+    row->addWidget(part, part == text_ ? 1 : 0);
   }
-  connect(FindText, &QLineEdit::textChanged, this, [this] { hooks_.changed(); });
-  for (QCheckBox* const box : {FindCase, FindWidth})
+  connect(text_, &QLineEdit::textChanged, this, [this] { hooks_.changed(); });
+  for (QCheckBox* const box : {case_, width_})
     connect(box, &QCheckBox::toggled, this, [this] { hooks_.changed(); });
   connect(next, &QPushButton::clicked, this, [this] { hooks_.go(true); });
   connect(previous, &QPushButton::clicked, this, [this] { hooks_.go(false); });
@@ -40,25 +40,25 @@ FindBar::FindBar(Hooks hooks, QWidget* parent) : QWidget(parent), hooks_(std::mo
 
 void FindBar::Open() {
   show();
-  FindText->setFocus(Qt::ShortcutFocusReason);
-  FindText->selectAll();
+  text_->setFocus(Qt::ShortcutFocusReason);
+  text_->selectAll();
 }
 
 TextFinder FindBar::Finder() const {
-  return {ToUtf8(FindText->text()), {!FindCase->isChecked(), !FindWidth->isChecked()}};
+  return {ToUtf8(text_->text()), {!case_->isChecked(), !width_->isChecked()}};
 }
 
 void FindBar::Tell(const ListingSearch& search) {
-  if (FindText->text().isEmpty()) {
-    FindCount->clear();
+  if (text_->text().isEmpty()) {
+    count_->clear();
     return;
   }
   const QString more = search.is_full() ? " 件以上" : search.is_done() ? " 件" : " 件（検索中）";
   if (search.is_done() && search.count() == 0) {
-    FindCount->setText("見つかりません");
+    count_->setText("見つかりません");
     return;
   }
-  FindCount->setText(QString("%1 / %2%3").arg(search.number()).arg(search.count()).arg(more));
+  count_->setText(QString("%1 / %2%3").arg(search.number()).arg(search.count()).arg(more));
 }
 
 void FindBar::keyPressEvent(QKeyEvent* event) {

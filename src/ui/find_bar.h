@@ -32,10 +32,10 @@ class FindBar : public QWidget {
 
  private:
   const Hooks hooks_;
-  QLineEdit* FindText;
-  QCheckBox* FindCase;
-  QCheckBox* FindWidth;
-  QLabel* FindCount;
+  QLineEdit* text_;
+  QCheckBox* case_;
+  QCheckBox* width_;
+  QLabel* count_;
 };
 
 }  // namespace ledrix

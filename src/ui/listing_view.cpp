@@ -10,9 +10,9 @@
 namespace ledrix {
 namespace {
 
-constexpr int kMargin = 14;  // pixels left of column 0, for the bar
-constexpr int kBarLeft = 3;
-constexpr int kBarWidth = 7;
+constexpr int kEdge = 14;  // pixels left of column 0, for the bar
+constexpr int kEdgeBarLeft = 3;
+constexpr int kEdgeBarWidth = 7;
 constexpr int kSmallestFont = 8;
 constexpr int kLargestFont = 64;
 
@@ -27,7 +27,7 @@ ListingView::ListingView(QWidget* parent) : QAbstractScrollArea(parent) {
 }
 
 QSize ListingView::sizeHint() const {
-  return {static_cast<int>(painter_->column() * 188) + kMargin + 60,
+  return {static_cast<int>(painter_->column() * 188) + kEdge + 60,
           static_cast<int>(painter_->row() * 40)};
 }
 
@@ -96,7 +96,7 @@ void ListingView::UpdateScrollBars() {
       may_shrink ? hidden : std::max<int64_t>(hidden, verticalScrollBar()->maximum());
   verticalScrollBar()->setRange(0, static_cast<int>(range));
   verticalScrollBar()->setPageStep(static_cast<int>(visible_lines()));
-  const int columns = (viewport()->width() - kMargin) / static_cast<int>(painter_->column());
+  const int columns = (viewport()->width() - kEdge) / static_cast<int>(painter_->column());
   horizontalScrollBar()->setRange(0, std::max(0, static_cast<int>(widest_) + 2 - columns));
   horizontalScrollBar()->setPageStep(columns);
   horizontalScrollBar()->setSingleStep(4);
@@ -242,17 +242,17 @@ void ListingView::PaintRow(QPainter& painter, int64_t line, qreal top) {
   const QRectF row(0, top, width, painter_->row());
   if (look.back.isValid()) painter.fillRect(row, look.back);
   if (is_selected && first != last) painter.fillRect(row, colors_.selected_back);
-  painter.fillRect(QRectF(0, top, kMargin - 2, painter_->row()), colors_.back);
-  DrawBar(painter, QRectF(kBarLeft, top, kBarWidth, painter_->row()), look);
+  painter.fillRect(QRectF(0, top, kEdge - 2, painter_->row()), colors_.back);
+  DrawBar(painter, QRectF(kEdgeBarLeft, top, kEdgeBarWidth, painter_->row()), look);
 
   const LineText text = file_->TextAt(line);
   widest_ = std::max(widest_, WidthOf(text));
   const auto left = static_cast<size_t>(horizontalScrollBar()->value());
   const qreal column = painter_->column();
   const size_t end = left + static_cast<size_t>(width / column) + 2;
-  const QPointF origin(kMargin - column * static_cast<qreal>(left), top);
+  const QPointF origin(kEdge - column * static_cast<qreal>(left), top);
   painter.save();
-  painter.setClipRect(QRectF(kMargin, top, width - kMargin, painter_->row()));
+  painter.setClipRect(QRectF(kEdge, top, width - kEdge, painter_->row()));
   PaintFound(painter, line, text, origin);
   const bool is_dim = kind == RowKind::kOmission;
   const bool is_marker = kind == RowKind::kBlockStart || kind == RowKind::kBlockEnd;
@@ -264,7 +264,7 @@ void ListingView::PaintRow(QPainter& painter, int64_t line, qreal top) {
                         is_selected && first != last ? colors_.selected_text : look.bar);
   if (is_selected && first == last) {
     painter.setPen(QPen(colors_.selected_back, 1, Qt::DotLine));
-    painter.drawRect(QRectF(kMargin, top, width - kMargin - 1, painter_->row() - 1));
+    painter.drawRect(QRectF(kEdge, top, width - kEdge - 1, painter_->row() - 1));
   }
   painter.restore();
 }

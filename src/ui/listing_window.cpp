@@ -22,7 +22,7 @@
 namespace ledrix {
 namespace {
 
-constexpr qint64 kSliceMilliseconds = 12;
+constexpr qint64 kReadMilliseconds = 12;
 constexpr size_t kSliceBytes = size_t{1} << 20;
 constexpr int kFollowMilliseconds = 1000;
 
@@ -107,7 +107,7 @@ void ListingWindow::ReadOn() {
   QElapsedTimer slice;
   slice.start();
   bool more = true;
-  while (more && slice.elapsed() < kSliceMilliseconds) more = file_->ReadOn(kSliceBytes);
+  while (more && slice.elapsed() < kReadMilliseconds) more = file_->ReadOn(kSliceBytes);
   if (!more) reading_.stop();
   view_->TakeGrowth();
   map_->update();

@@ -213,7 +213,7 @@ TEST(FinishedListing, IsToldFromOtherTexts) {
     EXPECT_FALSE(file.summary()) << size;
     size_t bytes = 0;
     for (int64_t line = 0; line < file.lines(); ++line) bytes += WidthOf(file.TextAt(line)) + 2;
-    EXPECT_EQ(file.shape() != nullptr, size > 6 * 188) << size;
+    EXPECT_EQ(file.shape() != nullptr, size > 1128) << size;
     EXPECT_GE(bytes + 3, size);
   }
   EXPECT_FALSE(ViewedFile::Open(NativePath(read.folder.path())).ok());
