@@ -71,7 +71,7 @@ std::vector<NativePath> PdfPaths(const PdfArguments& arguments, bool is_folder) 
   return paths;
 }
 
-// Writes one PDF file; returns why it could not be, in one line.
+// Writes one PDF file; returns why it could not be, or what it lacks, in one line.
 std::optional<std::string> MakePdf(const NativePath& listing, const NativePath& path,
                                    const QPageLayout& layout) {
   Result<ViewedFile> file = ViewedFile::Open(listing);
@@ -83,10 +83,8 @@ std::optional<std::string> MakePdf(const NativePath& listing, const NativePath& 
   const Status status =
       WritePdf(file.value(), FileNameOf(listing), path, layout, [] { return !IsStopSignalled(); });
   if (!status.ok()) return PathToUtf8(path) + ": " + DescribeError(status.error());
-  if (file.value().has_cut_lines())
-    PrintTrouble(kDesktopProgram,
-                 PathToUtf8(listing) + ": 長すぎる行は先頭の 65,536 バイトだけを出力しました");
-  return std::nullopt;
+  if (!file.value().has_cut_lines()) return std::nullopt;
+  return PathToUtf8(listing) + ": 長すぎる行は先頭の 65,536 バイトだけを出力しました";
 }
 
 }  // namespace
