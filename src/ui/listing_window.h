@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPageLayout>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -70,6 +71,8 @@ class ListingWindow : public QMainWindow {
   void OpenSide(Side side);
   void Zoom(int steps);
   void SetScheme(int scheme);
+  int PaperChoice() const;  // of the menu's entries, from 0
+  QPageLayout PaperLayout() const;
   void PrintOnPaper();
   void SavePdf();
   bool ReadAll();

@@ -13,10 +13,14 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpressionValidator>
+#include <algorithm>
+#include <iterator>
 
 #include "platform/output_guard.h"
 #include "platform/services.h"
+#include "settings/settings_store.h"
 #include "text/code_page_932.h"
+#include "text/leading_number.h"
 #include "ui/choosers.h"
 #include "ui/desktop_actions.h"
 #include "ui/explain.h"
@@ -44,6 +48,29 @@ std::optional<NativePath> FileOfHeader(const HeaderFile& file) {
     path.resize(mark);
   }
   return std::nullopt;
+}
+
+struct Paper {
+  const char* caption;
+  const char* size;
+  bool portrait;
+};
+constexpr Paper kPapers[] = {{"A4 横(&1)", "A4", false}, {"A4 縦(&2)", "A4", true},
+                             {"B4 横(&3)", "B4", false}, {"B4 縦(&4)", "B4", true},
+                             {"A3 横(&5)", "A3", false}, {"A3 縦(&6)", "A3", true}};
+
+// Entries of a menu of which one holds; their names are `array` and their index.
+void AddChoices(QMenu& menu, const char* array, const QStringList& captions,
+                const std::function<int()>& current, const std::function<void(int)>& choose) {
+  auto* const group = new QActionGroup(&menu);
+  for (int i = 0; i < captions.size(); ++i) {
+    QAction* const action = Named(menu.addAction(captions[i]), array, i);
+    action->setCheckable(true);
+    group->addAction(action);
+    QObject::connect(action, &QAction::triggered, &menu, [choose, i] { choose(i); });
+  }
+  QObject::connect(&menu, &QMenu::aboutToShow, &menu,
+                   [group, current] { group->actions()[current()]->setChecked(true); });
 }
 
 struct Place {
@@ -106,6 +133,14 @@ void ListingWindow::MakeFileMenu() {
   }
   Add(menu, "MenuViewPrint", "印刷(&P)...", QKeySequence::Print, [this] { PrintOnPaper(); });
   Add(menu, "MenuViewPdf", "PDF に出力(&D)...", {}, [this] { SavePdf(); });
+  QStringList papers;
+  for (const Paper& paper : kPapers) papers.append(paper.caption);
+  AddChoices(
+      *Named(menu->addMenu("用紙(&S)"), "MenuViewPapers"), "MenuViewPaper", papers,
+      [this] { return PaperChoice(); },
+      [this](int choice) {
+        program_.store.WriteSetting("Viewer", "Paper", std::to_string(choice));
+      });
   menu->addSeparator();
   Add(menu, "MenuViewClose", "閉じる(&C)", QKeySequence("Ctrl+W"), [this] { close(); });
 }
@@ -148,18 +183,11 @@ void ListingWindow::MakeViewMenu() {
   findChild<QAction*>("MenuViewLarger")
       ->setShortcuts({QKeySequence::ZoomIn, QKeySequence("Ctrl+;"), QKeySequence("Ctrl+=")});
   menu->addSeparator();
-  QMenu* const colors = Named(menu->addMenu("配色(&C)"), "MenuViewColors");
-  auto* const group = new QActionGroup(colors);
-  int scheme = 0;
-  for (const char* const caption : {"自動(&A)", "明るい(&L)", "暗い(&D)", "ハイコントラスト(&H)"}) {
-    const int number = scheme++;
-    QAction* const action = Named(colors->addAction(caption), "MenuViewScheme", number);
-    action->setCheckable(true);
-    group->addAction(action);
-    connect(action, &QAction::triggered, this, [this, number] { SetScheme(number); });
-  }
-  connect(colors, &QMenu::aboutToShow, this,
-          [this, group] { group->actions()[static_cast<int>(view_->scheme())]->setChecked(true); });
+  AddChoices(
+      *Named(menu->addMenu("配色(&C)"), "MenuViewColors"), "MenuViewScheme",
+      {"自動(&A)", "明るい(&L)", "暗い(&D)", "ハイコントラスト(&H)"},
+      [this] { return static_cast<int>(view_->scheme()); },
+      [this](int scheme) { SetScheme(scheme); });
 }
 
 void ListingWindow::AskForPlace() {
@@ -215,6 +243,16 @@ void ListingWindow::OpenSide(Side side) {
     Open(program_, *path);
 }
 
+int ListingWindow::PaperChoice() const {
+  const int choice = LeadingInteger(program_.store.ReadSetting("Viewer", "Paper", "0"));
+  return std::clamp<int>(choice, 0, static_cast<int>(std::size(kPapers)) - 1);
+}
+
+QPageLayout ListingWindow::PaperLayout() const {
+  const Paper& paper = kPapers[PaperChoice()];
+  return *MakePageLayout(paper.size, paper.portrait);
+}
+
 // What is drawn on paper is read before.
 bool ListingWindow::ReadAll() {
   const WaitCursor wait;
@@ -225,7 +263,7 @@ bool ListingWindow::ReadAll() {
 
 void ListingWindow::PrintOnPaper() {
   QPrinter printer(QPrinter::HighResolution);
-  printer.setPageLayout(*MakePageLayout("A4", false));
+  printer.setPageLayout(PaperLayout());
   printer.setDocName(ToQString(NativePath(FileNameOf(path_))));
   QPrintDialog dialog(&printer, this);
   if (dialog.exec() != QDialog::Accepted || !ReadAll()) return;
@@ -245,8 +283,7 @@ void ListingWindow::SavePdf() {
   Status status = RefuseOutput(path, {path_}, {});
   if (status.ok()) {
     const WaitCursor wait;
-    status = WritePdf(*file_, FileNameOf(path_), path, *MakePageLayout("A4", false),
-                      [] { return true; });
+    status = WritePdf(*file_, FileNameOf(path_), path, PaperLayout(), [] { return true; });
   }
   if (!status.ok()) {
     program_.platform.ShowMessage(
