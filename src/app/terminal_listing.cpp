@@ -13,6 +13,9 @@ constexpr const char* kEndColor = "\033[0m";
 constexpr const char* kUnderline = "\033[4m";
 constexpr const char* kEndUnderline = "\033[24m";
 
+// Columns of the ruler beside one side alone: with the mark it fits a terminal of 80 columns.
+constexpr size_t kMostRuler = 74;
+
 LineText Part(const LineText& text, size_t begin, size_t end) {
   LineText part;
   size_t column = 0;
@@ -115,9 +118,8 @@ bool TerminalListing::PutSide(int64_t line, RowKind kind, std::string& out) {
   if (kind == RowKind::kBlockStart || kind == RowKind::kBlockEnd) {
     const LineText ruler = FromUtf8(shape.format.ruler.bytes());
     shown = Part(row, mark_at, WidthOf(row) - shape.format.ruler.size());
-    shown.insert(
-        shown.end(), ruler.begin(),
-        ruler.begin() + static_cast<int64_t>(std::min(ruler.size(), shape.style.side_width)));
+    shown.insert(shown.end(), ruler.begin(),
+                 ruler.begin() + static_cast<int64_t>(std::min(ruler.size(), kMostRuler)));
   } else if (kind == RowKind::kOmission) {
     shown = FromUtf8(shape.style.simple ? "======" : " 中略");
   } else {
