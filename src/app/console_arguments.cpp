@@ -26,7 +26,8 @@ constexpr const char* kHelp =
         ledrixc view [オプション] LISTING|-
 
   compare OLD NEW   旧ファイル OLD と新ファイル NEW を比較し、結果ﾘｽﾄを出力します
-                    （フォルダ同士の場合は同じ名前のファイルを全て比較します）
+                    （フォルダ同士の場合は同じ名前のファイルを全て比較します。
+                    片方を - とすると標準入力を読みます）
   steps             行数を数えます（フォルダの場合は CSV 形式で出力します）
   snapshot FOLDER   ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを作成します
   dircomp OLD NEW   フォルダまたはﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを比較します
@@ -45,13 +46,18 @@ compare のオプション:
                     または文字コード名）
 
   --view            比較の後、結果ﾘｽﾄを端末に表示します
+  --label-old TEXT  出力に表示する旧ファイルの名称（パスの代わり）
+  --label-new TEXT  出力に表示する新ファイルの名称
 
 view のオプション:
   --color WHEN      色を付けるかどうか（auto 端末の場合だけ、always、never）
   --side SIDE       片側だけを表示します（old 旧、new 新）
   --blocks N-M      N 番目から M 番目までのブロックだけを表示します
 
-compare、snapshot、dircomp のオプション:
+compare、snapshot、compare、dircomp のオプション:
+  --no-history      実行履歴に記録しません
+
+dircomp のオプション:
   --evidence FILE   実行の証跡を FILE に出力します（既にあるファイルには出力しません）
   --sums FILE       証跡のハッシュ値を sha256sum -c の形式でも出力します
   --signed-by TEXT  証跡に責任者などの文言を記載します
@@ -145,6 +151,9 @@ void AddCompare(CLI::App& app, ConsoleArguments& parsed) {
   command.add_flag("--mrg", arguments->merge_source);
   command.add_flag("--marks", arguments->marks);
   command.add_flag("--view", arguments->view);
+  AddText(command, "--label-old", arguments->label_old);
+  AddText(command, "--label-new", arguments->label_new);
+  command.add_flag("--no-history", arguments->no_history);
   AddEvidence(command, arguments->evidence);
 }
 
@@ -193,6 +202,7 @@ void AddOthers(CLI::App& app, ConsoleArguments& parsed) {
   AddText(dircomp_command, "--range", dircomp->range)
       ->check(CLI::IsMember({"full", "current", "none"}));
   AddText(dircomp_command, "--types", dircomp->types);
+  dircomp_command.add_flag("--no-history", dircomp->no_history);
   AddEvidence(dircomp_command, dircomp->evidence);
 
   const auto judge = std::make_shared<JudgeArguments>();

@@ -24,6 +24,7 @@ struct EvidenceArguments {
   std::string signed_by;
 };
 
+// "-" is standard input, for one side.
 struct CompareArguments {
   std::string old_path;
   std::string new_path;
@@ -34,7 +35,10 @@ struct CompareArguments {
   bool merge_source = false;
   bool marks = false;
   EvidenceArguments evidence;
-  bool view = false;  // show the listings afterwards
+  bool view = false;      // show the listings afterwards
+  std::string label_old;  // what outputs call the files, or empty
+  std::string label_new;
+  bool no_history = false;  // the run log is not written
 };
 
 struct JudgeArguments {
@@ -60,6 +64,7 @@ struct DirCompArguments {
   std::string out;
   std::string range = "current";  // "full", "current" or "none"
   std::string types;              // name patterns joined by ";", or empty
+  bool no_history = false;        // the run log is not written
   EvidenceArguments evidence;
 };
 

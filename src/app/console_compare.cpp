@@ -128,6 +128,51 @@ int CompareFolders(ConsoleRun& run) {
   return run.Run();
 }
 
+// What a side is called where its path tells nothing.
+constexpr const char* kInputLabel = "標準入力";
+constexpr const char* kInputPath = "/dev/stdin";
+
+bool IsInput(const std::string& path) {
+  return path == "-";
+}
+
+// The paths and the labels of the two sides. Returns why they cannot be compared.
+std::optional<std::string> TakeSides(const CompareArguments& arguments, JobRequest& request) {
+  const bool old_is_input = IsInput(arguments.old_path);
+  const bool new_is_input = IsInput(arguments.new_path);
+  if (old_is_input && new_is_input) return "標準入力を指定できるのは片方だけです";
+  const auto path = [](const std::string& given) {
+    return MakeAbsolute(NativePath(IsInput(given) ? kInputPath : given));
+  };
+  request.OldPath = path(arguments.old_path);
+  request.NewPath = path(arguments.new_path);
+  request.labels = {arguments.label_old, arguments.label_new};
+  const bool has_folder = IsMeantAsFolder(request.OldPath) || IsMeantAsFolder(request.NewPath);
+  if (has_folder && (old_is_input || new_is_input)) return "フォルダと標準入力は比較できません";
+  if (has_folder && !(arguments.label_old + arguments.label_new).empty())
+    return "--label-old と --label-new はファイル同士の比較に指定してください";
+  for (const Side side : kBothSides) {
+    const bool is_input = side == Side::kOld ? old_is_input : new_is_input;
+    if (is_input && request.labels[side].empty()) request.labels[side] = kInputLabel;
+  }
+  return std::nullopt;
+}
+
+// Outputs go beside a file, which standard input and an empty file in /dev are none of.
+std::optional<std::string> TakeOutputsFromNewSide(ConsoleRun& run,
+                                                  const CompareArguments& arguments) {
+  JobRequest& request = run.request;
+  if (!arguments.out.empty()) return std::nullopt;
+  if (!IsInput(arguments.old_path) && !IsNull(request.OldPath)) return std::nullopt;
+  if (IsInput(arguments.new_path) || IsNull(request.NewPath))
+    return "出力先を --out で指定してください";
+  OutputChoices& choices = run.job.outputs;
+  choices.OutputDirMode = OutputDirMode::kNewDir;
+  if (!IsInput(arguments.old_path)) return std::nullopt;
+  request.OutPath = MakeOutputNames(run.options, choices, request.NewPath, request.NewPath).OutPath;
+  return std::nullopt;
+}
+
 int Compare(ConsoleRun& run, const CompareArguments& arguments) {
   if (!run.LoadOptions()) return kTroubleStatus;
   if (const auto refused = ChooseCharset(arguments.charset, run.options)) {
@@ -135,8 +180,8 @@ int Compare(ConsoleRun& run, const CompareArguments& arguments) {
   }
   JobRequest& request = run.request;
   OutputChoices& choices = run.job.outputs;
-  request.OldPath = MakeAbsolute(NativePath(arguments.old_path));
-  request.NewPath = MakeAbsolute(NativePath(arguments.new_path));
+  if (const auto refused = TakeSides(arguments, request)) return run.Refuse(*refused);
+  run.keeps_history = !arguments.no_history;
   choices.OptSbnList = arguments.difference_file;
   choices.OptCsvList = arguments.csv;
   choices.OptMrgSrc = arguments.merge_source;
@@ -153,11 +198,7 @@ int Compare(ConsoleRun& run, const CompareArguments& arguments) {
     }
     return CompareFolders(run);
   }
-  // Outputs go beside a file, which an empty file in /dev is none of.
-  if (arguments.out.empty() && IsNull(request.OldPath)) {
-    if (IsNull(request.NewPath)) return run.Refuse("出力先を --out で指定してください");
-    choices.OutputDirMode = OutputDirMode::kNewDir;
-  }
+  if (const auto refused = TakeOutputsFromNewSide(run, arguments)) return run.Refuse(*refused);
   // A file and a folder: the file of the same name in that folder.
   for (const NativePath& path : {request.OldPath, request.NewPath}) {
     const Result<FileInfo> info = GetFileInfo(path);

@@ -120,6 +120,7 @@ int RunSnapshotCommand(const CommonArguments& common, const SnapshotArguments& a
 int RunDirCompCommand(const CommonArguments& common, const DirCompArguments& arguments) {
   ConsoleRun run(common);
   if (!run.LoadOptions()) return kTroubleStatus;
+  run.keeps_history = !arguments.no_history;
   run.request.JobKind = JobKind::kDirComp;
   run.request.CompareRange = RangeOf(arguments.range);
   run.AskForEvidence(arguments.evidence);

@@ -35,7 +35,7 @@ void ConsoleRun::AskForEvidence(const EvidenceArguments& evidence) {
 
 int ConsoleRun::Run() {
   BeginJob(job, request);
-  if (common_.settings_file == "none") {
+  if (common_.settings_file == "none" || !keeps_history) {
     RunJob(services_, {sides, nullptr});
   } else {
     RunLog log(ProgramFolder(), platform_);

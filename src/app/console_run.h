@@ -36,7 +36,8 @@ class ConsoleRun {
   // Puts what is asked of the record into the request. `common` holds the command line.
   void AskForEvidence(const EvidenceArguments& evidence);
 
-  // Runs the job that `request` describes, with the run log unless the settings are "none".
+  // Runs the job that `request` describes, with the run log unless it is not to be kept or the
+  // settings are "none".
   // Returns the exit status.
   int Run();
 
@@ -44,6 +45,8 @@ class ConsoleRun {
   std::vector<NativePath> Outputs() const;
 
   RunServices& services() { return services_; }
+
+  bool keeps_history = true;  // the run log is written
 
   OptionRecord options;
   JobRecord job;

@@ -57,6 +57,8 @@ class PairCompare {
       : services_(services),
         job_(services.job()),
         files_(job_.files),
+        labels_{NativePath(job_.request.labels[Side::kOld]),
+                NativePath(job_.request.labels[Side::kNew])},
         old_side_{ShownPath(Side::kOld), std::nullopt, std::nullopt, {}},
         new_side_{ShownPath(Side::kNew), std::nullopt, std::nullopt, {}},
         options_(services.options()),
@@ -109,8 +111,10 @@ class PairCompare {
     return side == Side::kOld ? files_.OldPath : files_.NewPath;
   }
   const NativePath& ShownPath(Side side) const {
-    return job_.rerun ? job_.rerun->shown[side].path : PathOf(side);
+    if (job_.rerun) return job_.rerun->shown[side].path;
+    return HasLabel(side) ? labels_[side] : PathOf(side);
   }
+  bool HasLabel(Side side) const { return !labels_[side].empty(); }
   // Where what is read of a side goes as well, if anybody wants to know.
   Sha256* HashOf(Side side) {
     return services_.witness() != nullptr ? &hashes_[IndexOf(side)] : nullptr;
@@ -134,7 +138,8 @@ class PairCompare {
   RunServices& services_;
   JobRecord& job_;
   const JobFiles& files_;
-  ReadInput old_side_;  // what is read
+  const PerSide<NativePath> labels_;  // what the user calls the sides, or empty
+  ReadInput old_side_;                // what is read
   ReadInput new_side_;
   JudgedInput judged_[2];  // old, new
   Sha256 hashes_[2];       // of what was read, for the witness
@@ -251,7 +256,7 @@ bool PairCompare::ConvertInput(Side which, ReadInput& side, const char* title) {
   if (!read.ok()) return FailToConvert(read.error(), path, title);
   side = std::move(read.value());
   if (judged.file) side.found_by = judged.found_by;
-  if (job_.rerun) side.shown_path = ShownPath(which);
+  if (job_.rerun || HasLabel(which)) side.shown_path = ShownPath(which);
   if (hash != nullptr && !side.is_hashed) hash->Reset();
   return !services_.YieldAndAskStop() || Stop();
 }

@@ -73,6 +73,7 @@ struct JobRequest {
   Side ActiveSide = Side::kOld;
   enum CompareRange CompareRange = CompareRange::kFullPath;
   EvidenceRequest evidence;
+  PerSide<std::string> labels;  // UTF-8, what a compare of two files calls them; empty: their paths
   PerSide<int64_t> subfolders{-1, -1};  // that a compare of folders leaves out; -1: not counted
 };
 
