@@ -6,106 +6,16 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
-#include <limits>
 #include <memory>
+#include <optional>
+#include <string_view>
 
+#include "app/console_help.h"
 #include "platform/native_path.h"
-#include "settings/help_texts.h"
-#include "settings/option_record.h"
+#include "platform/version.h"
 
 namespace ledrix {
 namespace {
-
-constexpr const char* kHelp =
-    R"(使い方: ledrixc compare OLD NEW [オプション]
-        ledrixc steps FILE|FOLDER [--out FILE]
-        ledrixc snapshot FOLDER --out FILE
-        ledrixc dircomp OLD NEW --out FILE [オプション]
-        ledrixc judge [--why [--pair]] FILE...
-        ledrixc verify [オプション] RECORD...
-        ledrixc view [オプション] LISTING|-
-
-  compare OLD NEW   旧ファイル OLD と新ファイル NEW を比較し、結果ﾘｽﾄを出力します
-                    （フォルダ同士の場合は同じ名前のファイルを全て比較します。
-                    片方を - とすると標準入力を読みます）
-  steps             行数を数えます（フォルダの場合は CSV 形式で出力します）
-  snapshot FOLDER   ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを作成します
-  dircomp OLD NEW   フォルダまたはﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを比較します
-  judge FILE...     ファイルの文字コードを判定します（- は標準入力）
-  verify RECORD...  証跡を検証します（記録、入力、出力、再実行の結果）
-  view LISTING      結果ﾘｽﾄを端末に表示します（- は標準入力、他のテキストも表示できます）
-
-compare のオプション:
-  --out FILE|FOLDER 結果ﾘｽﾄのファイル、または出力先のフォルダ
-                    （指定なしの場合は旧ファイルのフォルダ）
-  --sbn             差分ﾌｧｲﾙも出力します
-  --csv             CSV形式の一覧も出力します
-  --mrg             ﾏｰｼﾞｿｰｽも出力します
-  --marks           ﾏｰｼﾞｿｰｽの各行に出所の印を付けます
-  --charset NAME    文字コード（none 無変換、auto 先頭から判定、sure 全体から判定、
-                    または文字コード名）
-
-  --view            比較の後、結果ﾘｽﾄを端末に表示します
-  --label-old TEXT  出力に表示する旧ファイルの名称（パスの代わり）
-  --label-new TEXT  出力に表示する新ファイルの名称
-
-view のオプション:
-  --color WHEN      色を付けるかどうか（auto 端末の場合だけ、always、never）
-  --side SIDE       片側だけを表示します（old 旧、new 新）
-  --blocks N-M      N 番目から M 番目までのブロックだけを表示します
-
-compare、snapshot、compare、dircomp のオプション:
-  --no-history      実行履歴に記録しません
-
-dircomp のオプション:
-  --evidence FILE   実行の証跡を FILE に出力します（既にあるファイルには出力しません）
-  --sums FILE       証跡のハッシュ値を sha256sum -c の形式でも出力します
-  --signed-by TEXT  証跡に責任者などの文言を記載します
-
-verify のオプション:
-  --root OLD=NEW    証跡のパスの先頭 OLD を NEW に読み替えます（何度でも指定できます）
-  --no-rerun        再実行による確認を省きます
-
-judge のオプション:
-  --why             全てのバイトから判定し、判定の方法と根拠も表示します
-                    （タブ区切りで、文字コード、方法、ファイル、根拠）
-  --pair            --why と共に、二つのファイルを組として判定します
-
-dircomp のオプション:
-  --range RANGE     比較範囲（full フルパス、current カレントパス、none パスなし）
-  --types PATTERNS  対象の名称（例 "*.CBL;*.COB"）
-
-共通のオプション:
-  --set KEY=VALUE   オプションを設定します（何度でも指定できます）
-  --help-options    --set で設定できるオプションを全て表示します
-  --settings FILE   保存されている設定の代わりに FILE の設定を使います
-  --settings none   保存されている設定を使わず、全て既定値にします
-  --quiet           結果を標準出力に表示しません
-  --progress        端末に進行状況を表示します
-  --                以降をオプションとして扱いません
-  --help            この説明を表示します
-  --version         バージョンを表示します
-
-終了ステータス: 0 相違なし  1 相違あり  2 エラーまたは中断)";
-
-// What --set takes: each key with its values, its default and what it does.
-std::string OptionList() {
-  std::string list;
-  for (const OptionField& field : OptionFields()) {
-    const bool is_text = field.kind == OptionKind::kText;
-    const bool is_unbounded = field.highest == std::numeric_limits<int16_t>::max();
-    const std::string range =
-        is_text ? std::string("文字列")
-                : std::to_string(field.lowest) + "～" +
-                      (is_unbounded ? std::string() : std::to_string(field.highest));
-    list += std::string(field.key.text()) + "  " + range + "（既定値 " +
-            (is_text ? "\"" + std::string(field.default_text) + "\""
-                     : std::string(field.default_text)) +
-            "）\n    " + std::string(OptionHelp(field.key).text) + "\n";
-  }
-  list.pop_back();
-  return list;
-}
 
 ConsoleExit Refuse(const std::string& reason) {
   return {"ledrixc: " + reason + "（使い方は ledrixc --help）", 2};
@@ -115,6 +25,17 @@ CLI::Validator NotEmpty() {
   return CLI::Validator(
       [](const std::string& text) {
         return text.empty() ? std::string("値が空です") : std::string();
+      },
+      "");
+}
+
+CLI::Validator OneOf(const std::vector<std::string>& values) {
+  return CLI::Validator(
+      [values](const std::string& text) {
+        if (std::find(values.begin(), values.end(), text) != values.end()) return std::string();
+        std::string list;
+        for (const std::string& value : values) list += (list.empty() ? "" : "、") + value;
+        return list + " のいずれかを指定してください";
       },
       "");
 }
@@ -174,8 +95,8 @@ void AddView(CLI::App& app, ConsoleArguments& parsed) {
   const auto arguments = std::make_shared<ViewArguments>();
   CLI::App& command = AddCommand(app, "view", parsed, arguments);
   command.add_option("LISTING", arguments->path)->required();
-  AddText(command, "--color", arguments->color)->check(CLI::IsMember({"auto", "always", "never"}));
-  AddText(command, "--side", arguments->side)->check(CLI::IsMember({"old", "new"}));
+  AddText(command, "--color", arguments->color)->check(OneOf({"auto", "always", "never"}));
+  AddText(command, "--side", arguments->side)->check(OneOf({"old", "new"}));
   command.add_option_function<std::string>("--blocks", [arguments](const std::string& text) {
     const std::string wrong = ReadBlocks(text, *arguments);
     if (!wrong.empty()) throw CLI::ValidationError(wrong);
@@ -199,8 +120,7 @@ void AddOthers(CLI::App& app, ConsoleArguments& parsed) {
   dircomp_command.add_option("OLD", dircomp->old_path)->required();
   dircomp_command.add_option("NEW", dircomp->new_path)->required();
   AddText(dircomp_command, "--out", dircomp->out)->required();
-  AddText(dircomp_command, "--range", dircomp->range)
-      ->check(CLI::IsMember({"full", "current", "none"}));
+  AddText(dircomp_command, "--range", dircomp->range)->check(OneOf({"full", "current", "none"}));
   AddText(dircomp_command, "--types", dircomp->types);
   dircomp_command.add_flag("--no-history", dircomp->no_history);
   AddEvidence(dircomp_command, dircomp->evidence);
@@ -225,6 +145,53 @@ void AddCommon(CLI::App& app, CommonArguments& arguments) {
   app.add_flag("--progress", arguments.progress);
 }
 
+// The command that a line is about, if any.
+std::string CommandOf(int argc, char** argv) {
+  const auto names = CommandNames();
+  for (int i = 1; i < argc; ++i) {
+    if (std::find(names.begin(), names.end(), argv[i]) != names.end()) return argv[i];
+  }
+  return {};
+}
+
+// What the parser says in front of its own words: the name of an argument.
+std::string NameIn(const CLI::ParseError& error) {
+  const std::string text = error.what();
+  return text.substr(0, text.find_first_of(": "));
+}
+
+std::optional<ConsoleExit> Parse(CLI::App& app, int argc, char** argv) {
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::RequiredError& error) {
+    return Refuse("引数が足りません: " + NameIn(error));
+  } catch (const CLI::ArgumentMismatch& error) {
+    return Refuse("引数に誤りが有ります: " + NameIn(error) + " の値がありません");
+  } catch (const CLI::RequiresError& error) {
+    return Refuse("引数に誤りが有ります: " + NameIn(error) +
+                  " は --evidence と共に指定してください");
+  } catch (const CLI::ParseError& error) {
+    return Refuse("引数に誤りが有ります: " + std::string(error.what()));
+  }
+  return std::nullopt;
+}
+
+// An argument that nothing takes: a command or an option that is misspelt, or one too many.
+ConsoleExit RefuseExtra(const CLI::App& app, const std::string& extra) {
+  const std::string shown = PathToUtf8(NativePath(extra));
+  const auto commands = app.get_subcommands();
+  if (commands.empty())
+    return Refuse("不明なコマンドです: " + shown + DidYouMean(extra, CommandNames()));
+  std::vector<std::string> names;
+  for (const CLI::App* const known : {&app, static_cast<const CLI::App*>(commands.front())}) {
+    for (const CLI::Option* const option : known->get_options())
+      names.push_back(option->get_name());
+  }
+  const std::vector<std::string_view> views(names.begin(), names.end());
+  const bool is_option = extra.starts_with("-");
+  return Refuse("不明な引数です: " + shown + (is_option ? DidYouMean(extra, views) : ""));
+}
+
 }  // namespace
 
 std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char** argv) {
@@ -244,24 +211,18 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
   AddView(app, arguments);
   AddOthers(app, arguments);
 
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::RequiredError&) {
-    if (!help) return Refuse("引数が足りません");
-  } catch (const CLI::ParseError& error) {
-    return Refuse("引数に誤りが有ります: " + std::string(error.what()));
-  }
+  if (const auto refused = Parse(app, argc, argv); refused && !help) return *refused;
   const auto* const judge = std::get_if<JudgeArguments>(&arguments.command);
   if (judge != nullptr && judge->pair && (!judge->why || judge->paths.size() != 2)) {
     return Refuse("--pair には --why と二つのファイルを指定してください");
   }
-  if (help) return ConsoleExit{kHelp, 0};
-  if (options) return ConsoleExit{OptionList(), 0};
-  if (version) return ConsoleExit{"ledrixc " LEDRIX_VERSION, 0};
+  if (help) return ConsoleExit{CommandHelpText(CommandOf(argc, argv)), 0};
+  if (options) return ConsoleExit{OptionListText(), 0};
+  if (version) return ConsoleExit{std::string("ledrixc ") + ProgramVersion(), 0};
   std::vector<std::string> extras = app.remaining(true);
   // The parser hands on the mark that ends the options.
   extras.erase(std::remove(extras.begin(), extras.end(), "--"), extras.end());
-  if (!extras.empty()) return Refuse("不明な引数です: " + PathToUtf8(NativePath(extras.front())));
+  if (!extras.empty()) return RefuseExtra(app, extras.front());
   if (app.get_subcommands().empty()) return Refuse("コマンドが指定されていません");
   arguments.common.command_line = "ledrixc";
   for (int i = 1; i < argc; ++i) arguments.common.command_line += " " + std::string(argv[i]);

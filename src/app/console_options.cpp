@@ -1,5 +1,8 @@
 #include "app/console_options.h"
 
+#include <vector>
+
+#include "app/console_help.h"
 #include "app/console_platform.h"
 #include "charset/line_converter.h"
 #include "charset/read_with_conversion.h"
@@ -15,7 +18,12 @@ std::optional<std::string> SetOption(OptionDraft& draft, const std::string& argu
   if (equals == std::string::npos) {
     return "--set には KEY=VALUE を指定してください: " + argument;
   }
-  return draft.Set(argument.substr(0, equals), argument.substr(equals + 1));
+  const std::string key = argument.substr(0, equals);
+  auto refused = draft.Set(key, argument.substr(equals + 1));
+  if (!refused || FindOptionField(key) != nullptr) return refused;
+  std::vector<std::string_view> keys;
+  for (const OptionField& field : OptionFields()) keys.push_back(field.key.text());
+  return *refused + DidYouMean(key, keys);
 }
 
 std::optional<std::string> CheckFixedFolder(const OptionRecord& options) {

@@ -5,6 +5,7 @@
 
 #include "platform/files.h"
 #include "platform/replacement.h"
+#include "platform/version.h"
 #include "settings/compare_options.h"
 
 namespace ledrix {
@@ -100,7 +101,7 @@ bool EvidenceJob::Begin() {
 
 void EvidenceJob::WriteHead() {
   const JobRequest& request = services_.job().request;
-  writer_->Line("プログラム", "Ledrix " LEDRIX_VERSION);
+  writer_->Line("プログラム", std::string("Ledrix ") + ProgramVersion());
   writer_->Line("開始", NowText());
   writer_->Line("指示", request.evidence.command);
   if (!request.evidence.signed_by.empty()) writer_->Line("署名", request.evidence.signed_by);

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "platform/version.h"
 #include "ui/desktop_actions.h"
 #include "ui/explain.h"
 #include "ui/named.h"
@@ -21,7 +22,7 @@ LedrixFv::LedrixFv(Use use, DesktopActions& actions, QWidget* parent) : QDialog(
   large.setBold(true);
   name->setFont(large);
   auto* const about = new QLabel("ﾃｷｽﾄ･ﾃﾞｨﾚｸﾄﾘ ｺﾝﾍﾟｱﾂｰﾙ");
-  auto* const version = Named(new QLabel("Version." LEDRIX_VERSION), "LblVersion");
+  auto* const version = Named(new QLabel(QString("Version.") + ProgramVersion()), "LblVersion");
   auto* const address = Named(new QLineEdit(kWebAddress), "TextURL");
   address->setReadOnly(true);
   address->setMinimumWidth(address->fontMetrics().averageCharWidth() * 40);

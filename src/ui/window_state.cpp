@@ -6,6 +6,7 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "platform/version.h"
 #include "settings/option_record.h"
 #include "settings/twips.h"
 #include "ui/program_commands.h"
@@ -143,7 +144,7 @@ void WindowState::StoreGeometry() {
 
 void WindowState::StoreVersion() {
   SettingsStore& store = program_.store;
-  const QStringList version = QString(LEDRIX_VERSION).split('.');
+  const QStringList version = QString(ProgramVersion()).split('.');
   const char* const keys[] = {"Major", "Minor", "Revision"};
   for (int i = 0; i < 3; ++i) {
     store.WriteSetting("Settings", keys[i], ToUtf8(version.value(i).rightJustified(2, '0')));
