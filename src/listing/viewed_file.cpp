@@ -240,6 +240,7 @@ const ViewedFile::LoadedPart& ViewedFile::Load(size_t index) {
 }
 
 ViewedFile::Line ViewedFile::LineAt(int64_t line) {
+  if (line == lines_) return {carried_, true};
   const auto behind =
       std::upper_bound(parts_.begin(), parts_.end(), line,
                        [](int64_t wanted, const Part& part) { return wanted < part.line; });

@@ -52,8 +52,8 @@ class ViewedFile {
   // A line read so far is longer than what is shown of it.
   bool has_cut_lines() const { return has_cut_lines_; }
 
-  // Known so far.
-  int64_t lines() const { return lines_; }
+  // Known so far; the last one may be read up to its middle.
+  int64_t lines() const { return lines_ + (carried_.empty() ? 0 : 1); }
   // Empty and zero for a text that is no listing.
   const std::vector<ListingBlock>& blocks() const;
   const ChangeCounts& counts() const;
@@ -124,7 +124,7 @@ class ViewedFile {
   std::string carried_;      // the bytes of the line that is being read, as many as are shown
   uint64_t line_begin_ = 0;  // where that line begins
   uint64_t read_ = 0;
-  int64_t lines_ = 0;
+  int64_t lines_ = 0;  // read to their ends
   bool is_read_ = false;
   bool has_cut_lines_ = false;
   Status failure_;

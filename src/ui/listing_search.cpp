@@ -78,7 +78,9 @@ void ListingSearch::Settle() {
 void ListingSearch::SearchOn() {
   QElapsedTimer slice;
   slice.start();
-  while (slice.elapsed() < kSliceMilliseconds && next_ < file_->lines() && !is_full()) {
+  // The last line may still grow.
+  const int64_t end = file_->is_read() ? file_->lines() : file_->lines() - 1;
+  while (slice.elapsed() < kSliceMilliseconds && next_ < end && !is_full()) {
     for (const FoundText& found : finder_->FindIn(file_->TextAt(next_)))
       places_.push_back({next_, found});
     ++next_;
