@@ -5,6 +5,9 @@
 namespace ledrix {
 namespace {
 
+// Beyond every place in a line: the "?" of a line are counted by themselves.
+constexpr uint64_t kLostPlace = uint64_t{1} << 40;
+
 // Spreads each bit of a value over all of them.
 uint64_t Spread(uint64_t value) {
   value = (value ^ (value >> 33)) * 0xFF51AFD7ED558CCD;
@@ -16,11 +19,15 @@ uint64_t Spread(uint64_t value) {
 
 void ConversionLoss::AddCharacter(uint64_t ordinal, char32_t character) {
   Begin(ordinal, Kind::kCharacter, character);
+  AddFolded(kLostPlace + ordinal, character);
 }
 
 void ConversionLoss::AddInvalid(uint64_t ordinal, std::string_view bytes) {
   Begin(ordinal, Kind::kInvalid, bytes.size());
   AddToLast(bytes);
+  // Beyond every character of Unicode.
+  for (const char byte : bytes)
+    AddFolded(kLostPlace + ordinal, 0x110000 + static_cast<unsigned char>(byte));
 }
 
 void ConversionLoss::AddFolded(uint64_t place, char32_t character) {

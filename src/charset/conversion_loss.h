@@ -16,7 +16,7 @@
 namespace ledrix {
 
 // The lines of a text that hold characters of which Shift_JIS has one code for several, such as the
-// two that are the wave dash, in another than the usual one.
+// two that are the wave dash, in another than the usual one, or what became "?".
 struct FoldedLine {
   int64_t line;     // from 0
   uint64_t digest;  // of those characters and their places in the converted line

@@ -88,6 +88,10 @@ bool EvidenceJob::Begin() {
     Fail(request.sums_path, Error::System(EEXIST));
     return false;
   }
+  if (request.sums_path == request.path) {
+    Fail(request.sums_path, Error{ErrorKind::kOutputTwice});
+    return false;
+  }
   Result<RecordWriter> begun = RecordWriter::Begin(request.path);
   if (!begun.ok()) {
     Fail(request.path, begun.error());
@@ -242,22 +246,25 @@ void EvidenceJob::Finish() {
     if (clock_) writer_->Line("出力日時", FormatDateTime(*clock_));
     for (const OutputNote& output : outputs_) WriteOutput(output);
   }
+  // The record tells how the job ended, so nothing may fail behind it but the record itself.
+  const EvidenceRequest& request = services_.job().request.evidence;
+  const Status sums = WriteSums();
+  if (!sums.ok()) Fail(request.sums_path, sums.error());
   writer_->Section("末尾");
+  if (!sums.ok()) writer_->Line("ハッシュ一覧", "出力できません");
   writer_->Line("終了", NowText());
   writer_->Line("終了ステータス", static_cast<int64_t>(services_.end()));
   writer_->Line("組", pairs_);
   for (size_t i = 0; i < ends_.size(); ++i) {
     writer_->Line(EndWord(static_cast<PairEnd>(i)), ends_[i]);
   }
-  const EvidenceRequest& request = services_.job().request.evidence;
   if (const Status failed = writer_->Finish(); !failed.ok()) {
     Fail(request.path, failed.error());
+    // Sums of a job without a record prove nothing.
+    if (sums.ok() && !request.sums_path.empty()) RemoveFile(request.sums_path).Ignore();
     return;
   }
   services_.AddResultLines(request.path, "証跡");
-  if (const Status unwritten = WriteSums(); !unwritten.ok()) {
-    Fail(request.sums_path, unwritten.error());
-  }
 }
 
 void EvidenceJob::AddSum(const NativePath& path, const std::string& sha256) {

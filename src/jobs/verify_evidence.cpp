@@ -22,7 +22,9 @@ constexpr const char* kChanged = "変更あり";
 constexpr const char* kGone = "なし";
 constexpr const char* kUnknown = "確認不可";  // nothing stays of it
 
-constexpr const char* kSnapshot = "ﾃﾞｨﾚｸﾄﾘ情報作成";  // the kind of job
+// Kinds of jobs.
+constexpr const char* kSnapshot = "ﾃﾞｨﾚｸﾄﾘ情報作成";
+constexpr const char* kDirectoryCompare = "ﾃﾞｨﾚｸﾄﾘ比較";
 constexpr const char* kOutputKinds[] = {"結果ﾘｽﾄ", "差分ﾌｧｲﾙ", "ﾏｰｼﾞｿｰｽ", "CSV", "出力"};
 
 bool IsPair(const RecordSection& section) {
@@ -52,6 +54,7 @@ class RecordCheck {
   void CheckTotals();
   void CheckPairInputs(const RecordSection& pair);
   void CheckInput(const RecordSection& pair, const std::string& side);
+  void TellUnrecorded(const NativePath& recorded);
   void CheckOutputs(const RecordSection& section);
   void CheckFile(const char* what, const NativePath& recorded, const std::string& sha256);
 
@@ -63,6 +66,7 @@ class RecordCheck {
   const RecordSection* TreeOf(Side side) const;
   void BeginDirectories(RerunJob& rerun, const NativePath& folder);
   void TellTree(const RecordSection& tree, const std::optional<EntriesNote>& note);
+  void CheckDirectories();
   void RerunDirectories();
   void TellRerun(bool same, const std::string& path);
 
@@ -120,12 +124,26 @@ void RecordCheck::Check() {
   for (const RecordSection& section : record_.sections) {
     if (IsPair(section)) CheckPairInputs(section);
   }
-  if (TreeOf(Side::kOld) == nullptr) {
+  const std::string& kind = record_.head().Text("種類");
+  if (kind != kSnapshot && kind != kDirectoryCompare) {
     for (const RecordSection& section : record_.sections) CheckOutputs(section);
     if (inputs_match_ && request_.reruns && !stopped_()) RerunPairs();
   } else {
-    RerunDirectories();
+    CheckDirectories();
   }
+}
+
+// A directory job that failed has taken the entries of no side, or of one.
+void RecordCheck::CheckDirectories() {
+  bool are_recorded = true;
+  for (const Side side : kBothSides) {
+    const std::string* const path = record_.head().Find(side == Side::kOld ? "旧" : "新");
+    const bool is_needed = side == Side::kOld || record_.head().Text("種類") == kDirectoryCompare;
+    if (!is_needed || TreeOf(side) != nullptr) continue;
+    are_recorded = false;
+    TellUnrecorded(NativePath(path == nullptr ? std::string() : *path));
+  }
+  if (are_recorded) RerunDirectories();
 }
 
 // The totals at the end must be those of the pairs.
@@ -171,13 +189,19 @@ void RecordCheck::CheckPairInputs(const RecordSection& pair) {
   }
 }
 
+// Of an input of a job that failed there is no digest, so nobody can say that it is as it was.
+void RecordCheck::TellUnrecorded(const NativePath& recorded) {
+  Line("入力", "記録なし", recorded);
+  Note(JobEnd::kTrouble);
+}
+
 void RecordCheck::CheckInput(const RecordSection& pair, const std::string& side) {
   const std::string* const path = pair.Find(side);
   const std::string* const sha256 = pair.Find(side + " SHA-256");
   if (path == nullptr) return;
   const NativePath recorded(*path);
   if (sha256 == nullptr) {
-    if (pair.Text("結果") != EndWord(PairEnd::kExcluded)) Line("入力", "読取なし", recorded);
+    if (pair.Text("結果") != EndWord(PairEnd::kExcluded)) TellUnrecorded(recorded);
   } else if (pair.Text(side + " 種別") == "ファイル") {
     CheckFile("入力", recorded, *sha256);
   } else {
@@ -383,12 +407,17 @@ void RecordCheck::BeginDirectories(RerunJob& rerun, const NativePath& folder) {
   shown.no_entries.Add(Mapped(NativePath(outputs->Text("出力"))));
 }
 
+// A directory information file is looked at as a file. The entries of a folder are those that the
+// job has taken again; without them nobody can say anything of a folder that is there.
 void RecordCheck::TellTree(const RecordSection& tree, const std::optional<EntriesNote>& note) {
-  const NativePath path = Mapped(NativePath(tree.Text("パス")));
+  const NativePath recorded(tree.Text("パス"));
+  if (tree.Text("種別") != "フォルダ") return CheckFile("入力", recorded, tree.Text("SHA-256"));
+  const NativePath path = Mapped(recorded);
   const bool is_same = note && note->sha256 == tree.Text("SHA-256");
-  Line("入力", is_same ? kSame : GetFileInfo(path).ok() ? kChanged : kGone, path);
+  const bool is_gone = !note && !GetFileInfo(path).ok();
+  Line("入力", is_same ? kSame : is_gone ? kGone : note ? kChanged : kUnknown, path);
   if (is_same) return;
-  Note(JobEnd::kDifference);
+  Note(note || is_gone ? JobEnd::kDifference : JobEnd::kTrouble);
   inputs_match_ = false;
 }
 

@@ -13,7 +13,7 @@ struct Description {
   const char* text;
 };
 
-constexpr std::array<Description, 20> kDescriptions = {{
+constexpr std::array<Description, 21> kDescriptions = {{
     {ENOENT, "ファイルが見つかりません"},
     {EACCES, "アクセスが拒否されました"},
     {EPERM, "操作が許可されていません"},
@@ -33,6 +33,7 @@ constexpr std::array<Description, 20> kDescriptions = {{
     {ENODEV, "デバイスが有りません"},
     {EBUSY, "使用中です"},
     {EINTR, "中断されました"},
+    {EEXIST, "同じ名前のファイルが既に存在します"},
     {ETXTBSY, "実行中のプログラムです"},
 }};
 
