@@ -190,6 +190,8 @@ void ViewedFile::EndReading() {
     last.push_back(SjisText(SjisView::FromBytes(LineAt(line).bytes)));
   }
   summary_ = ReadSummary(*shape_, ViewsOf(last));
+  // The line of the simple form has spaces where rows have their marks.
+  if (summary_) body_end_ = lines_ - (shape_->style.simple ? 1 : 3);
 }
 
 const std::vector<ListingBlock>& ViewedFile::blocks() const {
@@ -264,7 +266,7 @@ LineText ViewedFile::TextAt(int64_t line) {
 }
 
 RowKind ViewedFile::KindAt(int64_t line) {
-  if (!shape_ || line < shape_->header_lines) return RowKind::kOther;
+  if (!shape_ || line < shape_->header_lines || line >= body_end_) return RowKind::kOther;
   return KindOfRow(*shape_, SjisView::FromBytes(LineAt(line).bytes));
 }
 

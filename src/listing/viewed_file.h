@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -68,7 +69,7 @@ class ViewedFile {
   // REQUIRES: line < lines().
   Line LineAt(int64_t line);
   LineText TextAt(int64_t line);
-  // kOther for the lines of a text that is no listing, and of a header.
+  // kOther for the lines of a text that is no listing, of a header and of a summary.
   RowKind KindAt(int64_t line);
 
   // The first row of the change that a line belongs to; the line itself for any other.
@@ -125,6 +126,7 @@ class ViewedFile {
   uint64_t line_begin_ = 0;  // where that line begins
   uint64_t read_ = 0;
   int64_t lines_ = 0;  // read to their ends
+  int64_t body_end_ = std::numeric_limits<int64_t>::max();  // where the summary begins, if known
   bool is_read_ = false;
   bool has_cut_lines_ = false;
   Status failure_;

@@ -181,6 +181,7 @@ TEST(FinishedListing, AgreesWithTheCompareOfRandomPairs) {
       ASSERT_EQ(read.front_end.results.back(), result) << settings;
     }
     EXPECT_EQ(file.shape()->files[Side::kOld].path.bytes(), Sjis(read.job.files.OldPath.bytes()));
+    EXPECT_EQ(read.file->KindAt(file.lines() - 1), RowKind::kOther) << settings;
     ChangeCounts in_blocks;
     int64_t number = 0;
     int64_t line = -1;
