@@ -125,7 +125,7 @@ class ViewedFile {
   std::string carried_;      // the bytes of the line that is being read, as many as are shown
   uint64_t line_begin_ = 0;  // where that line begins
   uint64_t read_ = 0;
-  int64_t lines_ = 0;  // read to their ends
+  int64_t lines_ = 0;                                       // read to their ends
   int64_t body_end_ = std::numeric_limits<int64_t>::max();  // where the summary begins, if known
   bool is_read_ = false;
   bool has_cut_lines_ = false;
