@@ -58,6 +58,12 @@ Result<ViewedFile> OpenView(const NativePath& path) {
   return ViewedFile::OpenCopy(std::move(source.value()), path, kMostShownOfLine);
 }
 
+// As far as it can be read, or until a signal asks to stop.
+void ReadWhole(ViewedFile& file) {
+  while (!IsStopSignalled() && file.ReadOn(kBytesPerLook)) {
+  }
+}
+
 // True when the terminal cannot show all of it at once.
 bool NeedsPager(std::vector<OpenedView>& views, const TerminalLook& look) {
   const std::optional<TerminalSize> terminal = OutputTerminal();
@@ -123,8 +129,7 @@ int RunViewCommand(const ViewArguments& arguments) {
   std::vector<OpenedView> views;
   views.push_back({name, std::move(file.value())});
   ViewedFile& view = views.front().file;
-  while (!IsStopSignalled() && view.ReadOn(kBytesPerLook)) {
-  }
+  ReadWhole(view);
   const TerminalLook look = LookOf(arguments);
   if (view.shape() == nullptr && (look.side || look.blocks)) {
     return Tell(name, "テキスト比較の結果ﾘｽﾄではありません");
@@ -143,8 +148,7 @@ int ShowListings(const std::vector<NativePath>& files, const ViewArguments& argu
     // What an unchanged pair leaves out is nothing to show.
     if (!file.ok() || file.value().shape() == nullptr) continue;
     views.push_back({PathToUtf8(path), std::move(file.value())});
-    while (!IsStopSignalled() && views.back().file.ReadOn(kBytesPerLook)) {
-    }
+    ReadWhole(views.back().file);
   }
   return views.empty() ? 0 : Show(views, LookOf(arguments));
 }

@@ -30,12 +30,6 @@ void TrimEnd(LineText& text) {
   while (!text.empty() && text.back().character == U' ') text.pop_back();
 }
 
-LineText FromUtf8(std::string_view utf8) {
-  LineText text;
-  for (const char32_t c : Utf8Characters(utf8)) text.push_back({c, ColumnsOf(c)});
-  return text;
-}
-
 }  // namespace
 
 TerminalListing::TerminalListing(ViewedFile& file, TerminalLook look)
@@ -73,7 +67,7 @@ bool TerminalListing::Next(std::string& line) {
     if (look_.side) {
       if (!PutSide(at, kind, line)) continue;
     } else {
-      PutRow(at, kind, line);
+      PutRow(at, line);
     }
     return true;
   }
@@ -83,11 +77,11 @@ bool TerminalListing::Next(std::string& line) {
 void TerminalListing::PutHeading(std::string& out) {
   const HeaderFile& file = file_.shape()->files[*look_.side];
   const std::string label = look_.side == Side::kOld ? "旧 " : "新 ";
-  Put(FromUtf8(label + DecodeSjis(file.path) + "  " + file.stamp), {}, kNoColor, out);
+  Put(DecodeUtf8Line(label + DecodeSjis(file.path) + "  " + file.stamp), {}, kNoColor, out);
 }
 
-const char* TerminalListing::ColorOf(int64_t line, RowKind kind) {
-  switch (kind == RowKind::kContinued ? file_.KindAt(file_.FirstRowOf(line)) : kind) {
+const char* TerminalListing::ColorOf(int64_t line) {
+  switch (file_.ChangeAt(line)) {
     case RowKind::kChanged:
       return "\033[33m";
     case RowKind::kAdded:
@@ -104,8 +98,8 @@ const char* TerminalListing::ColorOf(int64_t line, RowKind kind) {
   }
 }
 
-void TerminalListing::PutRow(int64_t line, RowKind kind, std::string& out) {
-  Put(file_.TextAt(line), file_.StretchesAt(line), ColorOf(line, kind), out);
+void TerminalListing::PutRow(int64_t line, std::string& out) {
+  Put(file_.TextAt(line), file_.StretchesAt(line), ColorOf(line), out);
 }
 
 // The mark and the text of the side; false when the row shows nothing of it.
@@ -116,12 +110,12 @@ bool TerminalListing::PutSide(int64_t line, RowKind kind, std::string& out) {
   LineText shown = Part(row, mark_at, mark_at + kMarkWidth);
   std::vector<Stretch> stretches;
   if (kind == RowKind::kBlockStart || kind == RowKind::kBlockEnd) {
-    const LineText ruler = FromUtf8(shape.format.ruler.bytes());
+    const LineText ruler = DecodeUtf8Line(shape.format.ruler.bytes());
     shown = Part(row, mark_at, WidthOf(row) - shape.format.ruler.size());
     shown.insert(shown.end(), ruler.begin(),
                  ruler.begin() + static_cast<int64_t>(std::min(ruler.size(), kMostRuler)));
   } else if (kind == RowKind::kOmission) {
-    shown = FromUtf8(shape.style.simple ? "======" : " 中略");
+    shown = DecodeUtf8Line(shape.style.simple ? "======" : " 中略");
   } else {
     const auto bytes = SjisView::FromBytes(file_.LineAt(line).bytes);
     const auto columns = TextColumns(shape, kind, bytes, *look_.side);
@@ -130,7 +124,7 @@ bool TerminalListing::PutSide(int64_t line, RowKind kind, std::string& out) {
     // The new line of a changed pair is a change like its old one.
     const int64_t first = file_.FirstRowOf(line);
     if (shape.style.vertical && file_.KindAt(first) == RowKind::kChanged && first != line)
-      shown = FromUtf8(DecodeSjis(shape.format.marks.changed));
+      shown = DecodeUtf8Line(DecodeSjis(shape.format.marks.changed));
     const LineText text = Part(row, begin, columns->end);
     shown.insert(shown.end(), text.begin(), text.end());
     for (const Stretch& stretch : file_.StretchesAt(line)) {
@@ -139,7 +133,7 @@ bool TerminalListing::PutSide(int64_t line, RowKind kind, std::string& out) {
           {0, stretch.begin - begin + kMarkWidth, stretch.end - begin + kMarkWidth});
     }
   }
-  Put(shown, stretches, ColorOf(line, kind), out);
+  Put(shown, stretches, ColorOf(line), out);
   return true;
 }
 

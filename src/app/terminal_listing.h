@@ -35,11 +35,11 @@ class TerminalListing {
  private:
   bool IsShown(int64_t line, RowKind kind) const;
   void PutHeading(std::string& out);
-  void PutRow(int64_t line, RowKind kind, std::string& out);
+  void PutRow(int64_t line, std::string& out);
   bool PutSide(int64_t line, RowKind kind, std::string& out);
   void Put(const LineText& text, const std::vector<Stretch>& stretches, const char* color,
            std::string& out);
-  const char* ColorOf(int64_t line, RowKind kind);
+  const char* ColorOf(int64_t line);
 
   ViewedFile& file_;
   const TerminalLook look_;

@@ -8,7 +8,6 @@
 namespace ledrix::modComp {
 namespace {
 
-constexpr int kMaxRows = 10;
 // Beyond every number of context lines: what follows the block's end is no longer its context.
 constexpr int kContextUsedUp = 100;
 constexpr std::string_view kLineEnd = "\r\n";
@@ -82,7 +81,7 @@ void ListingBody::Close() {
   } else if (state_ == BlockState::kInBlock && !options_.simple) {
     WriteBlockMarker('E');
   }
-  WriteFixedWidth(listing_, format_.RulerLine(), format_.listing_width());
+  WriteFixedWidth(listing_, format_.ruler_line, format_.listing_width());
 }
 
 void ListingBody::OpenBlock() {
@@ -133,7 +132,7 @@ void ListingBody::WriteSideBySide(const SjisText& mark, bool with_old, bool with
     rest = piece.rest;
     return RowSide{piece.bytes, ring.current_number()};
   };
-  for (int row = 0; row < kMaxRows; ++row) {
+  for (size_t row = 0; row < kMostRowsOfLine; ++row) {
     if (row > 0 && old_rest.empty() && new_rest.empty()) break;
     const RowSide old_side = next_row(with_old, old_rest, old_);
     const RowSide new_side = next_row(with_new, new_rest, new_);

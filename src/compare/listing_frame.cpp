@@ -5,7 +5,6 @@
 namespace ledrix::modComp {
 namespace {
 
-constexpr size_t kStampWidth = 16;
 constexpr size_t kBoxWidth = 62;         // each of the two boxes of the header
 constexpr size_t kOptionWidth = 26;      // the option text of the box form
 constexpr size_t kSummaryWidth = 69;     // the first box of the summary and the frame of "OLD"
@@ -142,7 +141,7 @@ void WriteHeaderBox(OutputFile& listing, const CompareOptions& options, const Li
 
   const SjisText bottom = "┗"_sjis + Rule(format.side_width / 2 - 3) + "━┛"_sjis;
   WriteFixedWidth(listing, bottom + Spaces(odd) + "STATUS"_sjis + Spaces(odd) + bottom, width);
-  WriteFixedWidth(listing, format.RulerLine(), width);
+  WriteFixedWidth(listing, format.ruler_line, width);
 }
 
 void WriteSimpleHeader(OutputFile& listing, const CompareOptions& options,
@@ -159,7 +158,7 @@ void WriteSimpleHeader(OutputFile& listing, const CompareOptions& options,
                   width);
   const SjisText gap = Spaces(kMarkWidth + 2 * odd);
   WriteFileCells(listing, width, data, {format.side_width - odd, 17, {}, {}, gap, gap});
-  WriteFixedWidth(listing, format.RulerLine(), width);
+  WriteFixedWidth(listing, format.ruler_line, width);
 }
 
 void WriteSummaryBox(OutputFile& listing, const ListingFormat& format,

@@ -99,6 +99,17 @@ LineText DecodeRow(const ListingShape& shape, SjisView line) {
   return text;
 }
 
+LineText DecodeUtf8Line(std::string_view line) {
+  LineText text;
+  text.reserve(line.size());
+  for (size_t at = 0; at < line.size();) {
+    const Utf8Char c = DecodeUtf8(line, at);
+    Put(c.valid ? c.character : kReplacementCharacter, text);
+    at += c.size;
+  }
+  return text;
+}
+
 LineDecoder::LineDecoder(SureCode code) : code_(code) {
   if (code == SureCode::kEuc || code == SureCode::kJis) {
     converter_ = LineConverter::Make(modJudgeCode::CharsetNameOf(code));
@@ -114,7 +125,7 @@ LineText LineDecoder::Decode(std::string_view bytes, bool is_first) {
     converter_->Convert(bytes, LinePosition::kLater, converted);
     DecodeSjisLine(converted, text);
   } else if (code_ == SureCode::kUtf8) {
-    DecodeUtf8Line(bytes, text);
+    text = DecodeUtf8Line(bytes);
   } else if (code_ == SureCode::kUtf16Le || code_ == SureCode::kUtf16Be) {
     DecodeUtf16Line(bytes, text);
   } else if (iconv_ != nullptr) {
@@ -124,14 +135,6 @@ LineText LineDecoder::Decode(std::string_view bytes, bool is_first) {
   }
   if (is_first) DropMark(text);
   return text;
-}
-
-void LineDecoder::DecodeUtf8Line(std::string_view bytes, LineText& text) const {
-  for (size_t at = 0; at < bytes.size();) {
-    const Utf8Char c = DecodeUtf8(bytes, at);
-    Put(c.valid ? c.character : kReplacementCharacter, text);
-    at += c.size;
-  }
 }
 
 void LineDecoder::DecodeUtf16Line(std::string_view bytes, LineText& text) const {

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,6 +40,8 @@ std::string ToUtf8(const LineText& text);
 void DecodeSjisLine(SjisView line, LineText& text);
 LineText DecodeRow(const ListingShape& shape, SjisView line);
 
+LineText DecodeUtf8Line(std::string_view line);
+
 // Decodes the lines of a text in any of the codes that are judged.
 class LineDecoder {
  public:
@@ -50,7 +51,6 @@ class LineDecoder {
   LineText Decode(std::string_view bytes, bool is_first);
 
  private:
-  void DecodeUtf8Line(std::string_view bytes, LineText& text) const;
   void DecodeUtf16Line(std::string_view bytes, LineText& text) const;
   void DecodeByIconv(std::string_view bytes, LineText& text);
 

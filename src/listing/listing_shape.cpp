@@ -11,10 +11,6 @@
 namespace ledrix {
 namespace {
 
-constexpr size_t kStampWidth = 16;
-constexpr size_t kLowestWidth = 70;  // of a side
-constexpr size_t kHighestWidth = 300;
-
 bool Begins(SjisView line, SjisView text) {
   return line.bytes().starts_with(text.bytes());
 }
@@ -45,9 +41,9 @@ int NumberBehind(SjisView line, SjisView text) {
 
 std::optional<size_t> SideWidth(SjisView first_line) {
   if (first_line.size() % 2 != 0 || first_line.size() < kMarkWidth) return std::nullopt;
-  const size_t width = (first_line.size() - kMarkWidth) / 2;
-  if (width < kLowestWidth || width > kHighestWidth) return std::nullopt;
-  return width;
+  const auto width = static_cast<int>((first_line.size() - kMarkWidth) / 2);
+  if (ClampedOption("PrintCompLen", width) != width) return std::nullopt;
+  return static_cast<size_t>(width);
 }
 
 HeaderRules ReadBoxRules(SjisView line) {
@@ -118,7 +114,7 @@ std::optional<ListingStyle> StyleOf(SjisView ruler_line, size_t side_width, bool
   for (const bool vertical : {false, true}) {
     for (const bool line_numbers : {false, true}) {
       const ListingStyle style{side_width, vertical, simple, line_numbers};
-      if (ruler_line == SjisView(ListingFormat(style).RulerLine())) return style;
+      if (ruler_line == SjisView(ListingFormat(style).ruler_line)) return style;
     }
   }
   return std::nullopt;
@@ -207,7 +203,7 @@ RowKind KindOfRow(const ListingShape& shape, SjisView line) {
   if (vertical || line.size() == format.listing_width()) {
     const SjisView mark = Cut(line, vertical ? 0 : format.side_width, kMarkWidth);
     const std::optional<RowKind> kind = KindOfMark(format.marks, mark);
-    if (kind == RowKind::kUnchanged && line == SjisView(format.RulerLine())) return RowKind::kRuler;
+    if (kind == RowKind::kUnchanged && line == SjisView(format.ruler_line)) return RowKind::kRuler;
     if (kind) return *kind;
   }
   const std::optional<Marker> marker = ReadMarker(format, line);

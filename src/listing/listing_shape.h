@@ -77,7 +77,4 @@ struct SideColumns {
 std::optional<SideColumns> TextColumns(const ListingShape& shape, RowKind kind, SjisView line,
                                        Side side);
 
-// A change takes its first row and those that continue it. Nothing is shown of a longer line.
-inline constexpr size_t kMostRowsOfLine = 10;
-
 }  // namespace ledrix

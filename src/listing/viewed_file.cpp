@@ -71,9 +71,9 @@ Result<ViewedFile> ViewedFile::Begin(InputFile file, size_t most_shown) {
   std::vector<char> head(std::min<uint64_t>(kJudgedBytes, viewed.info().size));
   const size_t size = viewed.ReadBlock(0, head.data(), head.size());
   if (!viewed.failure_.ok()) return viewed.failure_.error();
-  viewed.JudgeCode({head.data(), size});
   viewed.parts_.push_back({0, 0});
-  viewed.FindShape();
+  viewed.FindShape({head.data(), size});
+  if (viewed.shape() == nullptr) viewed.JudgeCode({head.data(), size});
   return viewed;
 }
 
@@ -88,10 +88,7 @@ void ViewedFile::JudgeCode(std::string_view head) {
   decoder_ = std::make_unique<LineDecoder>(code_);
 }
 
-// A listing's first lines are looked at as Shift_JIS, whatever the rest was judged to be.
-void ViewedFile::FindShape() {
-  std::vector<char> head(kMostHeaderLines * 1024);
-  std::string_view bytes(head.data(), ReadBlock(0, head.data(), head.size()));
+void ViewedFile::FindShape(std::string_view bytes) {
   std::vector<SjisView> lines;
   while (lines.size() < kMostHeaderLines && !bytes.empty()) {
     const size_t end = bytes.find("\r\n");
@@ -101,8 +98,6 @@ void ViewedFile::FindShape() {
   }
   std::optional<ListingShape> shape = ReadShape(lines);
   if (!shape) return;
-  code_ = SureCode::kSjis;
-  decoder_ = std::make_unique<LineDecoder>(code_);
   shape_ = std::make_unique<ListingShape>(std::move(*shape));
   finder_ = std::make_unique<BlockFinder>(*shape_);
 }
@@ -284,6 +279,11 @@ int64_t ViewedFile::EndOfChange(int64_t first) {
   const int64_t most = static_cast<int64_t>(kMostRowsOfLine);
   while (end < lines_ && end - first < most && KindAt(end) == RowKind::kContinued) ++end;
   return end;
+}
+
+RowKind ViewedFile::ChangeAt(int64_t line) {
+  const RowKind kind = KindAt(line);
+  return kind == RowKind::kContinued ? KindAt(FirstRowOf(line)) : kind;
 }
 
 std::vector<SjisText> ViewedFile::RowsOfChange(int64_t first) {

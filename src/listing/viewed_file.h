@@ -76,6 +76,8 @@ class ViewedFile {
   int64_t FirstRowOf(int64_t line);
   // Behind the last row of the change that begins at a line.
   int64_t EndOfChange(int64_t first);
+  // The kind of a row; of one that continues a change, that of its first row.
+  RowKind ChangeAt(int64_t line);
   // What differs in a row of a changed pair; nothing in any other row.
   std::vector<Stretch> StretchesAt(int64_t line);
   // What the rows of a change, or one row that is none, show of a side, in one line of UTF-8.
@@ -104,7 +106,7 @@ class ViewedFile {
   static Result<ViewedFile> Begin(InputFile file, size_t most_shown);
 
   void JudgeCode(std::string_view head);
-  void FindShape();
+  void FindShape(std::string_view head);
   size_t ReadBlock(uint64_t position, char* buffer, size_t capacity);
   size_t FindLineFeed(std::string_view bytes, size_t from) const;
   size_t unit() const;

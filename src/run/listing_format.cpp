@@ -54,15 +54,12 @@ ListingFormat::ListingFormat(const ListingStyle& style)
       marks(MakeMarks(style)),
       omission_line(MakeOmissionLine(style)),
       ruler(MakeRuler(style)),
-      left_ruler(style.vertical ? SjisText() : ruler) {}
+      left_ruler(style.vertical ? SjisText() : ruler),
+      ruler_line(left_ruler + SjisText::Repeat(kMarkWidth, ' ') + ruler) {}
 
 ListingFormat::ListingFormat(const CompareOptions& options)
     : ListingFormat(ListingStyle{static_cast<size_t>(options.side_width), options.vertical,
                                  options.simple, options.line_numbers}) {}
-
-SjisText ListingFormat::RulerLine() const {
-  return left_ruler + SjisText::Repeat(kMarkWidth, ' ') + ruler;
-}
 
 WrappedPiece WrapPiece(SjisView text, size_t width, bool wrap) {
   if (!wrap) {

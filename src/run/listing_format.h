@@ -24,6 +24,10 @@ namespace ledrix {
 inline constexpr size_t kMarkWidth = 6;
 // What a line number takes of each side: four digits and a space.
 inline constexpr size_t kLineNoWidth = 5;
+// Of a date and time in the header: "yyyy/mm/dd hh:mm".
+inline constexpr size_t kStampWidth = 16;
+// A side-by-side line takes its first row and those that continue it; what is longer is not shown.
+inline constexpr size_t kMostRowsOfLine = 10;
 
 // Each 6 bytes.
 struct ListingMarks {
@@ -52,10 +56,9 @@ struct ListingFormat {
   SjisText omission_line;  // stands for unchanged lines that are not shown
   SjisText ruler;          // W bytes, 2W in the vertical layout
   SjisText left_ruler;     // the ruler, or empty in the vertical layout
+  SjisText ruler_line;     // left ruler, six spaces, ruler
 
   size_t listing_width() const { return 2 * side_width + kMarkWidth; }
-  // Left ruler, six spaces, ruler.
-  SjisText RulerLine() const;
 };
 
 // What a row shows of a text: some bytes, spaces up to the width, and what is left for the next

@@ -9,7 +9,6 @@
 #include "listing/paper_pages.h"
 #include "platform/local_time.h"
 #include "platform/output_file.h"
-#include "text/utf8.h"
 #include "ui/listing_colors.h"
 #include "ui/qt_text.h"
 #include "ui/row_painter.h"
@@ -41,12 +40,6 @@ class OutputDevice : public QIODevice {
  private:
   OutputFile& file_;
 };
-
-LineText TextOf(const std::string& utf8) {
-  LineText text;
-  for (const char32_t c : Utf8Characters(utf8)) text.push_back({c, ColumnsOf(c)});
-  return text;
-}
 
 // One print of one file. Lengths are in the device's units.
 class Print {
@@ -126,10 +119,10 @@ class Print {
 
   void DrawHead(size_t number, size_t pages) {
     const FileInfo& info = file_.info();
-    LineText left = TextOf(name_);
+    LineText left = DecodeUtf8Line(name_);
     const LineText right =
-        TextOf("更新 " + FormatStamp(ToLocalTime(info.modified)) + "    ページ " +
-               std::to_string(number) + " / " + std::to_string(pages));
+        DecodeUtf8Line("更新 " + FormatStamp(ToLocalTime(info.modified)) + "    ページ " +
+                       std::to_string(number) + " / " + std::to_string(pages));
     const size_t right_at = columns_ - std::min(columns_, WidthOf(right));
     while (!left.empty() && WidthOf(left) + 2 > right_at) left.erase(left.begin());
     rows_.Draw(painter_, {Left(), 0}, left, 0, columns_);
@@ -142,9 +135,7 @@ class Print {
   }
 
   void DrawRow(const PaperRow& row, qreal top) {
-    const RowKind kind = file_.KindAt(row.line);
-    const RowColors look =
-        colors_.Of(kind == RowKind::kContinued ? file_.KindAt(file_.FirstRowOf(row.line)) : kind);
+    const RowColors look = colors_.Of(file_.ChangeAt(row.line));
     DrawBar(painter_, QRectF(Left() - 1.5 * rows_.column(), top, rows_.column(), rows_.row()),
             look);
     const QPointF origin(Left() - rows_.column() * static_cast<qreal>(row.begin), top);

@@ -234,8 +234,7 @@ void ListingView::paintEvent(QPaintEvent* /*event*/) {
 
 void ListingView::PaintRow(QPainter& painter, int64_t line, qreal top) {
   const RowKind kind = file_->KindAt(line);
-  const RowColors look =
-      colors_.Of(kind == RowKind::kContinued ? file_->KindAt(file_->FirstRowOf(line)) : kind);
+  const RowColors look = colors_.Of(file_->ChangeAt(line));
   const auto [first, last] = selection();
   const bool is_selected = line >= first && line <= last && (first != last || hasFocus());
   const auto width = static_cast<qreal>(viewport()->width());
