@@ -10,6 +10,7 @@
 #include <optional>
 #include <string_view>
 
+#include "app/console_completion.h"
 #include "app/console_help.h"
 #include "platform/native_path.h"
 #include "platform/version.h"
@@ -29,15 +30,14 @@ CLI::Validator NotEmpty() {
       "");
 }
 
-CLI::Validator OneOf(const std::vector<std::string>& values) {
-  return CLI::Validator(
-      [values](const std::string& text) {
-        if (std::find(values.begin(), values.end(), text) != values.end()) return std::string();
-        std::string list;
-        for (const std::string& value : values) list += (list.empty() ? "" : "、") + value;
-        return list + " のいずれかを指定してください";
-      },
-      "");
+// Takes nothing but the values; the description lists them for BashCompletion.
+void TakeOneOf(CLI::Option& option, const std::vector<std::string>& values) {
+  option.description(CLI::detail::join(values, " "));
+  option.check([values](const std::string& text) {
+    const bool is_one = std::find(values.begin(), values.end(), text) != values.end();
+    return is_one ? std::string()
+                  : CLI::detail::join(values, "、") + " のいずれかを指定してください";
+  });
 }
 
 CLI::Option* AddText(CLI::App& command, const char* name, std::string& text) {
@@ -66,7 +66,9 @@ void AddCompare(CLI::App& app, ConsoleArguments& parsed) {
   command.add_option("OLD", arguments->old_path)->required();
   command.add_option("NEW", arguments->new_path)->required();
   AddText(command, "--out", arguments->out);
-  AddText(command, "--charset", arguments->charset);
+  AddText(command, "--charset", arguments->charset)
+      ->description(
+          "none auto sure _autodetect Shift_JIS EUC-JP ISO-2022-JP UTF-8 UTF-16LE UTF-16BE UTF-7");
   command.add_flag("--sbn", arguments->difference_file);
   command.add_flag("--csv", arguments->csv);
   command.add_flag("--mrg", arguments->merge_source);
@@ -95,8 +97,8 @@ void AddView(CLI::App& app, ConsoleArguments& parsed) {
   const auto arguments = std::make_shared<ViewArguments>();
   CLI::App& command = AddCommand(app, "view", parsed, arguments);
   command.add_option("LISTING", arguments->path)->required();
-  AddText(command, "--color", arguments->color)->check(OneOf({"auto", "always", "never"}));
-  AddText(command, "--side", arguments->side)->check(OneOf({"old", "new"}));
+  TakeOneOf(*AddText(command, "--color", arguments->color), {"auto", "always", "never"});
+  TakeOneOf(*AddText(command, "--side", arguments->side), {"old", "new"});
   command.add_option_function<std::string>("--blocks", [arguments](const std::string& text) {
     const std::string wrong = ReadBlocks(text, *arguments);
     if (!wrong.empty()) throw CLI::ValidationError(wrong);
@@ -120,7 +122,7 @@ void AddOthers(CLI::App& app, ConsoleArguments& parsed) {
   dircomp_command.add_option("OLD", dircomp->old_path)->required();
   dircomp_command.add_option("NEW", dircomp->new_path)->required();
   AddText(dircomp_command, "--out", dircomp->out)->required();
-  AddText(dircomp_command, "--range", dircomp->range)->check(OneOf({"full", "current", "none"}));
+  TakeOneOf(*AddText(dircomp_command, "--range", dircomp->range), {"full", "current", "none"});
   AddText(dircomp_command, "--types", dircomp->types);
   dircomp_command.add_flag("--no-history", dircomp->no_history);
   AddEvidence(dircomp_command, dircomp->evidence);
@@ -201,9 +203,11 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
   bool help = false;
   bool version = false;
   bool options = false;
+  bool completion = false;
   app.add_flag("-h,--help", help)->trigger_on_parse();
   app.add_flag("--version", version);
   app.add_flag("--help-options", options);
+  app.add_flag("--bash-completion", completion);
   app.require_subcommand(0, 1);
   app.allow_extras();
   AddCommon(app, arguments.common);
@@ -218,6 +222,7 @@ std::variant<ConsoleArguments, ConsoleExit> ParseConsoleArguments(int argc, char
   }
   if (help) return ConsoleExit{CommandHelpText(CommandOf(argc, argv)), 0};
   if (options) return ConsoleExit{OptionListText(), 0};
+  if (completion) return ConsoleExit{BashCompletion(app), 0};
   if (version) return ConsoleExit{std::string("ledrixc ") + ProgramVersion(), 0};
   std::vector<std::string> extras = app.remaining(true);
   // The parser hands on the mark that ends the options.

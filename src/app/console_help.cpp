@@ -1,127 +1,151 @@
 #include "app/console_help.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
-#include <limits>
 #include <vector>
 
+#include "app/wrapped_text.h"
 #include "settings/help_texts.h"
+#include "settings/manual.h"
 #include "settings/option_record.h"
 #include "text/ascii.h"
 
 namespace ledrix {
 namespace {
 
+// An entry of commands.md:
+//
+//   usages, a line each, indented by four spaces
+//   summary, one line
+//   "- `OPTION`: text" for each option
+//   "例:"
+//   example, indented by four spaces
+//
+// Entries of shared options have the list and, in front of it, whose they are. What else stands in
+// an entry is for the manual alone.
 struct CommandHelp {
   std::string_view name;
-  std::string_view usage;  // one or more lines
+  std::string_view usages;
   std::string_view summary;
-  std::string_view options;  // of its own
-  bool has_evidence;
+  std::string_view options;
   std::string_view example;
+
+  bool is_command() const { return usages.starts_with("    ledrixc "); }
 };
 
-constexpr CommandHelp kCommands[] = {
-    {"compare", "ledrixc compare OLD NEW [オプション]",
-     R"(  compare OLD NEW   旧ファイル OLD と新ファイル NEW を比較し、結果ﾘｽﾄを出力します
-                    （フォルダ同士の場合は同じ名前のファイルを全て比較します。
-                    ファイルの片方を - とすると標準入力を読みます）
-)",
-     R"(  --out FILE|FOLDER 結果ﾘｽﾄのファイル、または出力先のフォルダ
-                    （指定なしの場合は旧ファイルのフォルダ）
-  --sbn             差分ﾌｧｲﾙも出力します
-  --csv             CSV形式の一覧も出力します
-  --mrg             ﾏｰｼﾞｿｰｽも出力します
-  --marks           ﾏｰｼﾞｿｰｽの各行に出所の印を付けます
-  --charset NAME    文字コード（none 無変換、auto 先頭から判定、sure 全体から判定、
-                    または文字コード名。指定なしの場合は保存されている設定）
-  --view            比較の後、結果ﾘｽﾄを端末に表示します
-  --label-old TEXT  出力に表示する旧ファイルの名称（パスの代わり）
-  --label-new TEXT  出力に表示する新ファイルの名称
-  --no-history      実行履歴に記録しません
-)",
-     true, "ledrixc compare old/KYUYO01.CBL new/KYUYO01.CBL --out listings/ --view"},
-    {"steps", "ledrixc steps FILE|FOLDER [オプション]",
-     "  steps             行数を数えます（フォルダの場合は CSV 形式で出力します）\n",
-     R"(  --out FILE        出力するファイル（指定なしの場合はファイルの隣の 名前_拡張子_STP.TXT、
-                    フォルダの中の STEP.CSV）
-)",
-     false, "ledrixc steps src/ --out steps.csv"},
-    {"snapshot", "ledrixc snapshot FOLDER --out FILE [オプション]",
-     "  snapshot FOLDER   ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを作成します\n",
-     "  --out FILE        出力するﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙ（*.ddf）\n", true,
-     "ledrixc snapshot src/ --out 2026.ddf"},
-    {"dircomp", "ledrixc dircomp OLD NEW --out FILE [オプション]",
-     "  dircomp OLD NEW   フォルダまたはﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙを比較します\n",
-     R"(  --out FILE        出力する結果ﾘｽﾄ
-  --range RANGE     比較範囲（full フルパス、current カレントパス、none パスなし。
-                    指定なしの場合は current）
-  --types PATTERNS  対象の名称（例 "*.CBL;*.COB"）
-  --no-history      実行履歴に記録しません
-)",
-     true, "ledrixc dircomp 2025.ddf src/ --out changes.txt"},
-    {"judge", "ledrixc judge [--why [--pair]] FILE...",
-     "  judge FILE...     ファイルの文字コードを判定します（- は標準入力）\n",
-     R"(  --why             全てのバイトから判定し、判定の方法と根拠も表示します
-                    （タブ区切りで、文字コード、方法、ファイル、根拠）
-  --pair            --why と共に、二つのファイルを組として判定します
-)",
-     false, "ledrixc judge --why --pair old/a.txt new/a.txt"},
-    {"verify", "ledrixc verify [オプション] RECORD...",
-     "  verify RECORD...  証跡を検証します（記録、入力、出力、再実行の結果）\n",
-     R"(  --root OLD=NEW    証跡のパスの先頭 OLD を NEW に読み替えます（何度でも指定できます）
-  --no-rerun        再実行による確認を省きます
-)",
-     false, "ledrixc verify out/kyuyo.EVD.TXT --root /src=/archive/src"},
-    {"view", "ledrixc view [オプション] LISTING|-",
-     "  view LISTING      結果ﾘｽﾄを端末に表示します（- は標準入力、他のテキストも表示できます）\n",
-     R"(  --color WHEN      色を付けるかどうか（auto 端末の場合だけ、always、never。
-                    指定なしの場合は auto）
-  --side SIDE       片側だけを表示します（old 旧、new 新）
-  --blocks N-M      N 番目から M 番目までのブロックだけを表示します
-)",
-     false, "ledrixc view --side new --blocks 3-5 KYUYO01_CBL_COMP.TXT"},
-};
+constexpr std::string_view kEvidence = "証跡";
+constexpr std::string_view kCommon = "共通";
+constexpr std::string_view kStatus = "終了ステータス";
+constexpr size_t kTextColumn = 20;  // where the texts of options begin, from 0
+constexpr size_t kWidth = 80;
 
-constexpr std::string_view kEvidence =
-    R"(  --evidence FILE   実行の証跡を FILE に出力します（既にあるファイルには出力しません）
-  --sums FILE       証跡のハッシュ値を sha256sum -c の形式でも出力します
-  --signed-by TEXT  証跡に責任者などの文言を記載します
-)";
+CommandHelp ReadCommand(const ManualEntry& entry) {
+  CommandHelp help{.name = entry.name, .usages = {}, .summary = {}, .options = {}, .example = {}};
+  for (const std::string_view block : entry.blocks) {
+    if (block.starts_with("    ")) {
+      (help.usages.empty() ? help.usages : help.example) = block;
+    } else if (block.starts_with("- ")) {
+      help.options = block;
+    } else if (help.summary.empty()) {
+      help.summary = block;
+    }
+  }
+  return help;
+}
 
-constexpr std::string_view kCommon =
-    R"(  --set KEY=VALUE   オプションを設定します（何度でも指定できます）
-  --help-options    --set で設定できるオプションを全て表示します
-  --settings FILE   保存されている設定の代わりに FILE の設定を使います
-  --settings none   保存されている設定を使わず、全て既定値にします
-  --quiet           結果を標準出力に表示しません
-  --progress        端末に進行状況を表示します
-  --                以降をオプションとして扱いません
-  --help            この説明を表示します（コマンドの後ではそのコマンドの説明）
-  --version         バージョンを表示します
-)";
+const std::vector<CommandHelp>& Commands() {
+  static const std::vector<CommandHelp> kCommands = [] {
+    std::vector<CommandHelp> commands;
+    for (const ManualEntry& entry : ReadManual(kManualCommands))
+      commands.push_back(ReadCommand(entry));
+    return commands;
+  }();
+  return kCommands;
+}
 
-constexpr std::string_view kStatus = "終了ステータス: 0 相違なし  1 相違あり  2 エラーまたは中断";
+const CommandHelp& Named(std::string_view name) {
+  static constexpr CommandHelp kNone{};
+  for (const CommandHelp& help : Commands()) {
+    if (help.name == name) return help;
+  }
+  return kNone;
+}
 
-std::string Section(std::string_view title, std::string_view body) {
-  return "\n" + std::string(title) + " のオプション:\n" + std::string(body);
+// Calls `use` with each line of a block.
+template <class Use>
+void ForEachLine(std::string_view block, const Use& use) {
+  while (!block.empty()) {
+    const size_t end = std::min(block.find('\n'), block.size());
+    use(block.substr(0, end));
+    block.remove_prefix(std::min(end + 1, block.size()));
+  }
+}
+
+std::string WithoutMarks(std::string_view text) {
+  std::string plain(text);
+  std::erase(plain, '`');
+  return plain;
+}
+
+// A label at column 2, counted from 0, and its text behind it or, when that is too near, below.
+std::string Item(std::string_view label, std::string_view text) {
+  const size_t end = 2 + ColumnsOf(label);
+  const std::string gap = end < kTextColumn ? std::string(kTextColumn - end, ' ')
+                                            : "\n" + std::string(kTextColumn, ' ');
+  return "  " + std::string(label) + gap + WrapText(WithoutMarks(text), kTextColumn, kWidth);
+}
+
+std::string Usages(const CommandHelp& help, std::string_view before) {
+  std::string usages;
+  ForEachLine(help.usages, [&](std::string_view usage) {
+    usages += std::string(before) + std::string(usage.substr(4)) + "\n";
+    before = "        ";
+  });
+  return usages;
+}
+
+std::string Options(const std::string& title, const CommandHelp& help) {
+  std::string options = "\n" + title + ":\n";
+  ForEachLine(help.options, [&](std::string_view line) {
+    constexpr std::string_view kBegins = "- `";
+    constexpr std::string_view kTextBegins = "`: ";
+    const size_t end = line.find(kTextBegins);
+    options += Item(line.substr(kBegins.size(), end - kBegins.size()),
+                    line.substr(end + kTextBegins.size()));
+  });
+  return options;
+}
+
+std::string OptionsOf(const CommandHelp& help) {
+  return Options(std::string(help.name) + " のオプション", help);
+}
+
+// Those that a command shares with others.
+std::string SharedOptions(bool has_evidence) {
+  std::string shared;
+  const CommandHelp& evidence = Named(kEvidence);
+  if (has_evidence)
+    shared +=
+        Options(std::string(evidence.summary.substr(0, evidence.summary.find("です"))), evidence);
+  return shared + Options("共通のオプション", Named(kCommon));
 }
 
 std::string WholeHelp() {
   std::string usages;
   std::string summaries;
   std::string options;
-  std::string with_evidence;
-  for (const CommandHelp& command : kCommands) {
-    usages += (usages.empty() ? "使い方: " : "        ") + std::string(command.usage) + "\n";
-    summaries += command.summary;
-    options += Section(command.name, command.options);
-    if (command.has_evidence)
-      with_evidence += (with_evidence.empty() ? "" : "、") + std::string(command.name);
+  for (const CommandHelp& help : Commands()) {
+    if (!help.is_command()) continue;
+    usages += Usages(help, usages.empty() ? "使い方: " : "        ");
+    summaries += Item(help.name, help.summary);
+    options += OptionsOf(help);
   }
-  return usages + "\n" + summaries + options + Section(with_evidence, kEvidence) +
-         "\n共通のオプション:\n" + std::string(kCommon) + "\n" + std::string(kStatus);
+  return usages + "\n" + summaries + options + SharedOptions(true) +
+         Options(std::string(kStatus), Named(kStatus));
+}
+
+std::string WithoutLastLineEnd(std::string text) {
+  text.pop_back();
+  return text;
 }
 
 // Single letters put in, left out or replaced to get from one to the other, letter case aside.
@@ -144,42 +168,42 @@ size_t EditDistance(std::string_view a, std::string_view b) {
 }  // namespace
 
 std::span<const std::string_view> CommandNames() {
-  static constexpr auto kNames = [] {
-    std::array<std::string_view, std::size(kCommands)> names;
-    for (size_t i = 0; i < names.size(); ++i) names[i] = kCommands[i].name;
+  static const std::vector<std::string_view> kNames = [] {
+    std::vector<std::string_view> names;
+    for (const CommandHelp& help : Commands()) {
+      if (help.is_command()) names.push_back(help.name);
+    }
     return names;
   }();
   return kNames;
 }
 
 std::string CommandHelpText(std::string_view command) {
-  for (const CommandHelp& help : kCommands) {
-    if (help.name != command) continue;
-    return "使い方: " + std::string(help.usage) + "\n\n" + std::string(help.summary) +
-           Section(help.name,
-                   std::string(help.options) + std::string(help.has_evidence ? kEvidence : "")) +
-           "\n共通のオプション:\n" + std::string(kCommon) + "\n例: " + std::string(help.example) +
-           "\n" + std::string(kStatus);
-  }
-  return WholeHelp();
+  const CommandHelp& help = Named(command);
+  if (!help.is_command()) return WithoutLastLineEnd(WholeHelp());
+  const bool has_evidence = Named(kEvidence).summary.find(command) != std::string_view::npos;
+  return Usages(help, "使い方: ") + "\n  " + WrapText(WithoutMarks(help.summary), 2, kWidth) +
+         OptionsOf(help) + SharedOptions(has_evidence) +
+         "\n例: " + std::string(help.example.substr(4)) + "\n" +
+         WithoutLastLineEnd(Options(std::string(kStatus), Named(kStatus)));
+}
+
+std::string ProgramHelpText() {
+  const CommandHelp& help = Named("ledrix");
+  return Usages(help, "使い方: ") + "\n  " + WrapText(WithoutMarks(help.summary), 2, kWidth) +
+         Options("オプション", help) + "\n例: " + std::string(help.example.substr(4)) + "\n" +
+         Options(std::string(kStatus), Named(kStatus)) +
+         "\n端末やスクリプトからは ledrixc を使用してください。";
 }
 
 std::string OptionListText() {
   std::string list;
   for (const OptionField& field : OptionFields()) {
-    const bool is_text = field.kind == OptionKind::kText;
-    const bool is_unbounded = field.highest == std::numeric_limits<int16_t>::max();
-    const std::string range =
-        is_text ? std::string("文字列")
-                : std::to_string(field.lowest) + "～" +
-                      (is_unbounded ? std::string() : std::to_string(field.highest));
-    list += std::string(field.key.text()) + "  " + range + "（既定値 " +
-            (is_text ? "\"" + std::string(field.default_text) + "\""
-                     : std::string(field.default_text)) +
-            "）\n    " + std::string(OptionHelp(field.key).text) + "\n";
+    const HelpText& help = OptionHelp(field.key);
+    list += std::string(help.key) + "  " + std::string(help.values) + "\n    " +
+            WrapText(help.text, 4, kWidth);
   }
-  list.pop_back();
-  return list;
+  return WithoutLastLineEnd(std::move(list));
 }
 
 std::string DidYouMean(std::string_view typed, std::span<const std::string_view> names) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/batch_platform.h"
+#include "app/console_help.h"
 #include "app/display.h"
 #include "app/program_run.h"
 #include "app/viewer.h"
@@ -40,17 +41,6 @@ int RunBatch(const CommandLineArgs& args) {
   return static_cast<int>(services.end());
 }
 
-constexpr const char* kUsage =
-    R"(使い方: ledrix [OLD [NEW]]                        メインウィンドウを開きます
-        ledrix /old OLD /new NEW [/out LISTING]   一組を比較します（画面は不要です）
-        ledrix --view FILE...                     結果ﾘｽﾄやテキストを表示します
-        ledrix --pdf LISTING... --out FILE|FOLDER [--paper A4|B4|A3] [--portrait]
-                                                  PDF を出力します（画面は不要です）
-        ledrix --help | --version
-
-/old と /new の比較の終了ステータスは、0 相違なし  1 相違あり  2 エラーまたは中断 です。
-端末やスクリプトからは ledrixc を使用してください。)";
-
 int Print(const std::string& text) {
   return std::printf("%s\n", text.c_str()) > 0 && std::fflush(stdout) == 0 ? 0 : kTroubleStatus;
 }
@@ -70,7 +60,7 @@ int RunView(int argc, char** argv) {
 
 int Run(int argc, char** argv) {
   const std::string command = argc > 1 ? argv[1] : "";
-  if (command == "--help" || command == "-h") return Print(kUsage);
+  if (command == "--help" || command == "-h") return Print(ProgramHelpText());
   if (command == "--version") return Print(std::string("ledrix ") + ProgramVersion());
   if (command == "--view") return RunView(argc, argv);
   if (command == "--pdf")

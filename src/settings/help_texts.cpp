@@ -1,287 +1,63 @@
 #include "settings/help_texts.h"
 
 #include <algorithm>
-#include <iterator>
+#include <vector>
+
+#include "settings/manual.h"
 
 namespace ledrix {
 namespace {
 
-constexpr HelpText kOptions[] = {
-    {"OptSTCol", "比較範囲の開始桁",
-     "各行の比較を始める桁（バイト、先頭が 1）です。これより左だけが違う行は変更なしになります。",
-     ""},
-    {"OptEDCol", "比較範囲の終了桁",
-     "各行の比較を終える桁（バイト）です。これより右だけが違う行は変更なしになります。", ""},
-    {"OptMatch", "一致条件の行数",
-     "食い違いの後、この行数だけ続けて同じなら、そこで新旧が再び揃ったとみなします。"
-     "小さいと偶然同じ行で揃ってしまい、大きいと追加や削除が変更として出力されやすくなります。",
-     ""},
-    {"OptBuff", "先読み行数",
-     "食い違いの後、新旧が再び揃う位置をこの行数先まで探します。"
-     "これより長い追加や削除は、揃わずに変更として出力されます。",
-     ""},
-    {"OptSpData", "比較範囲内のスペース判定",
-     "スペースだけが違う行を変更とみなすかどうかを選びます。"
-     "「右」は行の右端のスペース、「全」はすべてのスペースの違いを変更なしとします。",
-     ""},
-    {"OptTABtoSPACE", "タブをスペースに置き換える",
-     "タブを次のタブ位置までのスペースに置き換えてから比較します。"
-     "結果ﾘｽﾄの各行もスペースになり、桁が揃います。",
-     ""},
-    {"OptTABtoKETA", "タブの桁数",
-     "タブ位置の間隔（バイト）です。「TABｺｰﾄﾞを SPACE」を選んだときに使います。", ""},
-    {"OptUpperCase", "大文字と小文字を区別する",
-     "英字の大文字と小文字だけが違う行を変更とみなします。選ばないと変更なしになります。", ""},
-    {"ComboLstLst", "結果ファイルの名称",
-     "結果ﾘｽﾄのファイル名です。「*」は比較したファイルの名前（「.」は「_」に）になります。", ""},
-    {"OptLstout", "変更行の前後の行数",
-     "変更箇所の前後に、変更のない行をこの行数だけ出力します。残りは「中略」になります。", ""},
-    {"OptOutLineCnt", "全行出力", "変更のない行も省略せず、結果ﾘｽﾄにすべて出力します。", ""},
-    {"PrintCompLen", "結果ﾘｽﾄの片側の幅",
-     "結果ﾘｽﾄの片側の幅（バイト）です。新旧を横に並べるので、1 行はこの 2 倍と 6 バイトです。", ""},
-    {"LineNoAdd", "先頭に行番号を付加する",
-     "結果ﾘｽﾄの各行の先頭に 4 桁の行番号を付けます。本文の幅は片側 5 バイト狭くなります。", ""},
-    {"OptOutLineVar", "変更内容を縦交互に出力する",
-     "新旧を左右に並べず、変更のあった行を旧、新の順に 1 行ずつ上下に出力します。"
-     "長い行の違いを見比べるのに向きます。",
-     ""},
-    {"NoCompList", "変更なしの結果ファイルを出力しない",
-     "変更のなかった組の結果ﾘｽﾄを残しません。結果一覧には「変更なし」と表示します。", ""},
-    {"NTypeNextLine", "折り返し位置丁度の全角文字を次行に出力する",
-     "幅に入らない長い行を次の行に折り返し、折り返し位置にかかる全角文字は分けずに次の行に出力しま"
-     "す。"
-     "選ばないと、幅に入らない部分は出力しません。",
-     ""},
-    {"OptSimple", "出力形式をシンプルにする",
-     "結果ﾘｽﾄの罫線と印を半角文字だけで出力します。全角文字を扱えない環境で見るときに使います。",
-     ""},
-    {"OptNoCngNoOut", "日時サイズが同じなら SKIP",
-     "更新日時とサイズが同じ組は、中身を比較せずに変更なし(SKIP)とします。", ""},
-    {"NoPattern", "対象外ファイルタイプ",
-     "複数のファイルを比較するとき、この名前のファイルを除きます。複数は「;」で区切ります。", ""},
-    {"ContOutDir", "出力先を常に固定する",
-     "結果のファイルを、画面の出力先の選択によらず常に下のフォルダに出力します。", ""},
-    {"ContOutDirPath", "固定の出力先フォルダ", "出力先を常に固定するときのフォルダです。", ""},
-    {"ComboLstSbn", "差分ファイルの名称",
-     "差分ﾌｧｲﾙのファイル名です。「*」は比較したファイルの名前（「.」は「_」に）になります。", ""},
-    {"ComboCSVName", "CSVファイルの名称", "比較結果の行数を一覧にする CSV ファイルの名前です。",
-     ""},
-    {"CsvStatus", "コンペアステータスを出力する",
-     "変更なし、SKIP、対象外、エラーなどの組も CSV ファイルに 1 行ずつ出力します。", ""},
-    {"MergeOld", "旧ソースを優先する",
-     "ﾏｰｼﾞｿｰｽで、変更のあった行と、比較条件により同じとみなした行に旧の行を出力します。選ばないと新"
-     "の行になります。",
-     ""},
-    {"ComboDLst", "ディレクトリ情報ファイルの名称",
-     "ﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙの名前のパターンです。ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱでこの名前のファイルを選ぶと、"
-     "フォルダの代わりに比較します。",
-     ""},
-    {"PrintDCompLen", "ディレクトリコンペアの出力幅",
-     "ﾃﾞｨﾚｸﾄﾘｺﾝﾍﾟｱの結果の 1 行の幅（バイト）です。", ""},
-    {"DCompOut0", "追加明細を出力", "新側だけにあるファイルを結果に出力します。", ""},
-    {"DCompOut1", "削除明細を出力", "旧側だけにあるファイルを結果に出力します。", ""},
-    {"DCompOut2", "変更明細を出力", "更新日時またはサイズが違うファイルを結果に出力します。", ""},
-    {"DCompSelect", "対象拡張子の絞込みを行う",
-     "旧側の画面で選んでいるファイルタイプに合う名前だけを、両側で比較します。", ""},
-    {"DComp1s", "1秒のズレは同一とみなす",
-     "更新時刻が 1 秒だけ違うファイルを変更なしとします。"
-     "2 秒単位で時刻を記録する媒体にコピーしたファイルに使います。",
-     ""},
-    {"DComp9h", "9時間のズレは同一とみなす",
-     "更新時刻がちょうど 9 時間違うファイルを変更なしとします。"
-     "日本時間と世界標準時で記録された時刻を比較するときに使います。",
-     ""},
-    {"DCompKana", "半角全角を区別する",
-     "半角と全角だけが違う名前を別のファイルとみなします。選ばないと同じ名前として比較します。",
-     ""},
-    {"DCompBinary", "大小文字を区別する",
-     "英字の大文字と小文字だけが違う名前を別のファイルとみなします。", ""},
-    {"ComboStp", "ステップカウントの出力ファイルの名称",
-     "ｽﾃｯﾌﾟｶｳﾝﾄの結果のファイル名です。「*」は数えたファイルの名前（「.」は「_」に）になります。",
-     ""},
-    {"EndPath", "前回終了したパスから再開する",
-     "次に起動したとき、終了時の左右のフォルダを開きます。選ばないと、起動したときの作業フォルダを"
-     "開きます。",
-     ""},
-    {"StartMsg", "処理開始時に確認する",
-     "処理の前に、何をどこに出力するかを示して「はい」か「いいえ」を尋ねます。", ""},
-    {"OptDbClick", "ファイルリストでダブルクリック",
-     "ファイル一覧のダブルクリックで、関連付けられたプログラムで開くか、"
-     "反対側の同じ名前のファイルを選択するかを選びます。",
-     ""},
-    {"FPatternTtl0", "ファイルタイプ 1 のタイトル", "ファイルタイプの一覧に表示する名前です。", ""},
-    {"FPattern0", "ファイルタイプ 1 のパターン",
-     "このファイルタイプで表示するファイル名のパターンです。複数は「;」で区切ります（例 "
-     "*.CBL;*.COB）。",
-     ""},
-    {"FPatternTtl1", "ファイルタイプ 2 のタイトル", "ファイルタイプの一覧に表示する名前です。", ""},
-    {"FPattern1", "ファイルタイプ 2 のパターン",
-     "このファイルタイプで表示するファイル名のパターンです。複数は「;」で区切ります（例 "
-     "*.CBL;*.COB）。",
-     ""},
-    {"FPatternTtl2", "ファイルタイプ 3 のタイトル", "ファイルタイプの一覧に表示する名前です。", ""},
-    {"FPattern2", "ファイルタイプ 3 のパターン",
-     "このファイルタイプで表示するファイル名のパターンです。複数は「;」で区切ります（例 "
-     "*.CBL;*.COB）。",
-     ""},
-    {"SendToLDX", "Ledrix の SendTo を使用する",
-     "「送る」に、ユーザーの SendTo フォルダではなく、Ledrix のフォルダの中の SendTo "
-     "にあるランチャーを表示します。",
-     ""},
-    {"DELMenuVisible", "ファイル削除を非表示にする",
-     "ファイル一覧のメニューに「ﾌｧｲﾙ削除」を表示しません。結果一覧のメニューには残ります。", ""},
-    {"DirBoxSClick", "フォルダをシングルクリックで開く",
-     "フォルダ一覧のフォルダを 1 回のクリックで開きます。選ばないとダブルクリックで開きます。", ""},
-    {"DirBoxSynchro", "左右のフォルダをシンクロする",
-     "片側でフォルダを開くと、反対側でも同じ位置のフォルダを開きます。"
-     "Shift を押しながらクリックすると逆の動作をします。",
-     ""},
-    {"FontName", "一覧のフォント", "フォルダ、ファイル、結果の一覧を表示するフォントです。", ""},
-    {"FontSize", "一覧のフォントの大きさ", "一覧を表示する文字の大きさ（ポイント）です。", ""},
-    {"OutListClear", "実行毎に結果一覧をクリアする",
-     "処理を始めるたびに、前の結果を結果一覧から消します。出力されたファイルは消しません。", ""},
-    {"Charset", "文字コードの一覧",
-     "「文字ｺｰﾄﾞ」のメニューに並ぶ文字コード名です。1 個の空白で区切ります。", ""},
-    {"CharsetCode", "文字コード",
-     "比較するファイルをこの文字コードから変換して読みます。空は変換なし（Shift_JIS）です。", ""},
-    {"VerDisp", "起動時のバージョン情報を省略する", "起動したときにバージョン情報を表示しません。",
-     ""},
-};
+constexpr std::string_view kKeys = "キー: ";
 
-constexpr bool EveryOptionHasItsText() {
-  for (size_t i = 0; i < std::size(kOptions); ++i) {
-    if (kOptions[i].key != kOptionKeys[i]) return false;
+HelpText ReadHelp(const ManualEntry& entry) {
+  HelpText help{.key = entry.key, .name = entry.name, .values = {}, .text = {}, .keys = {}};
+  for (const std::string_view block : entry.blocks) {
+    if (block.starts_with("`") && help.values.empty() && help.text.empty()) {
+      help.values = block.substr(std::min(block.size(), entry.key.size() + 3));
+    } else if (block.starts_with(kKeys)) {
+      help.keys = block.substr(kKeys.size());
+    } else if (help.text.empty()) {
+      help.text = block;
+    }
   }
-  return std::size(kOptions) == kOptionCount;
+  return help;
 }
-static_assert(EveryOptionHasItsText());
 
-constexpr HelpText kControls[] = {
-    // The main window.
-    {"inTextFile", "{side} のパス",
-     "開いているフォルダと選択したファイルです。入力して Enter を押すと、そこを開きます。",
-     "Ctrl+L"},
-    {"BtnDirOpen", "{side} の最近使ったフォルダ",
-     "最近の処理で使ったフォルダの一覧を開きます。押し続けると、My Documents と Ledrix "
-     "のフォルダを選べます。",
-     ""},
-    {"inDrive", "{side} のドライブ", "開くドライブを選びます。", ""},
-    {"inDirBox", "{side} のフォルダ一覧",
-     "開いているフォルダとその上下のフォルダです。ファイル一覧にはその中のファイルが並びます。",
-     "F6"},
-    {"inCombo", "{side} のファイルタイプ", "ファイル一覧に表示するファイルの名前を絞り込みます。",
-     ""},
-    {"inListView", "{side} のファイル一覧",
-     "比較するファイルを選びます。複数を選ぶと、反対側の同じ名前のファイルとそれぞれ比較します。",
-     "F6"},
-    {"BtnEQ0", "Old と New のフォルダを入れ替え", "左右に開いているフォルダを入れ替えます。",
-     "Ctrl+S"},
-    {"BtnEQ1", "New のフォルダを Old と同じにする", "右側に左側のフォルダを開きます。", ""},
-    {"BtnEQ2", "Old のフォルダを New と同じにする", "左側に右側のフォルダを開きます。", ""},
-    {"BtnEQSel0", "New の選択と同名の Old を選択",
-     "右側で選んだファイルと同じ名前のファイルだけを左側で選択します。", "Alt+←"},
-    {"BtnEQSel1", "Old の選択と同名の New を選択",
-     "左側で選んだファイルと同じ名前のファイルだけを右側で選択します。", "Alt+→"},
-    {"BtnEQSel2", "同名のファイルをすべて選択",
-     "左右の両方にある名前のファイルをすべて選択します。", ""},
-    {"BtnRun", "テキストコンペア開始", "選択したファイルの新旧を比較し、結果ﾘｽﾄを出力します。",
-     "Ctrl+Enter"},
-    {"BtnDirRun", "ディレクトリコンペア開始",
-     "左右のフォルダ以下（またはﾃﾞｨﾚｸﾄﾘ情報ﾌｧｲﾙ）の名前、更新日時、サイズを比較します。", "Ctrl+D"},
-    {"BtnListClear", "結果一覧クリア", "結果一覧を空にします。出力されたファイルは消しません。",
-     "結果一覧で Del"},
-    {"BtnWinMode", "区切バーの動作",
-     "ウィンドウの大きさを変えたときの区切バーの動作を、押すたびに切り替えます。", ""},
-    {"LedrixF0.BtnClose", "Ledrix の終了", "設定を保存して終了します。", ""},
-    {"OptListDir0", "旧ファイルのフォルダに出力",
-     "結果のファイルを旧ファイルのフォルダに出力します。", ""},
-    {"OptListDir1", "新ファイルのフォルダに出力",
-     "結果のファイルを新ファイルのフォルダに出力します。", ""},
-    {"OptListDir2", "選んだフォルダに出力", "結果のファイルを出力するフォルダを選びます。", ""},
-    {"BtnListElse", "出力先のフォルダを選択", "Else を選んだときの出力先を変更します。", ""},
-    {"OptSbnList", "差分ファイルを出力",
-     "変更、追加された新側の行だけを抜き出したファイルを、結果ﾘｽﾄと同じフォルダに出力します。", ""},
-    {"OptCsvList", "CSVファイルを出力",
-     "比較した組ごとの変更、追加、削除の行数を CSV ファイルに出力します。", ""},
-    {"OptMrgSrc", "マージソースを出力",
-     "新旧のすべての行を合わせた新しいｿｰｽを、結果ﾘｽﾄと同じフォルダに出力します。", ""},
-    {"OutList", "結果一覧",
-     "処理ごとに、出力したファイルとその結果を 2 行で表示します。ダブルクリックで開き、"
-     "他のプログラムへドラッグできます。",
-     "F8 次のエラー、Ctrl+C コピー、Del クリア"},
-    // The run dialog.
-    {"BtnYES", "はい", "処理を始めます。", "Alt+Y"},
-    {"BtnNO", "いいえ", "何もせずに閉じます。", "Alt+N"},
-    {"BtnStop", "中止", "確認の後、処理を中断します。途中の結果は「中断」になります。", ""},
-    // The history window.
-    {"LedrixFr.DirList", "最近使ったフォルダ",
-     "選んで Enter を押すかダブルクリックすると、そのフォルダを開いて閉じます。Delete "
-     "で一覧から消します。",
-     ""},
-    {"LedrixFr.BtnDirOpen0", "Old に展開", "選んだフォルダを左側に開きます。", ""},
-    {"LedrixFr.BtnDirOpen1", "New に展開", "選んだフォルダを右側に開きます。", ""},
-    {"BtnClear", "クリア", "一覧をすべて消して閉じます。フォルダ自体は消しません。", ""},
-    {"LedrixFr.BtnClose", "閉じる", "一覧の変更を保存して閉じます。", ""},
-    // The options dialog and its tabs.
-    {"TabStrip1", "オプションのタブ", "", "Ctrl+Page Up、Ctrl+Page Down"},
-    {"BtnOk", "OK", "すべてのタブの値を確かめ、誤りがなければ有効にして閉じます。", ""},
-    {"LedrixFo.BtnEnd", "閉じる", "変更を取り消して閉じます。", "Esc"},
-    {"BtnContOutDirPath", "固定の出力先を参照", "固定の出力先のフォルダを選びます。", ""},
-    {"BtnDefltNo", "対象外ファイルタイプを初期値に戻す", "対象外のﾌｧｲﾙﾀｲﾌﾟを初期値に戻します。",
-     ""},
-    {"BtnDeflt", "ファイルタイプを初期値に戻す", "三つのﾌｧｲﾙﾀｲﾌﾟを初期値に戻します。", ""},
-    {"BtnFontNameSize", "フォントの選択", "一覧を表示するフォントと大きさを選びます。", ""},
-    {"DefFontNameSize", "フォントを初期値に戻す", "一覧のフォントを初期値に戻します。", ""},
-    {"cmbMatchPatternNum", "パターン番号", "読込、保存、削除するﾊﾟﾀｰﾝの番号を選びます。", ""},
-    {"txtMatchPattern", "パターン {n} の名称", "保存されているﾊﾟﾀｰﾝの名称です。", ""},
-    {"BtnMPtnSEL", "パターンの読込",
-     "保存した比較条件と出力形式を二つのタブに読み込みます。OK を押すと有効になります。", ""},
-    {"BtnMPtnUPD", "パターンの保存", "二つのタブの比較条件と出力形式を、名称を付けて保存します。",
-     ""},
-    {"BtnMPtnDEL", "パターンの削除", "選んだ番号のﾊﾟﾀｰﾝを、確認の後に削除します。", ""},
-    // The version window, and the lines of what went wrong.
-    {"LedrixFv.BtnEnd", "閉じる", "バージョン情報を閉じます。", "Esc"},
-    {"TextURL", "ホームページのアドレス", "Ledrix のホームページのアドレスです。", ""},
-    {"BtnURL", "ホームページを開く", "アドレスを既定のブラウザで開きます。", ""},
-    // The reader.
-    {"ListingView", "結果ﾘｽﾄ",
-     "変更、追加、削除の行を色と左端の印（塗り、枠、縞）で示し、変更された文字に下線を引きます。",
-     "F8 F7"},
-    {"ListingMap", "相違の位置",
-     "結果ﾘｽﾄ全体のどこに相違があるかを示します。左が削除、中央が変更、右が追加です。"
-     "クリックするとそこへ移動します。",
-     ""},
-    {"FindText", "検索する文字列", "入力すると現在の行から下へ検索します。", "Ctrl+F"},
-    {"BtnFindNext", "次を検索", "次の一致へ移動します。", "F3"},
-    {"BtnFindPrevious", "前を検索", "前の一致へ移動します。", "Shift+F3"},
-    {"FindCase", "大文字と小文字を区別する", "選ぶと、大文字と小文字が同じものだけを検索します。",
-     ""},
-    {"FindWidth", "全角と半角を区別する", "選ぶと、全角と半角が同じものだけを検索します。", ""},
-    {"BtnFindClose", "検索を閉じる", "検索を終え、一致の表示を消します。", "Esc"},
-    {"GoToNumber", "移動先の番号", "ブロック番号または行番号を入力します。", ""},
-    {"GoToBlock", "ブロック番号", "番号を (S001) などのブロックの番号とします。", ""},
-    {"GoToLine", "行番号", "番号を結果ﾘｽﾄの先頭からの行の番号とします。", ""},
-    {"TroubleLines", "エラーの一覧", "処理中に起きたことです。選択してコピーできます。", ""},
-};
+std::vector<HelpText> ReadOptions() {
+  std::vector<HelpText> options(kOptionCount);
+  for (size_t i = 0; i < kOptionCount; ++i) options[i].key = kOptionKeys[i];
+  for (const ManualEntry& entry : ReadManual(kManualOptions)) {
+    const auto* const key = std::find(std::begin(kOptionKeys), std::end(kOptionKeys), entry.key);
+    if (key != std::end(kOptionKeys)) options[key - std::begin(kOptionKeys)] = ReadHelp(entry);
+  }
+  return options;
+}
 
-// `name` as a key of kControls, behind `prefix` when that is not empty.
+std::vector<HelpText> ReadControls() {
+  std::vector<HelpText> controls;
+  for (const ManualEntry& entry : ReadManual(kManualWindows)) {
+    if (!entry.key.empty()) controls.push_back(ReadHelp(entry));
+  }
+  return controls;
+}
+
+// `name` as a key of a control, behind `prefix` when that is not empty.
 const HelpText* Find(std::string_view prefix, std::string_view name) {
+  static const std::vector<HelpText> kControls = ReadControls();
   const auto is_it = [&](const HelpText& text) {
     if (prefix.empty()) return text.key == name;
     return text.key.starts_with(prefix) && text.key.substr(prefix.size()).starts_with('.') &&
            text.key.substr(prefix.size() + 1) == name;
   };
-  const auto* const found = std::find_if(std::begin(kControls), std::end(kControls), is_it);
-  return found == std::end(kControls) ? nullptr : found;
+  const auto found = std::find_if(kControls.begin(), kControls.end(), is_it);
+  return found == kControls.end() ? nullptr : &*found;
 }
 
 }  // namespace
 
-std::span<const HelpText> OptionHelp() {
-  return kOptions;
-}
-
 const HelpText& OptionHelp(OptionKey key) {
+  static const std::vector<HelpText> kOptions = ReadOptions();
   return kOptions[key.index()];
 }
 

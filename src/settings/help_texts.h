@@ -1,8 +1,7 @@
-// What options and controls do, in the words of their users: the one source of tool tips, of what
-// a screen reader says, and of the list of options that the console program prints.
+// What options and controls do, in the words of their users, as the manual has it (manual.h): the
+// tool tips, what a screen reader says, and the list of options that the console program prints.
 #pragma once
 
-#include <span>
 #include <string_view>
 
 #include "settings/option_key.h"
@@ -13,13 +12,13 @@ struct HelpText {
   // An option's key; or a control's name, behind its window's and "." where windows share it, of an
   // array without the index.
   std::string_view key;
-  std::string_view name;  // what it is called; "{side}" stands for Old or New, "{n}" for a number
-  std::string_view text;  // one or two sentences: what it does to a result
-  std::string_view keys;  // that do the same; may be empty
+  std::string_view name;    // what it is called; "{side}" stands for Old or New, "{n}" for a number
+  std::string_view values;  // of an option, with its default; else empty
+  std::string_view text;    // one or two sentences: what it does to a result
+  std::string_view keys;    // that do the same; may be empty
 };
 
-// Of every option, in the order of kOptionKeys.
-std::span<const HelpText> OptionHelp();
+// All empty but the key when nothing is said of the option.
 const HelpText& OptionHelp(OptionKey key);
 
 // Of a control that edits no option, by its name and its window's; an index at its end is left out

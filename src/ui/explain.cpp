@@ -1,6 +1,7 @@
 #include "ui/explain.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QWidget>
 
 #include "settings/help_texts.h"
@@ -28,6 +29,7 @@ QString NameOf(const HelpText& help, const QString& control) {
 
 void Give(QWidget& control, const HelpText& help) {
   control.setToolTip(Tip(control.toolTip(), help));
+  if (dynamic_cast<const QLabel*>(&control) != nullptr) return;  // is called by what it says
   const QString name = NameOf(help, control.objectName());
   control.setAccessibleName(name);
   // A combo box is called by what it shows.

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "settings/compare_options.h"
+#include "settings/help_texts.h"
 #include "settings/option_draft.h"
 #include "settings/option_record.h"
 #include "support/test_files.h"
@@ -38,6 +39,22 @@ TEST(OptionFields, EveryFieldHasItsOwnPlaceAndReadsBackWhatItHolds) {
   EXPECT_EQ(OptionFields().back().key.text(), "VerDisp");
   EXPECT_EQ(OptionFields().back().section, "Settings");
   EXPECT_EQ(FindOptionField("optstcol"), nullptr);
+}
+
+TEST(OptionHelp, SaysOfEveryOptionWhatItHolds) {
+  for (const OptionField& field : OptionFields()) {
+    const bool is_text = field.kind == OptionKind::kText;
+    const bool is_unbounded = field.highest == std::numeric_limits<int16_t>::max();
+    const std::string range = std::to_string(field.lowest) + "～" +
+                              (is_unbounded ? std::string() : std::to_string(field.highest));
+    const std::string quote = is_text ? "\"" : "";
+    const HelpText& help = OptionHelp(field.key);
+    EXPECT_EQ(help.values, (is_text ? "文字列" : range) + "（既定値 " + quote +
+                               std::string(field.default_text) + quote + "）")
+        << help.key;
+    EXPECT_FALSE(help.name.empty() || help.text.empty()) << help.key;
+    EXPECT_EQ(help.text.find('\n'), std::string::npos) << help.key;
+  }
 }
 
 TEST(CompareOptions, ClampsWhateverIsStored) {

@@ -207,7 +207,7 @@ TEST(MainWindow, KeepsItsStateBetweenRuns) {
   EXPECT_EQ(stored("MainHeight"), "10500");
   EXPECT_EQ(stored("SplitterL"), "3000");
   EXPECT_EQ(stored("RisizeMode"), "2");
-  EXPECT_EQ(stored("Minor"), "01");
+  EXPECT_EQ(stored("Major") + stored("Minor"), "0100");
   EXPECT_EQ(stored("VerDisp"), "1");
 
   again.showMaximized();

@@ -10,6 +10,7 @@
 #include <QSplitter>
 #include <QTabWidget>
 
+#include "settings/help_texts.h"
 #include "ui/qt_text.h"
 
 namespace ledrix::test {
@@ -82,9 +83,11 @@ void AddActions(const QList<QAction*>& actions, const QAction* standard, const Q
     }
     if (std::exchange(line_waits, false)) dump += indent + "-\n";
     const QMenu* const menu = action->menu();
-    dump += indent + (menu != nullptr ? menu->objectName() : action->objectName()) + " \"" +
-            action->text() + '"' + (action->isEnabled() ? "" : " disabled") +
-            (action->isChecked() ? " checked" : "") + (action == standard ? " default" : "") + '\n';
+    const QString name = menu != nullptr ? menu->objectName() : action->objectName();
+    EXPECT_TRUE(name.isEmpty() || ControlHelp("", ToUtf8(name)) != nullptr) << ToUtf8(name);
+    dump += indent + name + " \"" + action->text() + '"' +
+            (action->isEnabled() ? "" : " disabled") + (action->isChecked() ? " checked" : "") +
+            (action == standard ? " default" : "") + '\n';
     if (menu != nullptr) AddActions(menu->actions(), menu->defaultAction(), indent + "  ", dump);
   }
 }
