@@ -8,8 +8,7 @@ namespace {
 
 constexpr const char* kSettingsUnsaved = "設定を保存できません";
 
-void OpenProgramFile(std::string_view name, DesktopActions& actions, PlatformServices& platform) {
-  const NativePath path = FindProgramFile(name);
+void OpenFile(const NativePath& path, DesktopActions& actions, PlatformServices& platform) {
   const auto tell = [&](const char* what) {
     platform.ShowMessage({PathToUtf8(path) + what, kProgramTitle, MessageIcon::kInformation});
   };
@@ -62,11 +61,13 @@ bool ClearSettings(SettingsStore& store, PlatformServices& platform) {
 }
 
 void ShowHelp(DesktopActions& actions, PlatformServices& platform) {
-  OpenProgramFile("Ledrix.chm", actions, platform);
+  const NativePath own = FindProgramFile("Ledrix.chm");
+  const NativePath pages = FindProgramFile("help/index.html");
+  OpenFile(PathExists(own) || !PathExists(pages) ? own : pages, actions, platform);
 }
 
 void ShowReadme(DesktopActions& actions, PlatformServices& platform) {
-  OpenProgramFile("Readme.txt", actions, platform);
+  OpenFile(FindProgramFile("Readme.txt"), actions, platform);
 }
 
 }  // namespace ledrix

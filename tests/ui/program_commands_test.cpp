@@ -80,6 +80,14 @@ TEST(ProgramCommands, OpenHelpAndReadme) {
               (Texts{"Ledrix: " + path + "が見つかりません",
                      "Ledrix: " + path + "の拡張子に ｱﾌﾟﾘｹｰｼｮﾝが関連付けされていません"}));
   }
+  // The pages of the manual stand in for a help file.
+  folder.Write("help/index.html", "x");
+  test::RecordingActions actions;
+  ShowHelp(actions, platform);
+  std::filesystem::remove(folder.At("Ledrix.chm").bytes());
+  ShowHelp(actions, platform);
+  EXPECT_EQ(actions.asked, (Texts{"open " + folder.At("Ledrix.chm").bytes(),
+                                  "open " + folder.At("help/index.html").bytes()}));
   unsetenv("LEDRIX_HOME");
 }
 
