@@ -70,16 +70,6 @@ const CommandHelp& Named(std::string_view name) {
   return kNone;
 }
 
-// Calls `use` with each line of a block.
-template <class Use>
-void ForEachLine(std::string_view block, const Use& use) {
-  while (!block.empty()) {
-    const size_t end = std::min(block.find('\n'), block.size());
-    use(block.substr(0, end));
-    block.remove_prefix(std::min(end + 1, block.size()));
-  }
-}
-
 std::string WithoutMarks(std::string_view text) {
   std::string plain(text);
   std::erase(plain, '`');
@@ -96,22 +86,21 @@ std::string Item(std::string_view label, std::string_view text) {
 
 std::string Usages(const CommandHelp& help, std::string_view before) {
   std::string usages;
-  ForEachLine(help.usages, [&](std::string_view usage) {
-    usages += std::string(before) + std::string(usage.substr(4)) + "\n";
-    before = "        ";
-  });
+  for (std::string_view rest = help.usages; !rest.empty(); before = "        ")
+    usages += std::string(before) + std::string(TakeLine(rest).substr(4)) + "\n";
   return usages;
 }
 
 std::string Options(const std::string& title, const CommandHelp& help) {
   std::string options = "\n" + title + ":\n";
-  ForEachLine(help.options, [&](std::string_view line) {
+  for (std::string_view rest = help.options; !rest.empty();) {
     constexpr std::string_view kBegins = "- `";
     constexpr std::string_view kTextBegins = "`: ";
+    const std::string_view line = TakeLine(rest);
     const size_t end = line.find(kTextBegins);
     options += Item(line.substr(kBegins.size(), end - kBegins.size()),
                     line.substr(end + kTextBegins.size()));
-  });
+  }
   return options;
 }
 

@@ -1,17 +1,12 @@
 #include "settings/manual.h"
 
+#include "text/ascii.h"
+
 namespace ledrix {
 namespace {
 
 constexpr std::string_view kKeyBegins = " <!-- ";
 constexpr std::string_view kKeyEnds = " -->";
-
-std::string_view TakeLine(std::string_view& text) {
-  const size_t end = text.find('\n');
-  const std::string_view line = text.substr(0, end);
-  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-  return line;
-}
 
 ManualEntry ReadHeading(std::string_view line) {
   line.remove_prefix(line.find(' ') + 1);
