@@ -29,7 +29,8 @@ void ExpectTrials(const char* table, const Texts& environment) {
 }
 
 TEST(Trials, EndAsTheirRowsSay) {
-  ExpectTrials("trials.tsv", {"L=" LEDRIXC, "E=" LEDRIX_SOURCE_FOLDER "/examples"});
+  ExpectTrials("trials.tsv", {"L=" LEDRIXC, "E=" LEDRIX_SOURCE_FOLDER "/examples",
+                              "M=" LEDRIX_SOURCE_FOLDER "/docs/manual/en/ledrixc.md"});
 }
 
 #ifdef LEDRIX
