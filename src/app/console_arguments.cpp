@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -80,17 +81,19 @@ void AddCompare(CLI::App& app, ConsoleArguments& parsed) {
   AddEvidence(command, arguments->evidence);
 }
 
-// "N" or "N-M".
+// "N", "N-M" or "N-", up to the last one.
 std::string ReadBlocks(const std::string& text, ViewArguments& arguments) {
   const size_t dash = text.find('-');
-  const std::string last = dash == std::string::npos ? text : text.substr(dash + 1);
+  std::string last = dash == std::string::npos ? text : text.substr(dash + 1);
+  if (last.empty()) last = std::to_string(std::numeric_limits<int64_t>::max());
   const auto read = [](const std::string& digits, int64_t& number) {
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     return error == std::errc() && end == digits.data() + digits.size() && number > 0;
   };
-  const bool is_good =
-      read(text.substr(0, dash), arguments.first_block) && read(last, arguments.last_block);
-  return is_good ? std::string() : "--blocks には N または N-M を指定してください";
+  const bool is_good = read(text.substr(0, dash), arguments.first_block) &&
+                       read(last, arguments.last_block) &&
+                       arguments.first_block <= arguments.last_block;
+  return is_good ? std::string() : "--blocks には N、N-M または N- を指定してください";
 }
 
 void AddView(CLI::App& app, ConsoleArguments& parsed) {

@@ -138,7 +138,12 @@ int RunViewCommand(const ViewArguments& arguments) {
     return Tell(
         name, "指定されたブロックはありません（1～" + std::to_string(view.blocks().size()) + "）");
   }
-  return Show(views, look);
+  const int status = Show(views, look);
+  if (look.side == Side::kOld && view.shape()->style.vertical) {
+    PrintTrouble(kConsoleProgram,
+                 name + ": 縦交互の結果ﾘｽﾄでは、一致する行は新側のもの（行番号も新側）です");
+  }
+  return status;
 }
 
 int ShowListings(const std::vector<NativePath>& files, const ViewArguments& arguments) {

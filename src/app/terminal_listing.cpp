@@ -26,8 +26,13 @@ LineText Part(const LineText& text, size_t begin, size_t end) {
   return part;
 }
 
-void TrimEnd(LineText& text) {
-  while (!text.empty() && text.back().character == U' ') text.pop_back();
+// Takes spaces off the end, but for those in front of a column, counted from 0.
+void TrimEnd(LineText& text, size_t kept) {
+  size_t width = WidthOf(text);
+  while (width > kept && text.back().character == U' ') {
+    text.pop_back();
+    --width;
+  }
 }
 
 }  // namespace
@@ -38,7 +43,7 @@ TerminalListing::TerminalListing(ViewedFile& file, TerminalLook look)
 bool TerminalListing::HasBlocks() const {
   if (!look_.blocks) return true;
   const auto [from, to] = *look_.blocks;
-  return from >= 1 && from <= to && to <= static_cast<int64_t>(file_.blocks().size());
+  return from >= 1 && from <= to && from <= static_cast<int64_t>(file_.blocks().size());
 }
 
 bool TerminalListing::IsShown(int64_t line, RowKind kind) const {
@@ -140,7 +145,7 @@ bool TerminalListing::PutSide(int64_t line, RowKind kind, std::string& out) {
 void TerminalListing::Put(const LineText& text, const std::vector<Stretch>& stretches,
                           const char* color, std::string& out) {
   LineText shown = text;
-  TrimEnd(shown);
+  TrimEnd(shown, look_.colors && !stretches.empty() ? stretches.back().end : 0);
   const bool has_color = look_.colors && *color != '\0';
   if (has_color) out += color;
   auto next = stretches.begin();

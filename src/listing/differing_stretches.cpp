@@ -48,7 +48,9 @@ std::vector<PairChar> TextOfSide(const ListingShape& shape, std::span<const Sjis
     if (before > 0 && begins_wide && characters[before - 1].code == ' ')
       characters[before - 1].may_be_fill = true;
   }
-  while (!characters.empty() && characters.back().code == ' ') characters.pop_back();
+  // A side beside another one is filled up with spaces.
+  while (!shape.style.vertical && !characters.empty() && characters.back().code == ' ')
+    characters.pop_back();
   return characters;
 }
 

@@ -243,12 +243,10 @@ ViewedFile::Line ViewedFile::LineAt(int64_t line) {
                        [](int64_t wanted, const Part& part) { return wanted < part.line; });
   const auto index = static_cast<size_t>(behind - parts_.begin()) - 1;
   const auto place = static_cast<size_t>(line - parts_[index].line);
-  // The last part grows while the file is read.
-  if (index + 1 == parts_.size()) {
-    std::erase_if(loaded_, [&](const LoadedPart& part) {
-      return part.index == index && part.lines.size() <= place;
-    });
-  }
+  // It was loaded while it was the last part, and has grown since.
+  std::erase_if(loaded_, [&](const LoadedPart& part) {
+    return part.index == index && part.lines.size() <= place;
+  });
   const LoadedPart& part = Load(index);
   const LoadedPart::Place& at = part.lines[place];
   return {{part.bytes.data() + at.begin, at.size}, at.is_cut};
@@ -305,6 +303,13 @@ std::vector<Stretch> ViewedFile::StretchesAt(int64_t line) {
     return stretch.row != static_cast<size_t>(line - first);
   });
   return stretches;
+}
+
+bool ViewedFile::HidesDifference(int64_t line) {
+  if (!shape_ || line >= lines_) return false;
+  const int64_t first = FirstRowOf(line);
+  return KindAt(first) == RowKind::kChanged &&
+         FindDifferences(*shape_, ViewsOf(RowsOfChange(first))).empty();
 }
 
 std::optional<std::string> ViewedFile::SideTextAt(int64_t first, Side side) {

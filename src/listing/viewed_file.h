@@ -80,6 +80,9 @@ class ViewedFile {
   RowKind ChangeAt(int64_t line);
   // What differs in a row of a changed pair; nothing in any other row.
   std::vector<Stretch> StretchesAt(int64_t line);
+  // True for a row of a changed pair of which the listing shows nothing that differs: it stands
+  // behind the columns of a side, or is spaces at the end.
+  bool HidesDifference(int64_t line);
   // What the rows of a change, or one row that is none, show of a side, in one line of UTF-8.
   // Nothing when they show nothing of it.
   std::optional<std::string> SideTextAt(int64_t first, Side side);

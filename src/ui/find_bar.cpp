@@ -19,6 +19,8 @@ FindBar::FindBar(Hooks hooks, QWidget* parent) : QWidget(parent), hooks_(std::mo
   case_ = Named(new QCheckBox("大文字小文字を区別(&C)"), "FindCase");
   width_ = Named(new QCheckBox("全角半角を区別(&W)"), "FindWidth");
   count_ = Named(new QLabel, "FindCount");
+  // As wide as what it may say, so that what stands beside it stays in its place.
+  count_->setMinimumWidth(fontMetrics().horizontalAdvance("00000 / 00000 件（検索中）"));
   auto* const next = Named(new QPushButton("次(&N)"), "BtnFindNext");
   auto* const previous = Named(new QPushButton("前(&P)"), "BtnFindPrevious");
   auto* const close = Named(new QPushButton("閉じる"), "BtnFindClose");

@@ -154,8 +154,11 @@ QString ListingWindow::StateText() const {
            (file_->has_cut_lines() ? "  長すぎる行は先頭だけを表示しています" : "");
   }
   const auto block = BlockAt(file_->blocks(), view_->current());
+  const char* const hidden = file_->HidesDifference(view_->current())
+                                 ? "  （異なる部分は出力幅の外か、行末のスペースです）"
+                                 : "";
   return "ブロック " + Number(block ? static_cast<int64_t>(*block) + 1 : 0) + " / " +
-         Number(static_cast<int64_t>(file_->blocks().size())) + "  " + line;
+         Number(static_cast<int64_t>(file_->blocks().size())) + "  " + line + hidden;
 }
 
 QString ListingWindow::CountsText() const {

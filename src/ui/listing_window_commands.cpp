@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpressionValidator>
+#include <QStatusBar>
 #include <algorithm>
 #include <iterator>
 
@@ -28,6 +29,7 @@
 #include "ui/listing_paper.h"
 #include "ui/listing_window.h"
 #include "ui/named.h"
+#include "ui/program_commands.h"
 #include "ui/qt_text.h"
 #include "ui/wait_cursor.h"
 
@@ -35,6 +37,7 @@ namespace ledrix {
 namespace {
 
 constexpr int64_t kMostCopied = 200000;  // lines
+constexpr int kMessageMilliseconds = 5000;
 
 // Where the header's path leads: a converted copy's name has its charset behind the file's.
 std::optional<NativePath> FileOfHeader(const HeaderFile& file) {
@@ -188,6 +191,9 @@ void ListingWindow::MakeViewMenu() {
       {"自動(&A)", "明るい(&L)", "暗い(&D)", "ハイコントラスト(&H)"},
       [this] { return static_cast<int>(view_->scheme()); },
       [this](int scheme) { SetScheme(scheme); });
+  menu->addSeparator();
+  Add(menu, "MenuViewHelp", "ﾍﾙﾌﾟ(&H)", QKeySequence(Qt::Key_F1),
+      [this] { ShowHelp(program_.actions, program_.platform); });
 }
 
 void ListingWindow::AskForPlace() {
@@ -228,6 +234,9 @@ void ListingWindow::CopySide(Side side) {
     if (shown) text += ToQString(*shown) + "\n";
   }
   program_.actions.SetClipboardText(text);
+  if (side == Side::kOld && file_->shape()->style.vertical)
+    statusBar()->showMessage("縦交互の結果ﾘｽﾄなので、一致する行は新側の文字列です",
+                             kMessageMilliseconds);
 }
 
 void ListingWindow::OpenSide(Side side) {

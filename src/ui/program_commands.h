@@ -20,8 +20,8 @@ void SaveSettings(const SettingsStore& store, PlatformServices& platform);
 [[nodiscard]] bool ClearSettings(SettingsStore& store, PlatformServices& platform);
 
 // Opens the help, "Ledrix.chm" where it is and else the pages of the manual, or the readme
-// (FindProgramFile) by its association. A message tells when it is missing or when the desktop knows
-// no program for it.
+// (FindProgramFile) by its association. A message tells when it is missing or when the desktop
+// knows no program for it.
 void ShowHelp(DesktopActions& actions, PlatformServices& platform);
 void ShowReadme(DesktopActions& actions, PlatformServices& platform);
 

@@ -92,6 +92,16 @@ TEST(FinishedListing, UnderlinesWhatDiffersInEveryForm) {
   }
 }
 
+TEST(FinishedListing, UnderlinesSpacesAtTheEndOfAWholeLine) {
+  const ReadListing read("trail\n", "trail  \n", "OptSpData=0|OptOutLineVar=1");
+  const int64_t first = read.file->blocks()[0].first + 1;
+  EXPECT_EQ(read.file->StretchesAt(first + 1), (std::vector<Stretch>{{1, 11, 13}}));
+  EXPECT_FALSE(read.file->HidesDifference(first));
+  // Beside another one a side ends in spaces of the listing.
+  const ReadListing beside("trail\n", "trail  \n", "OptSpData=0");
+  EXPECT_TRUE(beside.file->HidesDifference(beside.file->blocks()[0].first + 1));
+}
+
 // Rows of 70 bytes: what wraps is one text.
 TEST(FinishedListing, UnderlinesWhatDiffersAcrossRows) {
   const std::string fill(68, '.');
@@ -250,6 +260,26 @@ TEST(ViewedFile, CutsLinesThatNobodyReads) {
   EXPECT_EQ(file.LineAt(3000).bytes, std::string(ViewedFile::kMostShown, 'b'));
   EXPECT_TRUE(file.LineAt(3000).is_cut);
   EXPECT_EQ(file.LineAt(3001).bytes, "last");
+}
+
+TEST(ViewedFile, HasEveryLineThatIsReadSoFar) {
+  test::TempFolder folder;
+  std::string bytes;
+  for (int i = 0; i < 60000; ++i) bytes += std::to_string(i) + std::string(i % 40, 'a') + "\n";
+  Result<ViewedFile> opened = ViewedFile::Open(folder.Write("growing", bytes));
+  ASSERT_TRUE(opened.ok());
+  ViewedFile& file = opened.value();
+  const auto expect = [&](int64_t line) {
+    EXPECT_EQ(file.LineAt(line).bytes, std::to_string(line) + std::string(line % 40, 'a'));
+  };
+  int64_t seen = 0;
+  while (file.ReadOn(1)) {
+    // A part that was the last one, and then went on.
+    for (int64_t line = seen; line + 1 < file.lines(); ++line) expect(line);
+    seen = std::max<int64_t>(file.lines() - 2, 0);
+    expect(seen);
+  }
+  EXPECT_EQ(file.lines(), 60000);
 }
 
 TEST(TextFinder, FindsCharactersWhateverTheirForm) {
