@@ -47,11 +47,11 @@ TEST(OptionHelp, SaysOfEveryOptionWhatItHolds) {
     const bool is_unbounded = field.highest == std::numeric_limits<int16_t>::max();
     const std::string range = std::to_string(field.lowest) + "～" +
                               (is_unbounded ? std::string() : std::to_string(field.highest));
-    const std::string quote = is_text ? "\"" : "";
+    const std::string value(field.default_text);
     const HelpText& help = OptionHelp(field.key);
-    EXPECT_EQ(help.values, (is_text ? "文字列" : range) + "（既定値 " + quote +
-                               std::string(field.default_text) + quote + "）")
-        << help.key;
+    std::string values = is_text ? "文字列" : range;
+    values.append("（既定値 ").append(is_text ? "\"" + value + "\"" : value).append("）");
+    EXPECT_EQ(help.values, values) << help.key;
     EXPECT_FALSE(help.name.empty() || help.text.empty()) << help.key;
     EXPECT_EQ(help.text.find('\n'), std::string::npos) << help.key;
   }

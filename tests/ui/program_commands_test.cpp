@@ -81,6 +81,7 @@ TEST(ProgramCommands, OpenHelpAndReadme) {
                      "Ledrix: " + path + "の拡張子に ｱﾌﾟﾘｹｰｼｮﾝが関連付けされていません"}));
   }
   // The pages of the manual stand in for a help file.
+  std::filesystem::create_directory(folder.At("help").bytes());
   folder.Write("help/index.html", "x");
   test::RecordingActions actions;
   ShowHelp(actions, platform);
