@@ -42,6 +42,7 @@ TerminalLook LookOf(const ViewArguments& arguments) {
 struct OpenedView {
   std::string name;
   ViewedFile file;
+  int64_t maybe_cut = 0;  // lines of the one side that is shown
 };
 
 int Tell(const std::string& name, const std::string& what) {
@@ -96,6 +97,7 @@ void Write(std::vector<OpenedView>& views, const TerminalLook& look) {
     while (!IsStopSignalled() && listing.Next(line)) {
       if (!WriteLine(encoder.get(), line)) return;
     }
+    view.maybe_cut = listing.maybe_cut();
   }
 }
 
@@ -127,7 +129,7 @@ int RunViewCommand(const ViewArguments& arguments) {
   Result<ViewedFile> file = OpenView(path);
   if (!file.ok()) return Tell(name, DescribeError(file.error()));
   std::vector<OpenedView> views;
-  views.push_back({name, std::move(file.value())});
+  views.push_back({name, std::move(file.value()), 0});
   ViewedFile& view = views.front().file;
   ReadWhole(view);
   const TerminalLook look = LookOf(arguments);
@@ -143,6 +145,11 @@ int RunViewCommand(const ViewArguments& arguments) {
     PrintTrouble(kConsoleProgram,
                  name + ": 縦交互の結果ﾘｽﾄでは、一致する行は新側のもの（行番号も新側）です");
   }
+  if (const int64_t cut = views.front().maybe_cut; cut > 0) {
+    PrintTrouble(kConsoleProgram,
+                 name + ": " + std::to_string(cut) +
+                     " 行は出力幅いっぱいまであり、続きが結果ﾘｽﾄにない場合があります");
+  }
   return status;
 }
 
@@ -152,7 +159,7 @@ int ShowListings(const std::vector<NativePath>& files, const ViewArguments& argu
     Result<ViewedFile> file = ViewedFile::Open(path, kMostShownOfLine);
     // What an unchanged pair leaves out is nothing to show.
     if (!file.ok() || file.value().shape() == nullptr) continue;
-    views.push_back({PathToUtf8(path), std::move(file.value())});
+    views.push_back({PathToUtf8(path), std::move(file.value()), 0});
     ReadWhole(views.back().file);
   }
   return views.empty() ? 0 : Show(views, LookOf(arguments));

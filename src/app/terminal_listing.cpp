@@ -130,6 +130,7 @@ bool TerminalListing::PutSide(int64_t line, RowKind kind, std::string& out) {
     const int64_t first = file_.FirstRowOf(line);
     if (shape.style.vertical && file_.KindAt(first) == RowKind::kChanged && first != line)
       shown = DecodeUtf8Line(DecodeSjis(shape.format.marks.changed));
+    if (file_.MayBeCut(line, *look_.side)) ++maybe_cut_;
     const LineText text = Part(row, begin, columns->end);
     shown.insert(shown.end(), text.begin(), text.end());
     for (const Stretch& stretch : file_.StretchesAt(line)) {

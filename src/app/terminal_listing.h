@@ -31,6 +31,8 @@ class TerminalListing {
   bool Next(std::string& line);
   // Columns of the line last returned, without what only tells its colour.
   size_t width() const { return width_; }
+  // Lines of the one side returned so far of which the listing may hold only the beginning.
+  int64_t maybe_cut() const { return maybe_cut_; }
 
  private:
   bool IsShown(int64_t line, RowKind kind) const;
@@ -46,6 +48,7 @@ class TerminalListing {
   int64_t next_ = 0;
   bool has_heading_;
   size_t width_ = 0;
+  int64_t maybe_cut_ = 0;
 };
 
 }  // namespace ledrix

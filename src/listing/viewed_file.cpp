@@ -312,6 +312,18 @@ bool ViewedFile::HidesDifference(int64_t line) {
          FindDifferences(*shape_, ViewsOf(RowsOfChange(first))).empty();
 }
 
+bool ViewedFile::MayBeCut(int64_t line, Side side) {
+  if (!shape_ || shape_->style.vertical) return false;
+  const RowKind kind = KindAt(line);
+  const auto row = SjisView::FromBytes(LineAt(line).bytes);
+  const std::optional<SideColumns> columns = TextColumns(*shape_, kind, row, side);
+  if (!columns) return false;
+  const SjisView text = row.From(columns->begin).First(columns->end - columns->begin);
+  // The last column is free where a double-byte character did not fit.
+  const bool is_full = TrimRight(text).size() + 1 >= shape_->format.text_width;
+  return is_full && EndOfChange(FirstRowOf(line)) == line + 1;
+}
+
 std::optional<std::string> ViewedFile::SideTextAt(int64_t first, Side side) {
   if (!shape_) return std::nullopt;
   SjisText text;

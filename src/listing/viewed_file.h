@@ -83,6 +83,9 @@ class ViewedFile {
   // True for a row of a changed pair of which the listing shows nothing that differs: it stands
   // behind the columns of a side, or is spaces at the end.
   bool HidesDifference(int64_t line);
+  // True for the last row of a line that fills the columns of a side: the listing may hold only the
+  // beginning of that line. Never true for a vertical listing, which shows lines whole.
+  bool MayBeCut(int64_t line, Side side);
   // What the rows of a change, or one row that is none, show of a side, in one line of UTF-8.
   // Nothing when they show nothing of it.
   std::optional<std::string> SideTextAt(int64_t first, Side side);

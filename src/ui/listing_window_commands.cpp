@@ -228,15 +228,23 @@ void ListingWindow::CopySide(Side side) {
   if (IsTooMuchToCopy()) return;
   const auto [first, last] = view_->selection();
   QString text;
+  int64_t end = 0;
+  int maybe_cut = 0;
   for (int64_t line = file_->FirstRowOf(first); line <= std::min(last, file_->lines() - 1);
-       line = file_->EndOfChange(line)) {
+       line = end) {
+    end = file_->EndOfChange(line);
     const std::optional<std::string> shown = file_->SideTextAt(line, side);
     if (shown) text += ToQString(*shown) + "\n";
+    if (file_->MayBeCut(end - 1, side)) ++maybe_cut;
   }
   program_.actions.SetClipboardText(text);
+  QString note;
   if (side == Side::kOld && file_->shape()->style.vertical)
-    statusBar()->showMessage("縦交互の結果ﾘｽﾄなので、一致する行は新側の文字列です",
-                             kMessageMilliseconds);
+    note = "縦交互の結果ﾘｽﾄなので、一致する行は新側の文字列です";
+  if (maybe_cut > 0)
+    note =
+        QString("%1 行は出力幅いっぱいまであり、続きが結果ﾘｽﾄにない場合があります").arg(maybe_cut);
+  if (!note.isEmpty()) statusBar()->showMessage(note, kMessageMilliseconds);
 }
 
 void ListingWindow::OpenSide(Side side) {
