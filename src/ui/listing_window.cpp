@@ -4,8 +4,10 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QScreen>
 #include <QStatusBar>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -31,6 +33,25 @@ QString Number(int64_t number) {
 }
 
 }  // namespace
+
+// Ends in an ellipsis where the window is too narrow, and tells the whole as a tool tip.
+class ListingWindow::StatusLabel : public QLabel {
+ public:
+  QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+
+  void Show(const QString& shown) {
+    setVisible(!shown.isEmpty());
+    setText(shown);
+    setToolTip(shown);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    style()->drawItemText(&painter, contentsRect(), Qt::AlignLeft | Qt::AlignVCenter, palette(),
+                          isEnabled(), fontMetrics().elidedText(text(), Qt::ElideRight, width()));
+  }
+};
 
 ListingWindow* ListingWindow::Open(const Program& program, const NativePath& path) {
   Result<ViewedFile> file = ViewedFile::Open(path);
@@ -90,11 +111,12 @@ void ListingWindow::MakeLayout() {
   rows->addWidget(find_);
   setCentralWidget(middle);
   block_text_ = Named(new QLabel, "ViewBlock");
-  counts_text_ = Named(new QLabel, "ViewCounts");
-  options_text_ = Named(new QLabel, "ViewOptions");
+  counts_text_ = Named(new StatusLabel, "ViewCounts");
+  options_text_ = Named(new StatusLabel, "ViewOptions");
+  options_text_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   statusBar()->addWidget(block_text_);
   statusBar()->addWidget(counts_text_);
-  statusBar()->addWidget(options_text_);
+  statusBar()->addWidget(options_text_, 1);
   view_->OnMoved([this] { ShowState(); });
   view_->OnZoom([this](int steps) { Zoom(steps); });
   map_->OnJump([this](int64_t line) { view_->GoTo(line); });
@@ -174,12 +196,8 @@ QString ListingWindow::CountsText() const {
 
 void ListingWindow::ShowState() {
   block_text_->setText(StateText());
-  counts_text_->setText(CountsText());
-  counts_text_->setVisible(!counts_text_->text().isEmpty());
-  options_text_->setVisible(file_->shape() != nullptr);
-  if (file_->shape() != nullptr) options_text_->setText(ToQString(file_->shape()->conditions));
-  // Where a narrow window cuts them.
-  for (QLabel* const text : {counts_text_, options_text_}) text->setToolTip(text->text());
+  counts_text_->Show(CountsText());
+  options_text_->Show(file_->shape() == nullptr ? "" : ToQString(file_->shape()->conditions));
   map_->update();
 }
 

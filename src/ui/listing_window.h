@@ -43,6 +43,8 @@ class ListingWindow : public QMainWindow {
   void changeEvent(QEvent* event) override;
 
  private:
+  class StatusLabel;
+
   ListingWindow(const Program& program, NativePath path, ViewedFile file);
   void MakeLayout();
   void MakeMenus();
@@ -85,8 +87,8 @@ class ListingWindow : public QMainWindow {
   ListingMap* map_;
   FindBar* find_;
   QLabel* block_text_;
-  QLabel* counts_text_;
-  QLabel* options_text_;
+  StatusLabel* counts_text_;
+  StatusLabel* options_text_;
   QTimer reading_;
   QTimer following_;
   ListingSearch search_;
