@@ -297,19 +297,25 @@ std::vector<Stretch> ViewedFile::StretchesAt(int64_t line) {
   if (!shape_) return {};
   const int64_t first = FirstRowOf(line);
   if (KindAt(first) != RowKind::kChanged) return {};
-  const std::vector<SjisText> rows = RowsOfChange(first);
-  std::vector<Stretch> stretches = FindDifferences(*shape_, ViewsOf(rows));
+  std::vector<Stretch> stretches = DifferencesOf(first);
   std::erase_if(stretches, [&](const Stretch& stretch) {
     return stretch.row != static_cast<size_t>(line - first);
   });
   return stretches;
 }
 
+// A pair is asked for once for each of its rows and, on paper, for each piece of them.
+const std::vector<Stretch>& ViewedFile::DifferencesOf(int64_t first) {
+  if (compared_.first != first || compared_.read != read_) {
+    compared_ = {first, read_, FindDifferences(*shape_, ViewsOf(RowsOfChange(first)))};
+  }
+  return compared_.stretches;
+}
+
 bool ViewedFile::HidesDifference(int64_t line) {
   if (!shape_ || line >= lines_) return false;
   const int64_t first = FirstRowOf(line);
-  return KindAt(first) == RowKind::kChanged &&
-         FindDifferences(*shape_, ViewsOf(RowsOfChange(first))).empty();
+  return KindAt(first) == RowKind::kChanged && DifferencesOf(first).empty();
 }
 
 bool ViewedFile::MayBeCut(int64_t line, Side side) {

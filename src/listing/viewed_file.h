@@ -122,6 +122,7 @@ class ViewedFile {
   void CutLines(LoadedPart& part, bool goes_on, int64_t lines) const;
   std::string_view WithoutCr(std::string_view line) const;
   std::vector<SjisText> RowsOfChange(int64_t first);
+  const std::vector<Stretch>& DifferencesOf(int64_t first);
 
   InputFile file_;
   size_t most_shown_;
@@ -139,6 +140,13 @@ class ViewedFile {
   bool has_cut_lines_ = false;
   Status failure_;
   std::optional<ListingSummary> summary_;
+  // The changed pair looked at last, as it was when so many bytes of the file were read.
+  struct ComparedPair {
+    int64_t first = -1;
+    uint64_t read = 0;
+    std::vector<Stretch> stretches;
+  };
+  ComparedPair compared_;
   std::vector<LoadedPart> loaded_;  // those used last, the latest at the end
 };
 
