@@ -15,9 +15,20 @@
 namespace ledrix {
 namespace {
 
+// What a side is called where its path tells nothing.
+constexpr const char* kInputLabel = "標準入力";
+constexpr const char* kInputPath = "/dev/stdin";
+
 bool IsNull(const NativePath& path) {
   const Result<FileInfo> info = GetFileInfo(path);
   return info.ok() && info.value().kind == FileKind::kNull;
+}
+
+// Standard input, or a pipe that the shell made: no folder holds it.
+bool IsInput(const std::string& path) {
+  const std::string& whole = MakeAbsolute(NativePath(path)).bytes();
+  return path == "-" || whole == kInputPath || whole.starts_with("/dev/fd/") ||
+         whole.starts_with("/proc/self/fd/");
 }
 
 struct FolderFiles {
@@ -128,21 +139,17 @@ int CompareFolders(ConsoleRun& run) {
   return run.Run();
 }
 
-// What a side is called where its path tells nothing.
-constexpr const char* kInputLabel = "標準入力";
-constexpr const char* kInputPath = "/dev/stdin";
-
-bool IsInput(const std::string& path) {
+bool IsStandardInput(const std::string& path) {
   return path == "-";
 }
 
 // The paths and the labels of the two sides. Returns why they cannot be compared.
 std::optional<std::string> TakeSides(const CompareArguments& arguments, JobRequest& request) {
-  const bool old_is_input = IsInput(arguments.old_path);
-  const bool new_is_input = IsInput(arguments.new_path);
+  const bool old_is_input = IsStandardInput(arguments.old_path);
+  const bool new_is_input = IsStandardInput(arguments.new_path);
   if (old_is_input && new_is_input) return "標準入力を指定できるのは片方だけです";
   const auto path = [](const std::string& given) {
-    return MakeAbsolute(NativePath(IsInput(given) ? kInputPath : given));
+    return MakeAbsolute(NativePath(IsStandardInput(given) ? kInputPath : given));
   };
   request.OldPath = path(arguments.old_path);
   request.NewPath = path(arguments.new_path);
@@ -158,7 +165,7 @@ std::optional<std::string> TakeSides(const CompareArguments& arguments, JobReque
   return std::nullopt;
 }
 
-// Outputs go beside a file, which standard input and an empty file in /dev are none of.
+// Outputs go beside a file, which neither an input nor an empty file in /dev is.
 std::optional<std::string> TakeOutputsFromNewSide(ConsoleRun& run,
                                                   const CompareArguments& arguments) {
   JobRequest& request = run.request;
@@ -181,12 +188,14 @@ int Compare(ConsoleRun& run, const CompareArguments& arguments) {
   JobRequest& request = run.request;
   OutputChoices& choices = run.job.outputs;
   if (const auto refused = TakeSides(arguments, request)) return run.Refuse(*refused);
-  run.keeps_history = !arguments.no_history;
+  run.keeps_history =
+      !arguments.no_history && !IsInput(arguments.old_path) && !IsInput(arguments.new_path);
   choices.OptSbnList = arguments.difference_file;
   choices.OptCsvList = arguments.csv;
   choices.OptMrgSrc = arguments.merge_source;
   choices.MergeMarks = arguments.marks;
   ChooseOutputs(run.options, arguments.out, choices, request.OutPath);
+  if (const auto refused = RefuseOutput(arguments.out)) return run.Refuse(*refused);
   run.AskForEvidence(arguments.evidence);
 
   const bool old_is_folder = IsMeantAsFolder(request.OldPath);

@@ -76,6 +76,15 @@ std::string WithoutMarks(std::string_view text) {
   return plain;
 }
 
+// What is said of `verify` alone.
+std::string WithoutVerify(std::string text) {
+  constexpr std::string_view kBegins = "（verify";
+  constexpr std::string_view kEnds = "）";
+  for (size_t begin = text.find(kBegins); begin != std::string::npos; begin = text.find(kBegins))
+    text.erase(begin, text.find(kEnds, begin) + kEnds.size() - begin);
+  return text;
+}
+
 // A label at column 2, counted from 0, and its text behind it or, when that is too near, below.
 std::string Item(std::string_view label, std::string_view text) {
   const size_t end = 2 + ColumnsOf(label);
@@ -171,17 +180,19 @@ std::string CommandHelpText(std::string_view command) {
   const CommandHelp& help = Named(command);
   if (!help.is_command()) return WithoutLastLineEnd(WholeHelp());
   const bool has_evidence = Named(kEvidence).summary.find(command) != std::string_view::npos;
+  std::string statuses = Options(std::string(kStatus), Named(kStatus));
+  if (command != "verify") statuses = WithoutVerify(std::move(statuses));
   return Usages(help, "使い方: ") + "\n  " + WrapText(WithoutMarks(help.summary), 2, kWidth) +
          OptionsOf(help) + SharedOptions(has_evidence) +
          "\n例: " + std::string(help.example.substr(4)) + "\n" +
-         WithoutLastLineEnd(Options(std::string(kStatus), Named(kStatus)));
+         WithoutLastLineEnd(std::move(statuses));
 }
 
 std::string ProgramHelpText() {
   const CommandHelp& help = Named("ledrix");
   return Usages(help, "使い方: ") + "\n  " + WrapText(WithoutMarks(help.summary), 2, kWidth) +
          Options("オプション", help) + "\n例: " + std::string(help.example.substr(4)) + "\n" +
-         Options(std::string(kStatus), Named(kStatus)) +
+         WithoutVerify(Options(std::string(kStatus), Named(kStatus))) +
          "\n端末やスクリプトからは ledrixc を使用してください。";
 }
 

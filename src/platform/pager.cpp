@@ -24,7 +24,11 @@ std::vector<std::string> PagerWords() {
   for (std::string& word : SplitAt(named == nullptr ? "" : named, ' ')) {
     if (!word.empty()) words.push_back(std::move(word));
   }
-  return words.empty() ? std::vector<std::string>{"less", "-RS"} : words;
+  if (!words.empty()) return words;
+  words = {"less", "-RS"};
+  // A listing is wider than most terminals. Prompts of less are ASCII.
+  words.emplace_back("-Ps[<-] [->] [q] ");
+  return words;
 }
 
 // In the child, where only what is safe after a fork may be called.

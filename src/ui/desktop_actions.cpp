@@ -56,8 +56,11 @@ DesktopActions::OpenResult DesktopActions::OpenFile(const NativePath& path) {
 
   const std::optional<Launcher> launcher = FindAssociation(Associations(), MimeTypes(path, start));
   if (!launcher) return OpenResult::kNoAssociation;
-  return OpenByDesktop(path) || StartLauncher(*launcher, path) ? OpenResult::kOpened
-                                                               : OpenResult::kFailed;
+  // Without a desktop there is nobody to say that it could not be opened.
+  const bool asks_desktop = !qEnvironmentVariableIsEmpty("XDG_CURRENT_DESKTOP");
+  const bool is_open = (asks_desktop && OpenByDesktop(path)) || StartLauncher(*launcher, path) ||
+                       (!asks_desktop && OpenByDesktop(path));
+  return is_open ? OpenResult::kOpened : OpenResult::kFailed;
 }
 
 bool DesktopActions::OpenFolder(const NativePath& folder) {

@@ -26,6 +26,7 @@ class TestDesktop : public DesktopActions {
     const NativePath program = root.Write("program", "#!/bin/sh\nprintf %s \"$1\" > " + told +
                                                          ".x\nmv " + told + ".x " + told + "\n");
     chmod(program.c_str(), 0755);
+    setenv("XDG_CURRENT_DESKTOP", "Test", 1);
     Write("%f");
   }
   // The program's launcher, with a code for what it is to open.
@@ -122,6 +123,16 @@ TEST(DesktopActions, StartsTheProgramItselfWhereTheDesktopCannot) {
   desktop.Associate("text/plain");
   std::filesystem::remove(desktop.root.At("program").bytes());
   EXPECT_EQ(desktop.OpenFile(desktop.root.Write("a.txt", "x")), OpenResult::kFailed);
+}
+
+TEST(DesktopActions, AsksNoDesktopWhereThereIsNone) {
+  TestDesktop desktop(true);
+  desktop.Associate("text/plain");
+  unsetenv("XDG_CURRENT_DESKTOP");
+  const NativePath path = desktop.root.Write("a.txt", "x");
+  EXPECT_EQ(desktop.OpenFile(path), OpenResult::kOpened);
+  EXPECT_EQ(desktop.Told(), path.bytes());
+  EXPECT_TRUE(desktop.addresses.empty());
 }
 
 TEST(DesktopActions, MovesToTheTrashAndNeverDeletes) {
