@@ -19,6 +19,10 @@ function(install_page name)
   endif()
 endfunction()
 install_page(ledrixc)
+if(TARGET manual)
+  install(FILES ${CMAKE_BINARY_DIR}/man/ja/man1/ledrix-difftool.1 DESTINATION share/man/ja/man1
+          COMPONENT ledrixc)
+endif()
 
 if(TARGET ledrix)
   install(TARGETS ledrix COMPONENT ledrix)
