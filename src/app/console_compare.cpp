@@ -26,7 +26,7 @@ bool IsNull(const NativePath& path) {
 
 // Standard input, or a pipe that the shell made: no folder holds it.
 bool IsInput(const std::string& path) {
-  const std::string& whole = MakeAbsolute(NativePath(path)).bytes();
+  const std::string whole = MakeAbsolute(NativePath(path)).bytes();
   return path == "-" || whole == kInputPath || whole.starts_with("/dev/fd/") ||
          whole.starts_with("/proc/self/fd/");
 }
