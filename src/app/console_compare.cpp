@@ -25,10 +25,10 @@ bool IsNull(const NativePath& path) {
 }
 
 // Standard input, or a pipe that the shell made: no folder holds it.
-bool IsInput(const std::string& path) {
-  const std::string whole = MakeAbsolute(NativePath(path)).bytes();
-  return path == "-" || whole == kInputPath || whole.starts_with("/dev/fd/") ||
-         whole.starts_with("/proc/self/fd/");
+bool IsInput(const NativePath& path) {
+  const std::string& bytes = path.bytes();
+  return bytes == kInputPath || bytes.starts_with("/dev/fd/") ||
+         bytes.starts_with("/proc/self/fd/");
 }
 
 struct FolderFiles {
@@ -170,12 +170,12 @@ std::optional<std::string> TakeOutputsFromNewSide(ConsoleRun& run,
                                                   const CompareArguments& arguments) {
   JobRequest& request = run.request;
   if (!arguments.out.empty()) return std::nullopt;
-  if (!IsInput(arguments.old_path) && !IsNull(request.OldPath)) return std::nullopt;
-  if (IsInput(arguments.new_path) || IsNull(request.NewPath))
+  if (!IsInput(request.OldPath) && !IsNull(request.OldPath)) return std::nullopt;
+  if (IsInput(request.NewPath) || IsNull(request.NewPath))
     return "出力先を --out で指定してください";
   OutputChoices& choices = run.job.outputs;
   choices.OutputDirMode = OutputDirMode::kNewDir;
-  if (!IsInput(arguments.old_path)) return std::nullopt;
+  if (!IsInput(request.OldPath)) return std::nullopt;
   request.OutPath = MakeOutputNames(run.options, choices, request.NewPath, request.NewPath).OutPath;
   return std::nullopt;
 }
@@ -189,13 +189,13 @@ int Compare(ConsoleRun& run, const CompareArguments& arguments) {
   OutputChoices& choices = run.job.outputs;
   if (const auto refused = TakeSides(arguments, request)) return run.Refuse(*refused);
   run.keeps_history =
-      !arguments.no_history && !IsInput(arguments.old_path) && !IsInput(arguments.new_path);
+      !arguments.no_history && !IsInput(request.OldPath) && !IsInput(request.NewPath);
   choices.OptSbnList = arguments.difference_file;
   choices.OptCsvList = arguments.csv;
   choices.OptMrgSrc = arguments.merge_source;
   choices.MergeMarks = arguments.marks;
   ChooseOutputs(run.options, arguments.out, choices, request.OutPath);
-  if (const auto refused = RefuseOutput(arguments.out)) return run.Refuse(*refused);
+  if (const auto refused = RefuseMissingFolder(arguments.out)) return run.Refuse(*refused);
   run.AskForEvidence(arguments.evidence);
 
   const bool old_is_folder = IsMeantAsFolder(request.OldPath);

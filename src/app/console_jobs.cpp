@@ -90,7 +90,7 @@ int RunStepsCommand(const CommonArguments& common, const StepsArguments& argumen
   ConsoleRun run(common);
   if (!run.LoadOptions()) return kTroubleStatus;
   const NativePath path = MakeAbsolute(NativePath(arguments.path));
-  if (const auto refused = RefuseOutput(arguments.out)) return run.Refuse(*refused);
+  if (const auto refused = RefuseMissingFolder(arguments.out)) return run.Refuse(*refused);
   if (IsMeantAsFolder(path)) return CountFolder(run, path, arguments.out);
   run.request.JobKind = JobKind::kStepCnt;
   run.request.OldPath = path;
@@ -107,7 +107,7 @@ int RunSnapshotCommand(const CommonArguments& common, const SnapshotArguments& a
   const Result<FileInfo> info = GetFileInfo(folder);
   if (!info.ok()) return run.Refuse(Unreadable(folder, info.error()));
   if (!IsFolder(folder)) return run.Refuse(PathToUtf8(folder) + ": フォルダではありません");
-  if (const auto refused = RefuseOutput(arguments.out)) return run.Refuse(*refused);
+  if (const auto refused = RefuseMissingFolder(arguments.out)) return run.Refuse(*refused);
   run.request.JobKind = JobKind::kDirEdit;
   run.request.OldPath = AddBackslash(folder);
   run.request.OutPath = MakeAbsolute(NativePath(arguments.out));
@@ -123,7 +123,7 @@ int RunDirCompCommand(const CommonArguments& common, const DirCompArguments& arg
   ConsoleRun run(common);
   if (!run.LoadOptions()) return kTroubleStatus;
   run.keeps_history = !arguments.no_history;
-  if (const auto refused = RefuseOutput(arguments.out)) return run.Refuse(*refused);
+  if (const auto refused = RefuseMissingFolder(arguments.out)) return run.Refuse(*refused);
   run.request.JobKind = JobKind::kDirComp;
   run.request.CompareRange = RangeOf(arguments.range);
   run.AskForEvidence(arguments.evidence);

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "app/signals.h"
+#include "platform/files.h"
 #include "platform/terminal.h"
 
 namespace ledrix {
@@ -27,6 +28,13 @@ std::string InOneLine(const std::string& text) {
 
 void PrintTrouble(const char* program, const std::string& text) {
   std::fprintf(stderr, "%s: %s\n", program, ShownOn(STDERR_FILENO, InOneLine(text)).c_str());
+}
+
+std::optional<std::string> RefuseMissingFolder(const std::string& out) {
+  if (out.empty()) return std::nullopt;
+  const Result<FileInfo> folder = GetFileInfo(DirOf(MakeAbsolute(NativePath(out))));
+  if (folder.ok() || !folder.error().IsMissing()) return std::nullopt;
+  return "出力先のフォルダがありません: " + PathToUtf8(NativePath(out));
 }
 
 MessageAnswer ConsolePlatform::ShowMessage(const Message& message) {

@@ -1,6 +1,7 @@
 // A terminal in place of a desktop: messages go to stderr, signals stop the job.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "platform/services.h"
@@ -14,6 +15,10 @@ inline constexpr const char* kWithoutSettings =
 
 // Writes "PROGRAM: TEXT" as one line to stderr; line breaks become " / ".
 void PrintTrouble(const char* program, const std::string& text);
+
+// Why nothing can be written where "--out" says: the folder is not there. Nothing when `out` is
+// empty, too.
+std::optional<std::string> RefuseMissingFolder(const std::string& out);
 
 class ConsolePlatform : public PlatformServices {
  public:

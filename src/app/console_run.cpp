@@ -14,13 +14,6 @@ bool IsMeantAsFolder(const NativePath& path) {
   return path.bytes().ends_with(Separator(kPlatformPathStyle)) || IsFolder(path);
 }
 
-std::optional<std::string> RefuseOutput(const std::string& out) {
-  if (out.empty()) return std::nullopt;
-  const Result<FileInfo> folder = GetFileInfo(DirOf(MakeAbsolute(NativePath(out))));
-  if (folder.ok() || !folder.error().IsMissing()) return std::nullopt;
-  return "出力先のフォルダがありません: " + PathToUtf8(NativePath(out));
-}
-
 bool ConsoleRun::LoadOptions() {
   const auto refused = LoadConsoleOptions(common_, options);
   if (refused) Refuse(*refused);

@@ -1,7 +1,6 @@
 // One run of the console program: its records and services, made once and handed down.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,9 +18,6 @@ static_assert(kTroubleStatus == static_cast<int>(JobEnd::kTrouble));
 // True for a folder, and for what is written as one even if it cannot be looked at: a job of
 // folders must not turn into one of files.
 bool IsMeantAsFolder(const NativePath& path);
-
-// Why nothing can be written where "--out" says; nothing when `out` is empty, too.
-std::optional<std::string> RefuseOutput(const std::string& out);
 
 class ConsoleRun {
  public:

@@ -111,11 +111,18 @@ int Show(std::vector<OpenedView>& views, const TerminalLook& look) {
     if (is_left && std::freopen("/dev/null", "w", stdout) == nullptr) return kTroubleStatus;
   }
   int status = IsStopSignalled() ? kTroubleStatus : 0;
-  for (OpenedView& view : views) {
+  for (const OpenedView& view : views) {
     if (!view.file.failure().ok())
       status = Tell(view.name, DescribeError(view.file.failure().error()));
     if (view.file.has_cut_lines())
       status = Tell(view.name, "長すぎる行は先頭の 1,048,576 バイトだけを表示しました");
+    // No trouble, but what a listing does not hold.
+    if (look.side == Side::kOld && view.file.shape()->style.vertical)
+      Tell(view.name, "縦交互の結果ﾘｽﾄでは、一致する行は新側のもの（行番号も新側）です");
+    if (view.maybe_cut > 0) {
+      Tell(view.name, std::to_string(view.maybe_cut) +
+                          " 行は出力幅いっぱいまであり、続きが結果ﾘｽﾄにない場合があります");
+    }
   }
   return status;
 }
@@ -140,17 +147,7 @@ int RunViewCommand(const ViewArguments& arguments) {
     return Tell(
         name, "指定されたブロックはありません（1～" + std::to_string(view.blocks().size()) + "）");
   }
-  const int status = Show(views, look);
-  if (look.side == Side::kOld && view.shape()->style.vertical) {
-    PrintTrouble(kConsoleProgram,
-                 name + ": 縦交互の結果ﾘｽﾄでは、一致する行は新側のもの（行番号も新側）です");
-  }
-  if (const int64_t cut = views.front().maybe_cut; cut > 0) {
-    PrintTrouble(kConsoleProgram,
-                 name + ": " + std::to_string(cut) +
-                     " 行は出力幅いっぱいまであり、続きが結果ﾘｽﾄにない場合があります");
-  }
-  return status;
+  return Show(views, look);
 }
 
 int ShowListings(const std::vector<NativePath>& files, const ViewArguments& arguments) {

@@ -114,9 +114,7 @@ int RunPdf(const std::vector<std::string>& arguments, int& argc, char** argv) {
   const bool is_folder = read->out.back() == '/' || IsFolder(MakeAbsolute(NativePath(read->out)));
   if (!is_folder && read->listings.size() > 1)
     return Tell("二つ以上の結果ﾘｽﾄの出力先はフォルダでなければなりません: " + read->out);
-  const NativePath out = MakeAbsolute(NativePath(read->out));
-  if (!IsFolder(is_folder ? out : DirOf(out)))
-    return Tell("出力先のフォルダがありません: " + read->out);
+  if (const auto refused = RefuseMissingFolder(read->out)) return Tell(*refused);
   const std::vector<NativePath> paths = PdfPaths(*read, is_folder);
   // Nothing is opened before every output may be written.
   for (size_t i = 0; i < paths.size(); ++i) {
